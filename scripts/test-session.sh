@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Runs inside dbus-run-session: starts Xvfb and the keyring, then ctest.
+set -uo pipefail
+display=:$((90 + RANDOM % 100))
+Xvfb "$display" -screen 0 1600x1000x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb_pid=$!
+export DISPLAY=$display
+trap 'kill $xvfb_pid 2>/dev/null' EXIT
+for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X${display#:}" ] && break; sleep 0.1; done
+# A non-empty password keeps the keyring from waiting for a graphical prompt.
+eval "$(echo -n test-pass | gnome-keyring-daemon --unlock --components=secrets 2>/dev/null)" || true
+export GNOME_KEYRING_CONTROL SSH_AUTH_SOCK 2>/dev/null || true
+export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}
+export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
+cd "$JELV_TEST_BUILD_DIR"
+ctest --output-on-failure -j "${JELV_TEST_JOBS:-2}"

@@ -1,0 +1,8 @@
+#include <QApplication>
+
+#include "UI/JelvApplication.h"
+
+int main(int argc, char* argv[]) {
+  QApplication app(argc, argv);
+  return JelvApplication::run(app);
+}

@@ -1,0 +1,19 @@
+#pragma once
+#include <QString>
+
+// Paths of the resources staged beside the executable (or installed to share/jelv),
+// resolved once.
+namespace Consts {
+QString resourcesDirectory();
+// Overrides the lookup; for tests and tools that run from unusual places.
+void setResourcesDirectory(const QString& path);
+
+namespace Git {
+QString localGitPath();    // resources/git-instance/bin/git
+QString askPassPath();     // resources/jelv_askpasswd
+QString gitLfsDirectory(); // resources/git-instance/git-lfs
+QString gitFlowDirectory();// resources/gitflow-avh
+}  // namespace Git
+
+QString applicationDataDirectory();  // <data>/org.jelv.Jelv
+}  // namespace Consts

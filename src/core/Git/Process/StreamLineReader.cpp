@@ -48,38 +48,52 @@ void StreamLineReader::close() {
   }
 }
 
-std::optional<QByteArray> StreamLineReader::nextLineBytes() {
-  if (atEof_) return std::nullopt;
+// Finds the next line and gives its bytes as a view into the buffer, valid until the
+// next call; decoding straight from the buffer saves a copy per line.
+bool StreamLineReader::nextLineView(const char*& data, qsizetype& size) {
+  if (atEof_) return false;
   qsizetype searchFrom = start_;
   while (true) {
     const qsizetype p = buffer_.indexOf(delimData_, searchFrom);
     if (p >= 0) {
-      QByteArray line(buffer_.constData() + start_, p - start_);
+      data = buffer_.constData() + start_;
+      size = p - start_;
       start_ = p + delimData_.size();
-      return line;
+      return true;
     }
     // Resume the search where a delimiter could still begin.
     const qsizetype pendingBefore = buffer_.size() - start_;
     if (readChunk(fd_, buffer_, start_, chunkSize_) == 0) {
       atEof_ = true;
       if (buffer_.size() > start_) {
-        QByteArray line(buffer_.constData() + start_, buffer_.size() - start_);
+        // The last line has no delimiter; keep its bytes until the next call.
+        tail_ = QByteArray(buffer_.constData() + start_, buffer_.size() - start_);
         buffer_.clear();
         start_ = 0;
-        return line;
+        data = tail_.constData();
+        size = tail_.size();
+        return true;
       }
       buffer_.clear();
       start_ = 0;
-      return std::nullopt;
+      return false;
     }
     searchFrom = std::max<qsizetype>(0, pendingBefore - delimData_.size() + 1);
   }
 }
 
+std::optional<QByteArray> StreamLineReader::nextLineBytes() {
+  const char* data = nullptr;
+  qsizetype size = 0;
+  if (!nextLineView(data, size)) return std::nullopt;
+  return QByteArray(data, size);
+}
+
 std::optional<QString> StreamLineReader::nextLine() {
-  auto bytes = nextLineBytes();
-  if (!bytes) return std::nullopt;
-  return decodeString(*bytes, encoding_);
+  const char* data = nullptr;
+  qsizetype size = 0;
+  if (!nextLineView(data, size)) return std::nullopt;
+  return decodeString(data, size, encoding_);
 }
 
 std::unique_ptr<PushStreamLineReader> PushStreamLineReader::create(int fd, TextEncoding encoding, qsizetype chunkSize) {

@@ -26,11 +26,12 @@ class StreamLineReader {
 
  private:
   StreamLineReader(int fd, QByteArray delimiter, TextEncoding encoding, qsizetype chunkSize);
-  bool fill();
+  bool nextLineView(const char*& data, qsizetype& size);
 
   TextEncoding encoding_;
   qsizetype chunkSize_;
   QByteArray delimData_;
+  QByteArray tail_;
   int fd_;
   QByteArray buffer_;
   qsizetype start_ = 0;  // bytes before this offset were already delivered
@@ -51,8 +52,6 @@ class PushStreamLineReader {
 
  private:
   PushStreamLineReader(int fd, QByteArray cr, QByteArray lf, TextEncoding encoding, qsizetype chunkSize);
-  bool fill();
-
   TextEncoding encoding_;
   qsizetype chunkSize_;
   QByteArray crData_;

@@ -139,6 +139,8 @@ bool Task::launch(QString* error) {
   closeFd(errPipe[1]);
   stdinFd_ = inPipe[1];
   stdoutFd_ = outPipe[0];
+  // A larger pipe lets git run ahead of a reader that parses as it goes.
+  if (stdoutFd_ >= 0) ::fcntl(stdoutFd_, F_SETPIPE_SZ, 1 << 20);
   stderrFd_ = errPipe[0];
   return true;
 }

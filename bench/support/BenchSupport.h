@@ -1,0 +1,96 @@
+#pragma once
+// Shared helpers of the benchmark programs: a private preferences file, timing of our
+// code and of git itself in the same run, peak memory, and the one-line report.
+#include <QDir>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <functional>
+#include <unistd.h>
+#include <vector>
+
+#include "Git/Process/Task.h"
+#include "Services/Preferences.h"
+
+namespace Bench {
+
+inline void setUpEnvironment() {
+  ::setenv("JELV_LOG_LEVEL", "warn", 0);
+  static QTemporaryDir dir;
+  Preferences::useStoreFile(dir.path() + QStringLiteral("/bench.ini"));
+  Preferences::shared().setGitInstance(GitInstanceType::system());
+}
+
+inline double seconds(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// The median of several runs, after one warm-up run that fills the file cache.
+inline double medianSeconds(const std::function<void()>& work, int runs = 5) {
+  work();
+  std::vector<double> times;
+  for (int i = 0; i < runs; ++i) times.push_back(seconds(work));
+  std::sort(times.begin(), times.end());
+  return times[times.size() / 2];
+}
+
+// Runs git with stdout to /dev/null, the reference for what git alone costs.
+inline void runGitToDevNull(const QString& repo, const QStringList& args) {
+  Task task;
+  task.launchPath = QStringLiteral("/usr/bin/git");
+  task.arguments = args;
+  task.environment = Task::Environment::current();
+  task.currentDirectory = repo;
+  task.pipeStdout = true;
+  task.pipeStderr = false;
+  task.launch();
+  const int out = task.takeStdout();
+  char buffer[65536];
+  while (::read(out, buffer, sizeof buffer) > 0) {
+  }
+  ::close(out);
+  task.waitForExit();
+}
+
+// Peak resident memory of this process in bytes.
+inline long peakRssBytes() {
+  FILE* f = std::fopen("/proc/self/status", "r");
+  if (!f) return 0;
+  char line[256];
+  long kb = 0;
+  while (std::fgets(line, sizeof line, f)) {
+    if (std::sscanf(line, "VmHWM: %ld kB", &kb) == 1) break;
+  }
+  std::fclose(f);
+  return kb * 1024;
+}
+
+inline long currentRssBytes() {
+  FILE* f = std::fopen("/proc/self/status", "r");
+  if (!f) return 0;
+  char line[256];
+  long kb = 0;
+  while (std::fgets(line, sizeof line, f)) {
+    if (std::sscanf(line, "VmRSS: %ld kB", &kb) == 1) break;
+  }
+  std::fclose(f);
+  return kb * 1024;
+}
+
+inline void report(const char* name, double ours, const char* unit, double ref, const char* refUnit) {
+  std::printf("%s ours=%.3f%s ref=%.3f%s ratio=%.3f\n", name, ours, unit, ref, refUnit, ref > 0 ? ours / ref : 0.0);
+  std::fflush(stdout);
+}
+
+inline void report(const char* name, double ours, const char* unit) {
+  std::printf("%s ours=%.3f%s\n", name, ours, unit);
+  std::fflush(stdout);
+}
+
+}  // namespace Bench

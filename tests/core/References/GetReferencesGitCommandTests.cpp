@@ -1,0 +1,207 @@
+// References, HEAD and ahead/behind counts read from real repositories.
+#include <gtest/gtest.h>
+
+#include "Git/Commands/Repository/GetBehindAheadInfoGitCommand.h"
+#include "Git/Commands/Repository/GetHeadGitCommand.h"
+#include "Git/Commands/Repository/GetReferencesGitCommand.h"
+#include "Jobs/CancelationToken.h"
+#include "Models/BisectMark.h"
+#include "Models/RepositoryReferences.h"
+#include "ReferencesTestSupport.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+template <typename T>
+std::shared_ptr<const T> find(const ReferenceList& refs, const QString& fullReference) {
+  for (const auto& ref : refs) {
+    if (ref->fullReference == fullReference) return std::dynamic_pointer_cast<const T>(ref);
+  }
+  return nullptr;
+}
+
+QStringList fullReferences(const ReferenceList& refs) {
+  QStringList names;
+  for (const auto& ref : refs) names << ref->fullReference;
+  return names;
+}
+
+// An upstream repository with two branches and both kinds of tag, and a clone of it
+// with a remote HEAD, a local branch of odd name and a bisect in progress.
+class ReferencesRepositoryTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    {
+      FixedDates dates("1500000000 +0000", "1500000000 +0000");
+      first = upstream.commitFile("a.txt", "1\n", "first");
+    }
+    {
+      FixedDates dates("1600000000 +0000", "1600000000 +0000");
+      second = upstream.commitFile("a.txt", "2\n", "second");
+    }
+    upstream.git({"branch", "feature/x", first});
+    {
+      // The tag object is made later than the commit it points at.
+      FixedDates dates("1700000000 +0000", "1700000000 +0000");
+      upstream.git({"tag", "-a", "v1.0", "-m", "release", first});
+    }
+    upstream.git({"tag", "light", second});
+    clone.git({"clone", "-q", upstream.path(), "."});
+    clone.git({"branch", "--track", "feature/x", "origin/feature/x"});
+    clone.git({"branch", "ünïcode-ß"});
+  }
+
+  TempRepository upstream{true, QStringLiteral("upstream")};
+  TempRepository clone{false, QStringLiteral("clone")};
+  QString first, second;
+};
+
+TEST_F(ReferencesRepositoryTest, ReadsBranchesRemotesAndBothKindsOfTag) {
+  auto result = GetReferencesGitCommand::execute(clone.module(), Subdomain::all());
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const ReferenceList& refs = result.value();
+  EXPECT_EQ(fullReferences(refs),
+            (QStringList{"refs/heads/feature/x", "refs/heads/main", "refs/heads/ünïcode-ß", "refs/remotes/origin/feature/x",
+                         "refs/remotes/origin/main", "refs/tags/light", "refs/tags/v1.0"}));  // no origin/HEAD
+
+  auto main = find<LocalBranch>(refs, "refs/heads/main");
+  ASSERT_TRUE(main);
+  EXPECT_TRUE(main->isActive);
+  EXPECT_EQ(main->sha, second);
+  EXPECT_EQ(main->upstreamFullReference, QStringLiteral("refs/remotes/origin/main"));
+  EXPECT_EQ(main->remoteName(), QStringLiteral("origin"));
+  EXPECT_EQ(main->committerDate.toSecsSinceEpoch(), 1600000000);
+
+  auto unicode = find<LocalBranch>(refs, "refs/heads/ünïcode-ß");
+  ASSERT_TRUE(unicode);
+  EXPECT_FALSE(unicode->isActive);
+  EXPECT_FALSE(unicode->upstreamFullReference);
+  EXPECT_EQ(unicode->name, QStringLiteral("ünïcode-ß"));
+
+  auto remote = find<RemoteBranch>(refs, "refs/remotes/origin/feature/x");
+  ASSERT_TRUE(remote);
+  EXPECT_EQ(remote->remote, QStringLiteral("origin"));
+  EXPECT_EQ(remote->name, QStringLiteral("feature/x"));
+  EXPECT_EQ(remote->sha, first);
+
+  auto annotated = find<Tag>(refs, "refs/tags/v1.0");
+  ASSERT_TRUE(annotated);
+  EXPECT_NE(annotated->sha, first);  // the tag object
+  EXPECT_EQ(annotated->dereferencedSha, first);
+  EXPECT_EQ(annotated->committerDate.toSecsSinceEpoch(), 1500000000);  // from the commit, not the tag
+
+  auto light = find<Tag>(refs, "refs/tags/light");
+  ASSERT_TRUE(light);
+  EXPECT_EQ(light->sha, second);
+  EXPECT_FALSE(light->dereferencedSha);
+
+  const auto snapshot = RepositoryReferences::make(QString(), std::nullopt, refs);
+  ASSERT_TRUE(snapshot.activeBranch);
+  EXPECT_EQ(snapshot.activeBranch->name, QStringLiteral("main"));
+  EXPECT_EQ(snapshot.remoteBranches.size(), 2u);
+}
+
+TEST_F(ReferencesRepositoryTest, PatternsReadOnlyTheAskedNamespaces) {
+  auto tagsOnly = GetReferencesGitCommand::execute(clone.module(), Subdomain::tags());
+  ASSERT_TRUE(tagsOnly.isSuccess());
+  EXPECT_EQ(fullReferences(tagsOnly.value()), (QStringList{"refs/tags/light", "refs/tags/v1.0"}));
+
+  auto branches = GetReferencesGitCommand::execute(clone.module(), Subdomain::branches());
+  ASSERT_TRUE(branches.isSuccess());
+  EXPECT_EQ(branches.value().size(), 5u);
+  for (const auto& ref : branches.value()) EXPECT_FALSE(ref->fullReference.startsWith("refs/tags/"));
+}
+
+TEST_F(ReferencesRepositoryTest, BisectMarksStashAndDetachedHead) {
+  clone.commitFile("b.txt", "b\n", "third");
+  clone.git({"bisect", "start"});
+  clone.git({"bisect", "bad"});
+  clone.git({"bisect", "good", first});  // checks out a commit between: HEAD detached
+  clone.writeFile("a.txt", "dirty\n");
+  clone.git({"stash", "-q"});
+
+  auto result = GetReferencesGitCommand::execute(clone.module(), Subdomain::all());
+  ASSERT_TRUE(result.isSuccess());
+  const ReferenceList& refs = result.value();
+  EXPECT_FALSE(fullReferences(refs).contains("refs/stash"));
+  auto bad = find<BisectMark>(refs, "refs/bisect/bad");
+  auto good = find<BisectMark>(refs, "refs/bisect/good-" + first);
+  ASSERT_TRUE(bad && good);
+  EXPECT_FALSE(bad->isGood);
+  EXPECT_TRUE(good->isGood);
+
+  // No local branch is checked out while bisecting.
+  const auto snapshot = RepositoryReferences::make(QString(), std::nullopt, refs);
+  EXPECT_FALSE(snapshot.activeBranch);
+
+  auto head = GetHeadGitCommand::execute(clone.module());
+  ASSERT_TRUE(head.isSuccess());
+  EXPECT_EQ(head.value(), clone.git({"rev-parse", "HEAD"}).trimmed());
+  EXPECT_EQ(head.value().size(), 40);
+}
+
+TEST_F(ReferencesRepositoryTest, AheadAndBehindOfTrackingBranches) {
+  // main: one commit ahead; feature/x: one behind after the upstream moves on.
+  clone.commitFile("mine.txt", "1\n", "mine");
+  upstream.git({"checkout", "-q", "feature/x"});
+  upstream.commitFile("theirs.txt", "1\n", "theirs");
+  upstream.commitFile("theirs.txt", "2\n", "theirs 2");
+  clone.git({"fetch", "-q"});
+  clone.git({"checkout", "-q", "-b", "both", "origin/feature/x~1"});
+  clone.commitFile("both.txt", "1\n", "both");
+  clone.git({"branch", "-u", "origin/feature/x"});
+  // A branch whose upstream went away shows "[gone]".
+  clone.git({"branch", "orphaned", "main"});
+  clone.git({"config", "branch.orphaned.remote", "origin"});
+  clone.git({"config", "branch.orphaned.merge", "refs/heads/nowhere"});
+
+  LogCapture log;
+  auto result = GetBehindAheadInfoGitCommand::execute(clone.module());
+  ASSERT_TRUE(result.isSuccess());
+  const BehindAheadInfoCache& cache = result.value();
+  EXPECT_EQ(cache.info("refs/heads/main"), (BehindAheadInfo{0, 1}));
+  EXPECT_EQ(cache.info("refs/heads/feature/x"), (BehindAheadInfo{2, 0}));
+  EXPECT_EQ(cache.info("refs/heads/both"), (BehindAheadInfo{1, 1}));
+  EXPECT_FALSE(cache.info("refs/heads/ünïcode-ß"));  // no upstream
+  EXPECT_FALSE(cache.info("refs/heads/orphaned"));
+  EXPECT_TRUE(log.contains("Cannot parse behind/ahead line 'refs/heads/orphaned\t[gone]'"))
+      << log.messages().join('|').toStdString();
+  EXPECT_EQ(cache.entries.size(), 3);
+}
+
+TEST(BehindAheadParseTest, ReadsEachFormOfTheTrack) {
+  const auto cache = GetBehindAheadInfoGitCommand::parse(
+      "refs/heads/a\t[ahead 2, behind 1]\n"
+      "refs/heads/b\t[behind 3]\n"
+      "refs/heads/c\t[ahead 12]\n"
+      "refs/heads/level\t\n"
+      "refs/heads/none\n"
+      "refs/heads/d\t[ahead 1]\textra\n"
+      "\n");
+  EXPECT_EQ(cache.info("refs/heads/a"), (BehindAheadInfo{1, 2}));
+  EXPECT_EQ(cache.info("refs/heads/b"), (BehindAheadInfo{3, 0}));
+  EXPECT_EQ(cache.info("refs/heads/c"), (BehindAheadInfo{0, 12}));
+  EXPECT_FALSE(cache.info("refs/heads/level"));
+  EXPECT_FALSE(cache.info("refs/heads/d"));  // three fields
+  EXPECT_EQ(cache.entries.size(), 3);
+}
+
+TEST(EmptyRepositoryTest, HasNoReferencesAndNoHead) {
+  TempRepository empty;
+  auto refs = GetReferencesGitCommand::execute(empty.module(), Subdomain::all());
+  ASSERT_TRUE(refs.isSuccess());
+  EXPECT_TRUE(refs.value().empty());
+  LogCapture log;
+  auto head = GetHeadGitCommand::execute(empty.module());
+  EXPECT_TRUE(head.isError<Error::GitUnknownError>());
+  for (const QString& message : log.messages()) EXPECT_FALSE(message.startsWith("Git error")) << message.toStdString();
+}
+
+TEST(MissingRepositoryTest, FailsWithTheDirectory) {
+  const GitModule gone{QStringLiteral("/nonexistent/jelv/repo"), QStringLiteral("/nonexistent/jelv/repo/.git"), std::nullopt};
+  EXPECT_TRUE(GetReferencesGitCommand::execute(gone, Subdomain::all()).isError<Error::GitWorkingDirectoryNotExists>());
+  EXPECT_TRUE(GetHeadGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
+  EXPECT_TRUE(GetBehindAheadInfoGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
+}
+
+}  // namespace

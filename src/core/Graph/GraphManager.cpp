@@ -1,0 +1,103 @@
+// The lane algorithm. One forward pass over the visible rows, newest first. Between two
+// rows there is a list of open lanes, each heading for one commit (its nextSha) and
+// carrying an id that picks its colour; a lane's column is simply its index in the
+// list. At a row, every lane heading somewhere else passes through; the leftmost lane
+// heading for this commit carries it, and any other lane heading for it ends here. The
+// carrying lane then heads for the first parent. A commit that no lane leads to is a
+// branch tip and opens a lane at the right end. Every further parent of a merge joins
+// the first lane already heading for that parent, or opens a new one at the right end.
+// git lists children before parents, so nothing needs to look ahead, and only the lanes
+// of the previous row are kept.
+//
+// Deliberate consequences: a new lane's id is the column it was born in, so two lanes
+// may share a colour; the first parent never looks for an existing lane, so two lanes
+// for one commit can run side by side until it; and when a lane ends, the lanes to its
+// right close up at once, which a row shows as a top column that differs from its
+// bottom column. Lanes are never reordered.
+#include "Graph/GraphManager.h"
+
+#include <algorithm>
+
+GraphManager::GraphManager() { graphItems_.reserve(blockSize); }
+
+void GraphManager::reset(const RevisionGraph* revisions) {
+  revisions_ = revisions;
+  graphItems_ = std::vector<GraphInfo>();
+  graphItems_.reserve(blockSize);
+  lastPrecalculatedRow_ = -1;
+  ctx1_.lines.clear();
+  ctx2_.lines.clear();
+}
+
+void GraphManager::precalculate(int row) {
+  const int count = revisions_ ? revisions_->count() : 0;
+  if (row < 0) return;
+  const int target = std::min(count, (row / blockSize + 1) * blockSize);
+  // Rows are only ever added in order; a request inside what is done changes nothing.
+  if (lastPrecalculatedRow_ + 1 >= target) return;
+
+  graphItems_.reserve(static_cast<size_t>(target));
+  for (int r = lastPrecalculatedRow_ + 1; r < target; ++r) {
+    // The two contexts take turns as the row above and the row being made.
+    const bool even = graphItems_.size() % 2 == 0;
+    GetRevisionsContext& previous = even ? ctx1_ : ctx2_;
+    GetRevisionsContext& next = even ? ctx2_ : ctx1_;
+    const Revision& revision = *revisions_->revision(r);
+    graphItems_.push_back(computeRow(previous.lines, next.lines, revisions_->graphParents(revision), revision.sha()));
+  }
+  lastPrecalculatedRow_ = target - 1;
+}
+
+GraphInfo GraphManager::computeRow(const std::vector<Line>& previous, std::vector<Line>& next,
+                                   std::span<const Sha> parents, const Sha& sha) {
+  next.clear();
+  GraphInfo info;
+  info.lines.reserve(previous.size() + parents.size() + 1);
+  bool found = false;
+  int column = -1;
+  int lineId = -1;
+
+  for (size_t i = 0; i < previous.size(); ++i) {
+    const Line& line = previous[i];
+    const int top = static_cast<int>(i);
+    if (line.nextSha != sha) {
+      const int c = static_cast<int>(next.size());
+      info.lines.push_back(GraphLine{line.id, top, c, c});
+      next.push_back(line);
+    } else if (found) {
+      info.lines.push_back(GraphLine{line.id, top, column, std::nullopt});
+    } else {
+      found = true;
+      column = static_cast<int>(next.size());
+      lineId = line.id;
+      if (!parents.empty()) {
+        next.push_back(Line{line.id, parents[0]});
+        info.lines.push_back(GraphLine{line.id, top, column, column});
+      } else {
+        info.lines.push_back(GraphLine{line.id, top, column, std::nullopt});  // ends in a root
+      }
+    }
+  }
+
+  if (!found && !parents.empty()) {
+    column = static_cast<int>(next.size());
+    lineId = column;
+    next.push_back(Line{column, parents[0]});
+    info.lines.push_back(GraphLine{column, std::nullopt, column, column});
+  }
+
+  for (size_t k = 1; k < parents.size(); ++k) {
+    const auto existing = std::find_if(next.begin(), next.end(), [&](const Line& l) { return l.nextSha == parents[k]; });
+    if (existing != next.end()) {
+      info.lines.push_back(GraphLine{existing->id, std::nullopt, column, static_cast<int>(existing - next.begin())});
+    } else {
+      const int j = static_cast<int>(next.size());
+      info.lines.push_back(GraphLine{j, std::nullopt, column, j});
+      next.push_back(Line{j, parents[k]});
+    }
+  }
+
+  info.currentCommitColumn = column;
+  info.lineId = lineId;
+  return info;
+}

@@ -1,0 +1,65 @@
+#pragma once
+#include <QDateTime>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "Logging/AdvancedLogger.h"
+#include "Models/AppSettings.h"
+#include "Models/Sqlite/SqliteConnection.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+
+// A registry in a fresh file, with a clock the test moves by hand, and the log captured.
+class RegistryTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    logLines().clear();
+    AdvancedLogger::setCaptureHook([](AdvancedLogger::Level, const QString& text) { logLines().append(text); });
+    dbPath = dir.path() + QStringLiteral("/db.sqlite3");
+    settings = std::make_unique<AppSettings>(dbPath);
+    settings->setClock([this] { return clock; });
+    settings->initializeDatabase();
+    ASSERT_TRUE(settings->isConnected());
+  }
+  void TearDown() override { AdvancedLogger::setCaptureHook(nullptr); }
+
+  static QStringList& logLines() {
+    static QStringList lines;
+    return lines;
+  }
+  bool logged(const QString& fragment) const {
+    for (const QString& line : logLines())
+      if (line.contains(fragment)) return true;
+    return false;
+  }
+
+  // A second, independent connection for looking at the file as it is.
+  std::unique_ptr<SqliteConnection> rawConnection() const {
+    auto opened = SqliteConnection::open(dbPath);
+    return std::move(std::get<std::unique_ptr<SqliteConnection>>(opened));
+  }
+  // The rows of a query as text, one "a|b|c" string per row; NULL shows as "NULL".
+  QStringList rows(const QString& sql) const {
+    QStringList result;
+    auto db = rawConnection();
+    const auto error = db->query(sql, {}, [&](const SqliteStatement& row) {
+      QStringList cells;
+      for (int column = 0; column < row.columnCount(); ++column) cells << row.optionalTextAt(column).value_or(QStringLiteral("NULL"));
+      result << cells.join(QLatin1Char('|'));
+    });
+    EXPECT_FALSE(error.has_value()) << error.value_or(QString()).toStdString();
+    return result;
+  }
+  void execute(const QString& sql) const {
+    const auto error = rawConnection()->execute(sql);
+    ASSERT_FALSE(error.has_value()) << error.value_or(QString()).toStdString();
+  }
+
+  void advance(int seconds) { clock = clock.addSecs(seconds); }
+
+  QTemporaryDir dir;
+  QString dbPath;
+  QDateTime clock = QDateTime(QDate(2024, 3, 1), QTime(12, 0), Qt::UTC);
+  std::unique_ptr<AppSettings> settings;
+};

@@ -39,6 +39,7 @@ QString localGitPath() { return resourcesDirectory() + QStringLiteral("/git-inst
 QString askPassPath() { return resourcesDirectory() + QStringLiteral("/jelv_askpasswd"); }
 QString gitLfsDirectory() { return resourcesDirectory() + QStringLiteral("/git-instance/git-lfs"); }
 QString gitFlowDirectory() { return resourcesDirectory() + QStringLiteral("/gitflow-avh"); }
+QString gpgWrapperPath() { return resourcesDirectory() + QStringLiteral("/gpg.sh"); }
 }  // namespace Git
 
 QString applicationDataDirectory() {

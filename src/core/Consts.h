@@ -13,6 +13,7 @@ QString localGitPath();    // resources/git-instance/bin/git
 QString askPassPath();     // resources/jelv_askpasswd
 QString gitLfsDirectory(); // resources/git-instance/git-lfs
 QString gitFlowDirectory();// resources/gitflow-avh
+QString gpgWrapperPath();  // resources/gpg.sh, what gpg.program names for signed commits
 }  // namespace Git
 
 QString applicationDataDirectory();  // <data>/org.jelv.Jelv

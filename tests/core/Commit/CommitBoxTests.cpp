@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include "Models/CommitButtonTitle.h"
+#include "Models/CommitComposer.h"
+#include "Models/CommitMessage.h"
+#include "Models/SubjectCounter.h"
+
+TEST(CommitButtonTitle, FollowsTheRepositoryStateBeforeTheFileCount) {
+  struct Row {
+    const char* name;
+    CommitButtonInput input;
+    CommitButtonTitle expected;
+  };
+  using P = CommitPhase;
+  using A = CommitButtonAction;
+  const Row rows[] = {
+      {"nothing staged", {P::none, false, 0, false, false}, {"Commit", A::commit, false}},
+      {"one file", {P::none, false, 1, false, false}, {"Commit 1 File", A::commit, false}},
+      {"several files", {P::none, false, 12, false, false}, {"Commit 12 Files", A::commit, false}},
+      {"push preference", {P::none, false, 2, true, false}, {"Commit 2 Files and Push", A::commit, true}},
+      {"option key", {P::none, false, 0, false, true}, {"Commit and Push", A::commit, true}},
+      {"rebase, amend wins over staged files", {P::rebaseInProgress, true, 3, true, false}, {"Amend Last Commit", A::amendLastCommit, false}},
+      {"rebase with staged files", {P::rebaseInProgress, false, 1, false, false}, {"Commit 1 File", A::commit, false}},
+      {"rebase, nothing staged", {P::rebaseInProgress, false, 0, true, true}, {"Continue Rebase", A::continueRebase, false}},
+      {"cherry-pick, nothing staged", {P::cherryPickInProgress, false, 0, false, false}, {"Continue Cherry-Pick", A::continueCherryPick, false}},
+      {"cherry-pick with staged files", {P::cherryPickInProgress, false, 2, false, false}, {"Commit 2 Files", A::commit, false}},
+      {"squash, whatever is staged", {P::squashInProgress, false, 4, true, false}, {"Squash Commits", A::squashCommits, false}},
+  };
+  for (const Row& row : rows) {
+    const CommitButtonTitle title = commitButtonTitle(row.input);
+    EXPECT_EQ(title.text, row.expected.text) << row.name;
+    EXPECT_EQ(title.action, row.expected.action) << row.name;
+    EXPECT_EQ(title.andPush, row.expected.andPush) << row.name;
+  }
+}
+
+TEST(SubjectCounter, ColoursByTheTwoLimitsAndTipsOnlyBeyondTheHighOne) {
+  const QString tip = QStringLiteral("The recommended subject line should be 70 characters or less");
+  EXPECT_TRUE(subjectCounter(QString(), 50, 70).hidden);
+
+  const SubjectCounter atLow = subjectCounter(QString(50, QLatin1Char('x')), 50, 70);
+  EXPECT_FALSE(atLow.hidden);
+  EXPECT_EQ(atLow.count, 50);
+  EXPECT_EQ(atLow.color, SubjectCounterColor::normal);
+  EXPECT_EQ(subjectCounter(QString(51, QLatin1Char('x')), 50, 70).color, SubjectCounterColor::warning);
+
+  const SubjectCounter atHigh = subjectCounter(QString(70, QLatin1Char('x')), 50, 70);
+  EXPECT_EQ(atHigh.color, SubjectCounterColor::warning);
+  EXPECT_FALSE(atHigh.toolTip.has_value());
+
+  const SubjectCounter beyond = subjectCounter(QString(71, QLatin1Char('x')), 50, 70);
+  EXPECT_EQ(beyond.color, SubjectCounterColor::error);
+  EXPECT_EQ(beyond.toolTip, tip);
+}
+
+TEST(SubjectCounter, CountsWhatTheUserSeesNotCodeUnits) {
+  // 50 decomposed "é" are 100 UTF-16 units but 50 characters: still within the low limit.
+  QString decomposed;
+  for (int i = 0; i < 50; ++i) decomposed += QStringLiteral("e\u0301");
+  EXPECT_EQ(subjectCounter(decomposed, 50, 70).count, 50);
+  EXPECT_EQ(subjectCounter(decomposed, 50, 70).color, SubjectCounterColor::normal);
+  // A character outside the basic plane is a surrogate pair, one character.
+  EXPECT_EQ(subjectCharacterCount(QStringLiteral("fix \U0001F41B")), 5);
+}
+
+TEST(CommitMessage, SplitsSubjectFromBodyAndJoinsThemBack) {
+  const CommitMessage message = CommitMessage::fromText(QStringLiteral("Subject line\n\n\nBody one\n\nBody two\n\n"));
+  EXPECT_EQ(message.subject, QStringLiteral("Subject line"));
+  EXPECT_EQ(message.description, QStringLiteral("Body one\n\nBody two"));
+  EXPECT_EQ(message.text(), QStringLiteral("Subject line\n\nBody one\n\nBody two"));
+  EXPECT_EQ(CommitMessage::fromText(message.text()), message);
+
+  EXPECT_EQ(CommitMessage::fromText(QStringLiteral("Only a subject\n")), (CommitMessage{QStringLiteral("Only a subject"), {}}));
+  EXPECT_EQ((CommitMessage{QStringLiteral("Only a subject"), {}}).text(), QStringLiteral("Only a subject"));
+  EXPECT_EQ(CommitMessage::fromText(QStringLiteral("Windows\r\n\r\nlines\r\n")),
+            (CommitMessage{QStringLiteral("Windows"), QStringLiteral("lines")}));
+}
+
+TEST(CommitComposer, AmendParksTheTypedTextAndGivesItBack) {
+  CommitComposer composer;
+  composer.setMessage({QStringLiteral("Half-written"), QStringLiteral("draft body")});
+  int loads = 0;
+  const auto lastMessage = [&loads]() -> GitResult<QString> {
+    ++loads;
+    return QStringLiteral("Previous commit\n\nIts body\n");
+  };
+
+  ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
+  EXPECT_TRUE(composer.amend());
+  EXPECT_EQ(composer.message(), (CommitMessage{QStringLiteral("Previous commit"), QStringLiteral("Its body")}));
+  // Turning it on twice doesn't park the loaded message over the user's text.
+  ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
+  EXPECT_EQ(loads, 1);
+
+  composer.setSubject(QStringLiteral("Previous commit, fixed"));
+  ASSERT_TRUE(composer.setAmend(false, lastMessage).isSuccess());
+  EXPECT_FALSE(composer.amend());
+  EXPECT_EQ(composer.message(), (CommitMessage{QStringLiteral("Half-written"), QStringLiteral("draft body")}));
+
+  const auto failing = []() -> GitResult<QString> { return Error::Generic{QStringLiteral("no HEAD")}; };
+  EXPECT_TRUE(composer.setAmend(true, failing).isFailure());
+  EXPECT_FALSE(composer.amend());
+  EXPECT_EQ(composer.message().subject, QStringLiteral("Half-written"));
+
+  ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
+  composer.reset();
+  EXPECT_FALSE(composer.amend());
+  EXPECT_TRUE(composer.message().isEmpty());
+  EXPECT_TRUE(composer.parkedMessage().isEmpty());
+}

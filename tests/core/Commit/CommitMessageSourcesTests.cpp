@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
+#include "Git/Commands/WorkingDirectory/GetCommitTemplate.h"
+#include "Git/Commands/WorkingDirectory/SetCommitTemplateGitCommand.h"
+#include "Models/MergeMessage.h"
+#include "support/TempRepository.h"
+#include "support/TestEnvironment.h"
+
+namespace {
+// main and topic both change a.txt; merging topic stops at the conflict.
+void startConflictedMerge(const TempRepository& repo) {
+  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("Base"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
+  repo.commitFile(QStringLiteral("a.txt"), "topic\n", QStringLiteral("Topic"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.commitFile(QStringLiteral("a.txt"), "main\n", QStringLiteral("Main"));
+  repo.git({QStringLiteral("merge"), QStringLiteral("topic")}, true);
+}
+}  // namespace
+
+TEST(MergeMessage, PrefillsFromTheMessageGitPreparedForAMerge) {
+  TempRepository repo;
+  EXPECT_FALSE(readMergeMessage(repo.module()).has_value());
+  startConflictedMerge(repo);
+
+  const auto message = readMergeMessage(repo.module());
+  ASSERT_TRUE(message.has_value());
+  EXPECT_EQ(message->subject, QStringLiteral("Merge branch 'topic'"));
+
+  // An empty squash message is no message: the merge's stands.
+  repo.writeFile(QStringLiteral(".git/SQUASH_MSG"), "\n");
+  EXPECT_EQ(readMergeMessage(repo.module())->subject, QStringLiteral("Merge branch 'topic'"));
+  repo.writeFile(QStringLiteral(".git/SQUASH_MSG"), "Squashed topic\n\nAll of it\n");
+  EXPECT_EQ(*readMergeMessage(repo.module()), (CommitMessage{QStringLiteral("Squashed topic"), QStringLiteral("All of it")}));
+}
+
+TEST(MergeMessage, ReadsTheSquashMessageOfASquashMerge) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("Base"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
+  repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("Add b\n\nWith a body"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.git({QStringLiteral("merge"), QStringLiteral("--squash"), QStringLiteral("topic")});
+
+  const auto message = readMergeMessage(repo.module());
+  ASSERT_TRUE(message.has_value());
+  EXPECT_EQ(message->subject, QStringLiteral("Squashed commit of the following:"));
+  EXPECT_TRUE(message->description.contains(QStringLiteral("Add b"))) << message->description.toStdString();
+}
+
+TEST(CommitMessages, LastAndRecentMessagesComeWholeAndNewestFirst) {
+  TempRepository repo;
+  EXPECT_TRUE(GetCommitMessagesGitCommand::recentMessages(repo.module()).isFailure());  // no HEAD yet
+
+  for (int i = 1; i <= 12; ++i) {
+    repo.commitFile(QStringLiteral("f.txt"), QByteArray::number(i), QStringLiteral("Change %1\n\nBody of change %1\nsecond line").arg(i));
+  }
+  const GitResult<QString> last = GetCommitMessagesGitCommand::lastMessage(repo.module());
+  ASSERT_TRUE(last.isSuccess());
+  EXPECT_EQ(last.value(), QStringLiteral("Change 12\n\nBody of change 12\nsecond line\n\n"));
+
+  const GitResult<QStringList> recent = GetCommitMessagesGitCommand::recentMessages(repo.module());
+  ASSERT_TRUE(recent.isSuccess());
+  ASSERT_EQ(recent.value().size(), 10);
+  EXPECT_EQ(recent.value().first(), QStringLiteral("Change 12\n\nBody of change 12\nsecond line"));
+  EXPECT_EQ(recent.value().last(), QStringLiteral("Change 3\n\nBody of change 3\nsecond line"));
+}
+
+TEST(CommitTemplate, WritesTheFileAndReadsItBackThroughTheConfiguration) {
+  TempRepository repo;
+  const GitResult<std::optional<QString>> unset = GetCommitTemplate::execute(repo.module(), ConfigLocation::local);
+  ASSERT_TRUE(unset.isSuccess());  // exit status 1 of "config" means "not set"
+  EXPECT_FALSE(unset.value().has_value());
+
+  const QString text = QStringLiteral("[ticket] \u00DCbersicht\n\nWhy:\n");
+  ASSERT_TRUE(SetCommitTemplateGitCommand::execute(repo.module(), std::nullopt, text).isSuccess());
+  const auto local = GetCommitTemplate::execute(repo.module(), ConfigLocation::local);
+  ASSERT_TRUE(local.isSuccess() && local.value().has_value());
+  EXPECT_EQ(*local.value(), repo.gitDir() + QStringLiteral("/commit_msg_template.txt"));
+  EXPECT_EQ(GetCommitTemplate::readTemplate(repo.module(), *local.value()), text);
+  EXPECT_FALSE(GetCommitTemplate::execute(repo.module(), ConfigLocation::global).value().has_value());
+
+  // A relative path in the configuration is taken from the working directory, as git does.
+  repo.writeFile(QStringLiteral("docs/template.txt"), "relative\n");
+  repo.git({QStringLiteral("config"), QStringLiteral("--global"), QStringLiteral("commit.template"), QStringLiteral("docs/template.txt")});
+  const auto global = GetCommitTemplate::execute(repo.module(), ConfigLocation::global);
+  repo.git({QStringLiteral("config"), QStringLiteral("--global"), QStringLiteral("--unset"), QStringLiteral("commit.template")});
+  ASSERT_TRUE(global.isSuccess() && global.value().has_value());
+  EXPECT_EQ(GetCommitTemplate::readTemplate(repo.module(), *global.value()), QStringLiteral("relative\n"));
+}

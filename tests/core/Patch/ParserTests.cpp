@@ -1,0 +1,454 @@
+#include <gtest/gtest.h>
+
+#include "DiffFixture.h"
+#include "Logging/AdvancedLogger.h"
+#include "Models/PatchParser.h"
+
+namespace {
+
+QStringList loggedErrors;
+void captureLog(AdvancedLogger::Level level, const QString& message) {
+  if (level == AdvancedLogger::Level::error) loggedErrors << message;
+}
+
+XPatchPtr parse(const QString& text, XFilePatch::Location location = XFilePatch::Location::unstaged) {
+  return PatchParser().parse(text, location);
+}
+
+QStringList texts(const XChangedLineList& lines) {
+  QStringList result;
+  for (const auto& line : lines) result << line->line;
+  return result;
+}
+
+QStringList flags(const XChangedLineList& lines) {
+  QStringList result;
+  for (const auto& line : lines) result << (line->noNewLineAtEndOfFile ? QStringLiteral("flag") : QStringLiteral("-"));
+  return result;
+}
+
+QByteArray numberedLines(int count, const QByteArray& prefix = "line ") {
+  QByteArray text;
+  for (int i = 1; i <= count; ++i) text += prefix + QByteArray::number(i) + '\n';
+  return text;
+}
+
+const XFilePatch* fileNamed(const XPatch& patch, const QString& name) {
+  for (const XFilePatch& file : patch.files) {
+    if (file.newFilepath == name || (!file.newFilepath && file.oldFilepath == name)) return &file;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+TEST(PatchParser, FoldsAModifiedFileIntoChunksAndSubChunks) {
+  TempRepository repo;
+  QByteArray text = numberedLines(30);
+  repo.commitFile(QStringLiteral("f.txt"), text, QStringLiteral("base"));
+  text.replace("line 3\n", "line three\n");
+  text.replace("line 6\n", "line 6\ninserted\n");
+  text.replace("line 25\n", "");
+  repo.writeFile(QStringLiteral("f.txt"), text);
+
+  const QString diff = DiffFixture::diff(repo);
+  const XPatchPtr patch = parse(diff, XFilePatch::Location::unstaged);
+  ASSERT_TRUE(patch);
+  ASSERT_EQ(patch->files.size(), 1u);
+  const XFilePatch& file = patch->files.front();
+  EXPECT_EQ(file.oldFilepath, QStringLiteral("f.txt"));
+  EXPECT_EQ(file.newFilepath, QStringLiteral("f.txt"));
+  EXPECT_EQ(file.oldFileMode, FileMode{100644});
+  EXPECT_EQ(file.newFileMode, FileMode{100644});
+  EXPECT_EQ(file.oldTreeIsh.size(), 40);
+  EXPECT_EQ(file.treeIsh, repo.git({QStringLiteral("hash-object"), QStringLiteral("f.txt")}).trimmed());
+  EXPECT_EQ(file.location, XFilePatch::Location::unstaged);
+  EXPECT_FALSE(file.similarity.has_value());
+  EXPECT_FALSE(file.isMinified);
+  EXPECT_EQ(patch->changedLinesCount(), 4);
+
+  // Lines 3 and 6 are close enough to share a hunk; line 25 has its own.
+  ASSERT_EQ(file.chunks.size(), 2u);
+  const XChunk& first = *file.chunks[0];
+  EXPECT_EQ(first.fromStart, 1);
+  EXPECT_EQ(first.fromLength, 9);
+  EXPECT_EQ(first.toStart, 1);
+  EXPECT_EQ(first.toLength, 10);
+  ASSERT_EQ(first.subChunks.size(), 2u);
+  const XSubChunk& change = *first.subChunks[0];
+  EXPECT_EQ(texts(change.preContextLines), (QStringList{"line 1\n", "line 2\n"}));
+  EXPECT_EQ(texts(change.removedLines), QStringList{"line 3\n"});
+  EXPECT_EQ(texts(change.addedLines), QStringList{"line three\n"});
+  // Context between two changes is the first one's post-context.
+  EXPECT_EQ(texts(change.postContextLines), (QStringList{"line 4\n", "line 5\n", "line 6\n"}));
+  const XSubChunk& insertion = *first.subChunks[1];
+  EXPECT_TRUE(insertion.preContextLines.empty());
+  EXPECT_TRUE(insertion.removedLines.empty());
+  EXPECT_EQ(texts(insertion.addedLines), QStringList{"inserted\n"});
+  EXPECT_EQ(texts(insertion.postContextLines), (QStringList{"line 7\n", "line 8\n", "line 9\n"}));
+
+  const XChunk& second = *file.chunks[1];
+  EXPECT_EQ(second.fromStart, 22);
+  EXPECT_EQ(second.toStart, 23);
+  ASSERT_EQ(second.subChunks.size(), 1u);
+  EXPECT_EQ(texts(second.subChunks[0]->removedLines), QStringList{"line 25\n"});
+  EXPECT_EQ(second.subChunks[0]->postContextLines.size(), 3u);
+}
+
+TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
+  TempRepository repo;
+  repo.writeFile(QStringLiteral("deleted.txt"), numberedLines(3));
+  repo.writeFile(QStringLiteral("renamed-old.txt"), numberedLines(20));
+  repo.writeFile(QStringLiteral("source.txt"), numberedLines(20, "copy me "));
+  repo.writeFile(QStringLiteral("script.sh"), "echo one\n");
+  repo.writeFile(QStringLiteral("mode-only.sh"), "echo two\n");
+  repo.writeFile(QStringLiteral("data.bin"), QByteArray("\0\1\2\3", 4));
+  repo.writeFile(QStringLiteral("name with blank.txt"), "x\n");
+  repo.writeFile(QStringLiteral("\u00fcnic\u00f6de.txt"), "x\n");
+  repo.commit(QStringLiteral("base"));
+
+  repo.writeFile(QStringLiteral("created.txt"), "new\n");
+  repo.removeFile(QStringLiteral("deleted.txt"));
+  QByteArray renamed = numberedLines(20);
+  renamed.replace("line 10\n", "line ten\n");
+  repo.removeFile(QStringLiteral("renamed-old.txt"));
+  repo.writeFile(QStringLiteral("renamed-new.txt"), renamed);
+  QByteArray copied = numberedLines(20, "copy me ");
+  copied.replace("copy me 5\n", "copied 5\n");
+  repo.writeFile(QStringLiteral("copy.txt"), copied);
+  repo.writeFile(QStringLiteral("script.sh"), "echo one\necho more\n");
+  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("script.sh")});
+  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("mode-only.sh")});
+  repo.writeFile(QStringLiteral("data.bin"), QByteArray("\0\1\2\4", 4));
+  repo.writeFile(QStringLiteral("name with blank.txt"), "y\n");
+  repo.writeFile(QStringLiteral("\u00fcnic\u00f6de.txt"), "y\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("-A")});
+  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("script.sh"), QStringLiteral("mode-only.sh")});
+
+  loggedErrors.clear();
+  AdvancedLogger::setCaptureHook(captureLog);
+  const XPatchPtr patch = parse(DiffFixture::stagedDiff(repo, {QStringLiteral("-C"), QStringLiteral("--find-copies-harder")}),
+                                XFilePatch::Location::staged);
+  AdvancedLogger::setCaptureHook(nullptr);
+  ASSERT_TRUE(patch);
+
+  const XFilePatch* created = fileNamed(*patch, QStringLiteral("created.txt"));
+  ASSERT_NE(created, nullptr);
+  EXPECT_FALSE(created->oldFilepath.has_value());
+  EXPECT_FALSE(created->oldFileMode.has_value());
+  EXPECT_EQ(created->newFileMode, FileMode{100644});
+  EXPECT_EQ(created->oldTreeIsh, QString(40, u'0'));
+  ASSERT_EQ(created->chunks.size(), 1u);
+  EXPECT_EQ(created->chunks[0]->fromStart, 0);
+  EXPECT_EQ(texts(created->chunks[0]->subChunks[0]->addedLines), QStringList{"new\n"});
+  EXPECT_EQ(created->location, XFilePatch::Location::staged);
+
+  const XFilePatch* deleted = fileNamed(*patch, QStringLiteral("deleted.txt"));
+  ASSERT_NE(deleted, nullptr);
+  EXPECT_FALSE(deleted->newFilepath.has_value());
+  EXPECT_EQ(deleted->oldFileMode, FileMode{100644});
+  EXPECT_FALSE(deleted->newFileMode.has_value());
+  EXPECT_EQ(deleted->chunks[0]->subChunks[0]->removedLines.size(), 3u);
+
+  const XFilePatch* renamedFile = fileNamed(*patch, QStringLiteral("renamed-new.txt"));
+  ASSERT_NE(renamedFile, nullptr);
+  EXPECT_EQ(renamedFile->oldFilepath, QStringLiteral("renamed-old.txt"));
+  EXPECT_EQ(renamedFile->similarity, 94);
+  EXPECT_EQ(texts(renamedFile->chunks[0]->subChunks[0]->addedLines), QStringList{"line ten\n"});
+
+  const XFilePatch* copy = fileNamed(*patch, QStringLiteral("copy.txt"));
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->oldFilepath, QStringLiteral("source.txt"));
+  EXPECT_EQ(copy->similarity, 95);
+
+  const XFilePatch* script = fileNamed(*patch, QStringLiteral("script.sh"));
+  ASSERT_NE(script, nullptr);
+  EXPECT_EQ(script->oldFileMode, FileMode{100644});
+  EXPECT_EQ(script->newFileMode, FileMode{100755});
+  EXPECT_EQ(texts(script->chunks[0]->subChunks[0]->addedLines), QStringList{"echo more\n"});
+
+  // No chunk lines, so no paths; the index line still gives the mode.
+  const XFilePatch* binary = nullptr;
+  for (const XFilePatch& file : patch->files) {
+    if (!file.oldFilepath && !file.newFilepath) binary = &file;
+  }
+  ASSERT_NE(binary, nullptr);
+  EXPECT_TRUE(binary->chunks.empty());
+  EXPECT_EQ(binary->oldFileMode, FileMode{100644});
+
+  EXPECT_NE(fileNamed(*patch, QStringLiteral("name with blank.txt")), nullptr);
+  EXPECT_NE(fileNamed(*patch, QStringLiteral("\u00fcnic\u00f6de.txt")), nullptr);
+
+  // A pure mode change prints no index line and drops out with a log line.
+  EXPECT_EQ(fileNamed(*patch, QStringLiteral("mode-only.sh")), nullptr);
+  EXPECT_EQ(patch->files.size(), 8u);
+  EXPECT_EQ(loggedErrors, QStringList{QStringLiteral("File patch parsing failed! File index not found.")});
+}
+
+TEST(PatchParser, DropsAPureRenameButKeepsTheFilesAroundIt) {
+  TempRepository repo;
+  repo.writeFile(QStringLiteral("a.txt"), "a\n");
+  repo.writeFile(QStringLiteral("b.txt"), numberedLines(10));
+  repo.writeFile(QStringLiteral("c.txt"), "c\n");
+  repo.commit(QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("a.txt"), "a2\n");
+  repo.git({QStringLiteral("mv"), QStringLiteral("b.txt"), QStringLiteral("moved.txt")});
+  repo.writeFile(QStringLiteral("c.txt"), "c2\n");
+  repo.stageAll();
+  const QString diff = DiffFixture::stagedDiff(repo);
+  ASSERT_TRUE(diff.contains(QStringLiteral("rename to moved.txt")));
+  const XPatchPtr patch = parse(diff);
+  ASSERT_TRUE(patch);
+  ASSERT_EQ(patch->files.size(), 2u);
+  EXPECT_EQ(patch->files[0].newFilepath, QStringLiteral("a.txt"));
+  EXPECT_EQ(patch->files[1].newFilepath, QStringLiteral("c.txt"));
+}
+
+TEST(PatchParser, SubmoduleAndLfsPointerDiffsAreTextDiffs) {
+  TempRepository sub(true, QStringLiteral("sub"));
+  const QString first = sub.commitFile(QStringLiteral("s.txt"), "1\n", QStringLiteral("one"));
+  const QString second = sub.commitFile(QStringLiteral("s.txt"), "2\n", QStringLiteral("two"));
+
+  TempRepository repo;
+  const QString oid1 = QString(64, u'a'), oid2 = QString(64, u'b');
+  const auto pointer = [](const QString& oid, int size) {
+    return QStringLiteral("version https://git-lfs.github.com/spec/v1\noid sha256:%1\nsize %2\n").arg(oid).arg(size).toUtf8();
+  };
+  repo.writeFile(QStringLiteral("image.png"), pointer(oid1, 1200));
+  repo.git({QStringLiteral("-c"), QStringLiteral("protocol.file.allow=always"), QStringLiteral("submodule"), QStringLiteral("add"),
+            QStringLiteral("-q"), sub.path(), QStringLiteral("module")});
+  repo.git({QStringLiteral("-C"), QStringLiteral("module"), QStringLiteral("checkout"), QStringLiteral("-q"), first});
+  repo.commit(QStringLiteral("base"));
+  repo.git({QStringLiteral("-C"), QStringLiteral("module"), QStringLiteral("checkout"), QStringLiteral("-q"), second});
+  repo.writeFile(QStringLiteral("image.png"), pointer(oid2, 2400));
+
+  const XPatchPtr patch = parse(DiffFixture::diff(repo));
+  ASSERT_TRUE(patch);
+  ASSERT_EQ(patch->files.size(), 2u);
+  const XFilePatch* image = fileNamed(*patch, QStringLiteral("image.png"));
+  ASSERT_NE(image, nullptr);
+  const XSubChunk& pointerChange = *image->chunks[0]->subChunks[0];
+  EXPECT_EQ(texts(pointerChange.removedLines), (QStringList{"oid sha256:" + oid1 + "\n", "size 1200\n"}));
+  EXPECT_EQ(texts(pointerChange.addedLines), (QStringList{"oid sha256:" + oid2 + "\n", "size 2400\n"}));
+
+  const XFilePatch* module = fileNamed(*patch, QStringLiteral("module"));
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(module->oldFileMode, FileMode{160000});
+  EXPECT_EQ(module->newFileMode, FileMode{160000});
+  EXPECT_EQ(module->oldTreeIsh, first);
+  EXPECT_EQ(module->treeIsh, second);
+  // "@@ -1 +1 @@": the counts git left out read as 0.
+  ASSERT_EQ(module->chunks.size(), 1u);
+  EXPECT_EQ(module->chunks[0]->fromLength, 0);
+  EXPECT_EQ(module->chunks[0]->toLength, 0);
+  EXPECT_EQ(texts(module->chunks[0]->subChunks[0]->removedLines), QStringList{"Subproject commit " + first + "\n"});
+  EXPECT_EQ(texts(module->chunks[0]->subChunks[0]->addedLines), QStringList{"Subproject commit " + second + "\n"});
+}
+
+TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
+  struct Row {
+    const char* name;
+    QByteArray before, after;
+    QStringList removedFlags, addedFlags, postFlags;
+  };
+  const Row rows[] = {
+      {"newline taken away", "a\nb\n", "a\nc", {"-"}, {"flag"}, {}},
+      {"newline added", "a\nb", "a\nb\n", {"flag"}, {"-"}, {}},
+      {"neither side has one", "a\nb", "a\nc", {"flag"}, {"flag"}, {}},
+      {"last line is unchanged context", "a\nb\nc\nd", "A\nb\nc\nd", {"-"}, {"-"}, {"-", "-", "flag"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    TempRepository repo;
+    repo.commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
+    repo.writeFile(QStringLiteral("f"), row.after);
+    const XPatchPtr patch = parse(DiffFixture::diff(repo));
+    ASSERT_TRUE(patch);
+    ASSERT_EQ(patch->files.size(), 1u);
+    ASSERT_EQ(patch->files[0].chunks.size(), 1u);
+    ASSERT_EQ(patch->files[0].chunks[0]->subChunks.size(), 1u);
+    const XSubChunk& sub = *patch->files[0].chunks[0]->subChunks[0];
+    EXPECT_EQ(flags(sub.removedLines), row.removedFlags);
+    EXPECT_EQ(flags(sub.addedLines), row.addedFlags);
+    EXPECT_EQ(flags(sub.postContextLines), row.postFlags);
+    ASSERT_TRUE(sub.noNewLineAtEndOfFileLine);
+    EXPECT_EQ(sub.noNewLineAtEndOfFileLine->line, QStringLiteral("No newline at end of file\n"));
+    EXPECT_FALSE(sub.noNewLineAtEndOfFileLine->noNewLineAtEndOfFile);
+    // The flagged line keeps the newline that the diff text gave it.
+    for (const auto* list : {&sub.removedLines, &sub.addedLines, &sub.postContextLines}) {
+      for (const auto& line : *list) EXPECT_TRUE(line->line.endsWith(u'\n'));
+    }
+  }
+
+  // Context alone never takes the marker: a chunk without changes stays unflagged.
+  const XPatchPtr contextOnly = parse(QStringLiteral(
+      "diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1,2 +1,2 @@\n a\n b\n\\ No newline at end of file\n"));
+  ASSERT_TRUE(contextOnly);
+  const XSubChunk& sub = *contextOnly->files.at(0).chunks.at(0)->subChunks.at(0);
+  EXPECT_EQ(flags(sub.preContextLines), (QStringList{"-", "-"}));
+  EXPECT_FALSE(sub.noNewLineAtEndOfFileLine);
+}
+
+TEST(PatchParser, MarksFilesWithLinesLongerThan2047Characters) {
+  // A combining accent makes two UTF-16 units one character: length alone would lie.
+  const QByteArray accented = QString(QStringLiteral("e\u0301")).toUtf8();
+  struct Row {
+    const char* name;
+    QByteArray line;
+    bool minified;
+  };
+  const Row rows[] = {
+      {"2047 characters and a newline", QByteArray(2047, 'x') + '\n', true},
+      {"2046 characters and a newline", QByteArray(2046, 'x') + '\n', false},
+      {"2048 characters, no newline", QByteArray(2048, 'x'), true},
+      {"2047 accented characters", accented.repeated(2047) + '\n', true},
+      {"2046 accented characters (4092 UTF-16 units)", accented.repeated(2046) + '\n', false},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    TempRepository repo;
+    repo.commitFile(QStringLiteral("min.js"), "short\nkeep\n", QStringLiteral("base"));
+    repo.writeFile(QStringLiteral("min.js"), "short\nkeep\n" + row.line);
+    const XPatchPtr patch = parse(DiffFixture::diff(repo));
+    ASSERT_TRUE(patch);
+    ASSERT_EQ(patch->files.size(), 1u);
+    EXPECT_EQ(patch->files[0].isMinified, row.minified);
+    // The diff text ends every line, even the one that has no newline in the file.
+    const QByteArray printed = row.line.endsWith('\n') ? row.line : row.line + '\n';
+    EXPECT_EQ(patch->files[0].chunks[0]->subChunks[0]->addedLines.at(0)->line, QString::fromUtf8(printed));
+  }
+}
+
+TEST(PatchParser, ReadsPathLinesAsTheyArePrinted) {
+  struct Row {
+    const char* name;
+    QString line;  // as the tokenizer keeps it: without the first column
+    std::optional<QString> path;
+  };
+  const Row rows[] = {
+      {"plain", QStringLiteral("++ b/dir/name.txt\n"), QStringLiteral("dir/name.txt")},
+      {"blank in the name, tab behind", QStringLiteral("++ b/dir/name with blank\t\n"), QStringLiteral("dir/name with blank")},
+      {"removed side", QStringLiteral("-- a/x\n"), QStringLiteral("x")},
+      {"created file", QStringLiteral("-- /dev/null\n"), std::nullopt},
+      {"no newline", QStringLiteral("++ b/last"), QStringLiteral("last")},
+      // The search covers as many units as there are characters: three characters of
+      // two units each cost the path its last one.
+      {"outside the 16-bit range", QStringLiteral("++ b/\U0001D49C\U0001D49C\U0001D49C\n"), QStringLiteral("\U0001D49C\U0001D49C")},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(PatchParser::pathOfHeaderLine(row.line), row.path);
+  }
+}
+
+TEST(PatchParser, SplitsFilesAndChunksAtTheRightTokens) {
+  const QString text = QStringLiteral(
+      "diff --git a/one b/one\n"
+      "index 1111111..2222222 100644\n"
+      "--- a/one\n"
+      "+++ b/one\n"
+      "@@ -1,2 +1,2 @@\n"
+      "-a\n"
+      "+b\n"
+      " c\n"
+      "\n"
+      "@@ -10,1 +10,2 @@\n"
+      " x\n"
+      "+y\n"
+      "diff --git a/two b/two\n"
+      "new file mode 100755\n"
+      "index 0000000..3333333\n"
+      "--- /dev/null\n"
+      "+++ b/two\n"
+      "@@ -0,0 +1 @@\n"
+      "+z\n");
+  const XPatchPtr patch = parse(text, XFilePatch::Location::revision);
+  ASSERT_TRUE(patch);
+  ASSERT_EQ(patch->files.size(), 2u);
+  const XFilePatch& one = patch->files[0];
+  // The empty line ends the first chunk but not the file.
+  ASSERT_EQ(one.chunks.size(), 2u);
+  EXPECT_EQ(texts(one.chunks[0]->subChunks[0]->postContextLines), QStringList{"c\n"});
+  EXPECT_EQ(texts(one.chunks[1]->subChunks[0]->preContextLines), QStringList{"x\n"});
+  EXPECT_EQ(texts(one.chunks[1]->subChunks[0]->addedLines), QStringList{"y\n"});
+  const XFilePatch& two = patch->files[1];
+  EXPECT_FALSE(two.oldFilepath.has_value());
+  EXPECT_EQ(two.newFilepath, QStringLiteral("two"));
+  EXPECT_EQ(two.newFileMode, FileMode{100755});
+  EXPECT_EQ(two.location, XFilePatch::Location::revision);
+  EXPECT_EQ(patch->changedLinesCount(), 4);
+
+  // Changes after trailing context start a new sub-chunk, removals after additions don't.
+  const XPatchPtr mixed = parse(QStringLiteral(
+      "diff --git a/m b/m\nindex 1..2 100644\n--- a/m\n+++ b/m\n@@ -1,6 +1,6 @@\n a\n+b\n-c\n d\n-e\n+f\n g\n"));
+  ASSERT_TRUE(mixed);
+  const auto& subs = mixed->files.at(0).chunks.at(0)->subChunks;
+  ASSERT_EQ(subs.size(), 2u);
+  EXPECT_EQ(texts(subs[0]->addedLines), QStringList{"b\n"});
+  EXPECT_EQ(texts(subs[0]->removedLines), QStringList{"c\n"});
+  EXPECT_EQ(texts(subs[0]->postContextLines), QStringList{"d\n"});
+  EXPECT_TRUE(subs[1]->preContextLines.empty());
+  EXPECT_EQ(texts(subs[1]->removedLines), QStringList{"e\n"});
+}
+
+TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
+  TempRepository repo;
+  repo.writeFile(QStringLiteral("a.txt"), numberedLines(40));
+  repo.writeFile(QStringLiteral("b.txt"), "b\nb");
+  repo.commit(QStringLiteral("base"));
+  QByteArray a = numberedLines(40);
+  a.replace("line 2\n", "two\n");
+  a.replace("line 30\n", "thirty\n");
+  repo.writeFile(QStringLiteral("a.txt"), a);
+  repo.writeFile(QStringLiteral("b.txt"), "b\nc");
+  repo.writeFile(QStringLiteral("c.txt"), "new\n");
+  repo.stageAll();
+  const QString full = DiffFixture::stagedDiff(repo);
+  const XPatchPtr whole = parse(full);
+  ASSERT_TRUE(whole);
+  ASSERT_EQ(whole->files.size(), 3u);
+
+  // Every cut either fails as a whole or gives a prefix of the files, never more lines.
+  for (qsizetype cut = 0; cut <= full.size(); ++cut) {
+    const XPatchPtr part = parse(full.left(cut));
+    if (!part) continue;
+    ASSERT_LE(part->files.size(), whole->files.size()) << "cut at " << cut;
+    ASSERT_LE(part->changedLinesCount(), whole->changedLinesCount()) << "cut at " << cut;
+    for (size_t i = 0; i < part->files.size(); ++i) {
+      // A cut inside a path line shortens the path, it never invents one. (A cut index
+      // line can still parse: "index 0000" reads as "0", any two characters, "0".)
+      const XFilePatch& cutFile = part->files[i];
+      if (cutFile.newFilepath) ASSERT_TRUE(whole->files[i].newFilepath.value_or(QString()).startsWith(*cutFile.newFilepath)) << cut;
+    }
+  }
+
+  struct Row {
+    const char* name;
+    QString text;
+    int files;
+  };
+  const Row rows[] = {
+      {"no diff at all", QStringLiteral("hello\nworld\n"), 0},
+      {"header only", QStringLiteral("diff --git a/x b/x\n"), 0},
+      {"lines before any header", QStringLiteral("+a\n-b\n c\n@@ -1 +1 @@\n+x\n"), 0},
+      {"index without mode", QStringLiteral("diff --git a/x b/x\nindex 1..2\n--- a/x\n+++ b/x\n@@ -1 +1 @@\n-a\n+b\n"), 0},
+      {"pragma right after the header", QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n\\ No newline at end of file\n"), 1},
+      {"pragma that is something else",
+       QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n-a\n\\ something\n+b\n"), 1},
+      {"chunk headers back to back", QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n@@ -2 +2 @@\n+b\n"), 1},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    const XPatchPtr patch = parse(row.text);
+    ASSERT_TRUE(patch);
+    EXPECT_EQ(int(patch->files.size()), row.files);
+  }
+  const XPatchPtr backToBack = parse(rows[6].text);
+  ASSERT_EQ(backToBack->files[0].chunks.size(), 2u);
+  EXPECT_TRUE(backToBack->files[0].chunks[0]->subChunks.empty());
+  const XPatchPtr otherPragma = parse(rows[5].text);
+  const XSubChunk& sub = *otherPragma->files[0].chunks[0]->subChunks[0];
+  EXPECT_EQ(texts(sub.removedLines), QStringList{"a\n"});
+  EXPECT_EQ(texts(sub.addedLines), QStringList{"b\n"});
+  EXPECT_FALSE(sub.noNewLineAtEndOfFileLine);
+}

@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include "Logging/AdvancedLogger.h"
+#include "Models/PatchTokenizer.h"
+
+namespace {
+
+std::optional<std::vector<Token>> tokenize(const QString& text) {
+  return PatchTokenizer::tokenize(text, PatchTokenizer::hunkHeaderExpression());
+}
+
+QStringList loggedErrors;
+void captureLog(AdvancedLogger::Level level, const QString& message) {
+  if (level == AdvancedLogger::Level::error) loggedErrors << message;
+}
+
+}  // namespace
+
+TEST(PatchTokenizer, ReadsHunkHeadersWithAndWithoutCounts) {
+  struct Row {
+    const char* name;
+    QString line;
+    ChunkHeader expected;
+  };
+  const Row rows[] = {
+      {"created file", QStringLiteral("@@ -0,0 +1,3 @@\n"), {{0, 0}, {1, 3}, QString()}},
+      // git leaves a count of 1 out; it reads as 0 here.
+      {"counts left out", QStringLiteral("@@ -1 +1 @@ int main()\n"), {{1, 0}, {1, 0}, QStringLiteral(" int main()")}},
+      {"context string keeps everything", QStringLiteral("@@ -10,7 +12,8 @@ class A { // @@ x\r\n"),
+       {{10, 7}, {12, 8}, QStringLiteral(" class A { // @@ x\r")}},
+      {"no newline at the end of the text", QStringLiteral("@@ -5,2 +5 @@"), {{5, 2}, {5, 0}, QString()}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    const auto header = PatchTokenizer::parseChunkHeader(row.line, PatchTokenizer::hunkHeaderExpression());
+    ASSERT_TRUE(header.has_value());
+    EXPECT_EQ(header->fromFileRange, row.expected.fromFileRange);
+    EXPECT_EQ(header->toFileRange, row.expected.toFileRange);
+    EXPECT_EQ(header->contextString, row.expected.contextString);
+    const auto tokens = tokenize(row.line);
+    ASSERT_TRUE(tokens.has_value());
+    ASSERT_EQ(tokens->size(), 1u);
+    const auto* token = tokens->front().as<TokenType::ChunkHeader>();
+    ASSERT_NE(token, nullptr);
+    EXPECT_EQ(token->toLength, row.expected.toFileRange.length);
+    EXPECT_EQ(token->contextString, row.expected.contextString);
+  }
+}
+
+TEST(PatchTokenizer, ReadsFileHeaderLines) {
+  const QString text = QStringLiteral(
+      "diff --git a/x b/y\n"
+      "old mode 100644\n"
+      "new mode 100755\n"
+      "deleted file mode 120000\n"
+      "new file mode 160000\n"
+      "similarity index 87%\n"
+      "index 3b18e51..AB12cd0 100644\n"
+      "index 0000000000000000000000000000000000000000..e69de29bb2d1d6434b8b29ae775ad8c2e48c5391\n"
+      "rename from x\n"
+      "Binary files a/x and b/y differ\n"
+      "\n");
+  const auto tokens = tokenize(text);
+  ASSERT_TRUE(tokens.has_value());
+  ASSERT_EQ(tokens->size(), 11u);
+  EXPECT_TRUE((*tokens)[0].is<TokenType::PatchHeader>());
+  using Mode = TokenType::PatchHeaderFileMode;
+  using Type = TokenType::FileModeType;
+  EXPECT_EQ(*(*tokens)[1].as<Mode>(), (Mode{Type::oldMode, FileMode{100644}}));
+  EXPECT_EQ(*(*tokens)[2].as<Mode>(), (Mode{Type::newMode, FileMode{100755}}));
+  EXPECT_EQ(*(*tokens)[3].as<Mode>(), (Mode{Type::oldMode, FileMode{120000}}));
+  EXPECT_EQ(*(*tokens)[4].as<Mode>(), (Mode{Type::newMode, FileMode{160000}}));
+  EXPECT_EQ((*tokens)[5].as<TokenType::PatchHeaderSimilarity>()->percentage, 87);
+  using Index = TokenType::PatchHeaderIndex;
+  EXPECT_EQ(*(*tokens)[6].as<Index>(), (Index{QStringLiteral("3b18e51"), QStringLiteral("AB12cd0"), FileMode{100644}}));
+  EXPECT_EQ(*(*tokens)[7].as<Index>(), (Index{QString(40, u'0'), QStringLiteral("e69de29bb2d1d6434b8b29ae775ad8c2e48c5391"), std::nullopt}));
+  EXPECT_TRUE((*tokens)[8].is<TokenType::Other>());
+  EXPECT_TRUE((*tokens)[9].is<TokenType::Other>());
+  EXPECT_TRUE((*tokens)[10].is<TokenType::Other>());
+}
+
+TEST(PatchTokenizer, LineTokensKeepTheirTextAndCoverTheWholeText) {
+  // "--- a/f" is a removal by its first character; the parser tells headers apart.
+  const QString text = QStringLiteral(
+      "--- a/f\n"
+      "+++ b/f\n"
+      "@@ -1,3 +1,3 @@\n"
+      " k\u00e4se\r\n"
+      "-old\r\n"
+      "+new \U0001F600\r\n"
+      "\\ No newline at end of file\n"
+      "\\\n"
+      "+last");
+  const auto tokens = tokenize(text);
+  ASSERT_TRUE(tokens.has_value());
+  ASSERT_EQ(tokens->size(), 9u);
+  EXPECT_EQ((*tokens)[0].as<TokenType::Delete>()->line, QStringLiteral("-- a/f\n"));
+  EXPECT_EQ((*tokens)[1].as<TokenType::Insert>()->line, QStringLiteral("++ b/f\n"));
+  EXPECT_EQ((*tokens)[3].as<TokenType::Context>()->line, QStringLiteral("k\u00e4se\r\n"));
+  EXPECT_EQ((*tokens)[4].as<TokenType::Delete>()->line, QStringLiteral("old\r\n"));
+  EXPECT_EQ((*tokens)[5].as<TokenType::Insert>()->line, QStringLiteral("new \U0001F600\r\n"));
+  EXPECT_EQ((*tokens)[6].as<TokenType::Pragma>()->line, QStringLiteral("No newline at end of file\n"));
+  EXPECT_EQ((*tokens)[7].as<TokenType::Pragma>()->line, QString());
+  EXPECT_EQ((*tokens)[8].as<TokenType::Insert>()->line, QStringLiteral("last"));
+
+  qsizetype expectedStart = 0;
+  for (const Token& token : *tokens) {
+    EXPECT_EQ(token.location, expectedStart);
+    const QStringView source = QStringView(text).mid(token.location, token.length);
+    EXPECT_TRUE(source.endsWith(u'\n') || token.location + token.length == text.size());
+    expectedStart += token.length;
+  }
+  EXPECT_EQ(expectedStart, text.size());
+
+  EXPECT_TRUE(tokenize(QString())->empty());
+  const auto blank = tokenize(QStringLiteral("\n\n"));
+  ASSERT_EQ(blank->size(), 2u);
+  EXPECT_TRUE(blank->front().is<TokenType::Other>());
+}
+
+TEST(PatchTokenizer, RejectsTheWholeTextOnABrokenHeaderLine) {
+  const QString valid = QStringLiteral("diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1 +1 @@\n-a\n+b\n");
+  ASSERT_TRUE(tokenize(valid).has_value());
+  struct Row {
+    const char* name;
+    QString appended;
+  };
+  const Row rows[] = {
+      {"hunk header without numbers", QStringLiteral("@@ -a +b @@\n")},
+      {"hunk header cut short", QStringLiteral("@@ -1,2 +1\n")},
+      {"start beyond 64 bits", QStringLiteral("@@ -99999999999999999999,1 +1,1 @@\n")},
+      {"lone backslash at the end", QStringLiteral("\\")},
+      {"index line of non-hex names", QStringLiteral("index xyz..abc\n")},
+      {"word that starts like an index line", QStringLiteral("indexes\n")},
+      {"mode line without digits", QStringLiteral("old mode rwxr-xr-x\n")},
+      {"similarity without percent", QStringLiteral("similarity index 90\n")},
+      {"similarity beyond 64 bits", QStringLiteral("similarity index 123456789012345678901234%\n")},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_FALSE(tokenize(valid + row.appended).has_value());
+  }
+  // In front of more text the backslash has a second character and is a pragma.
+  EXPECT_TRUE(tokenize(QStringLiteral("\\") + valid).has_value());
+  EXPECT_FALSE(tokenize(QStringLiteral("@@ -a +b @@\n") + valid).has_value());
+
+  loggedErrors.clear();
+  AdvancedLogger::setCaptureHook(captureLog);
+  EXPECT_FALSE(tokenize(QStringLiteral("new file mode 10064x\n")).has_value());
+  AdvancedLogger::setCaptureHook(nullptr);
+  EXPECT_EQ(loggedErrors, QStringList{QStringLiteral("Cannot parse filemode patch header in 'new file mode 10064x'")});
+}

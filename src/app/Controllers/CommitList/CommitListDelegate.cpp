@@ -1,0 +1,163 @@
+#include "Controllers/CommitList/CommitListDelegate.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "Controllers/CommitList/CommitListModel.h"
+#include "Graph/GraphRowGeometry.h"
+#include "Models/BisectMark.h"
+#include "Models/LocalBranch.h"
+
+namespace {
+
+constexpr double kLeftMargin = 4.0;
+constexpr double kDotDiameter = 7.0;
+constexpr double kLabelGap = 4.0;
+
+enum class LabelKind { activeBranch, localBranch, remoteBranch, tag, head, bisectGood, bisectBad };
+
+LabelKind labelKind(const Reference& reference) {
+  switch (reference.kind()) {
+    case Reference::Kind::localBranch:
+      return static_cast<const LocalBranch&>(reference).isActive ? LabelKind::activeBranch : LabelKind::localBranch;
+    case Reference::Kind::remoteBranch: return LabelKind::remoteBranch;
+    case Reference::Kind::tag: return LabelKind::tag;
+    case Reference::Kind::head: return LabelKind::head;
+    case Reference::Kind::bisectMark:
+      return static_cast<const BisectMark&>(reference).isGood ? LabelKind::bisectGood : LabelKind::bisectBad;
+  }
+  return LabelKind::localBranch;
+}
+
+QColor labelColor(LabelKind kind, bool dark) {
+  switch (kind) {
+    case LabelKind::activeBranch:
+    case LabelKind::localBranch: return dark ? QColor(0x3a, 0x6e, 0xa5) : QColor(0xd6, 0xe6, 0xf7);
+    case LabelKind::remoteBranch: return dark ? QColor(0x2f, 0x4a, 0x66) : QColor(0xea, 0xf1, 0xf8);
+    case LabelKind::tag: return dark ? QColor(0x7a, 0x5c, 0x1e) : QColor(0xf8, 0xe8, 0xc4);
+    case LabelKind::head: return dark ? QColor(0x8a, 0x3a, 0x3a) : QColor(0xf6, 0xd5, 0xd5);
+    case LabelKind::bisectGood: return dark ? QColor(0x2e, 0x6b, 0x3a) : QColor(0xd4, 0xf0, 0xd9);
+    case LabelKind::bisectBad: return dark ? QColor(0x8a, 0x3a, 0x3a) : QColor(0xf6, 0xd5, 0xd5);
+  }
+  return Qt::gray;
+}
+
+}  // namespace
+
+CommitListDelegate::CommitListDelegate(const CommitListModel* model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
+
+QColor CommitListDelegate::laneColor(int id, bool dark) {
+  // Saturated enough for a light background, light enough for a dark one.
+  static const QColor light[] = {QColor(0x1f, 0x77, 0xb4), QColor(0xd6, 0x27, 0x28), QColor(0x2c, 0xa0, 0x2c),
+                                 QColor(0x94, 0x67, 0xbd), QColor(0xff, 0x7f, 0x0e), QColor(0x17, 0xbe, 0xcf),
+                                 QColor(0xe3, 0x77, 0xc2), QColor(0x8c, 0x56, 0x4b), QColor(0xbc, 0xbd, 0x22)};
+  static const QColor darkColors[] = {QColor(0x5d, 0xad, 0xe2), QColor(0xf1, 0x6a, 0x6a), QColor(0x6c, 0xd4, 0x6c),
+                                      QColor(0xb8, 0x98, 0xe0), QColor(0xff, 0xa6, 0x4d), QColor(0x4d, 0xd8, 0xe6),
+                                      QColor(0xf0, 0xa1, 0xd8), QColor(0xc4, 0x95, 0x83), QColor(0xdb, 0xdc, 0x5a)};
+  constexpr int count = static_cast<int>(std::size(light));
+  const int index = ((id % count) + count) % count;
+  return dark ? darkColors[index] : light[index];
+}
+
+QSize CommitListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  QSize size = QStyledItemDelegate::sizeHint(option, index);
+  size.setHeight(std::max(size.height(), option.fontMetrics.height() + 8));
+  return size;
+}
+
+void CommitListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const bool reachable = index.data(CommitListModel::ReachableRole).toBool();
+  painter->save();
+  if (!reachable) painter->setOpacity(0.55);
+  if (index.column() == CommitListModel::GraphColumn) {
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, background.widget);
+    paintGraphCell(painter, option, index.row());
+  } else {
+    QStyleOptionViewItem opt = option;
+    initStyleOption(&opt, index);
+    if (index.column() == CommitListModel::ShaColumn) opt.font.setFamily(QStringLiteral("monospace"));
+    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &opt, painter, opt.widget);
+  }
+  painter->restore();
+}
+
+void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionViewItem& option, int row) const {
+  const GraphInfo& info = model_->graphInfo(row);
+  const DecoratedRevision& decoration = model_->decoration(row);
+  const QRectF rect = option.rect;
+  const bool selected = option.state & QStyle::State_Selected;
+  const bool dark = option.palette.color(QPalette::Base).lightness() < 128;
+  painter->setRenderHint(QPainter::Antialiasing, true);
+
+  // Lanes first, then the dot on top of them.
+  for (const GraphLine& line : info.lines) {
+    const GraphPath geometry = GraphRowGeometry::path(line, rect, rect.x() + kLeftMargin);
+    QPainterPath stroke(geometry.start);
+    if (geometry.curved) {
+      stroke.cubicTo(geometry.control1, geometry.control2, geometry.end);
+    } else {
+      stroke.lineTo(geometry.end);
+    }
+    painter->setPen(QPen(laneColor(line.id, dark), GraphRowGeometry::strokeWidth, Qt::SolidLine, Qt::RoundCap));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPath(stroke);
+  }
+  const QRectF dot = GraphRowGeometry::dot(info, rect, rect.x() + kLeftMargin, kDotDiameter);
+  if (!dot.isEmpty()) {
+    const QColor color = laneColor(info.lineId, dark);
+    const bool merge = decoration.revision && decoration.revision->parents().size() > 1;
+    const bool stash = decoration.revision && decoration.revision->isStash();
+    painter->setPen(QPen(color, 1.5));
+    painter->setBrush(merge || stash ? option.palette.color(QPalette::Base) : color);
+    if (stash) {
+      painter->drawRect(dot.adjusted(0.5, 0.5, -0.5, -0.5));
+    } else {
+      painter->drawEllipse(dot);
+    }
+    if (decoration.isHead) {
+      painter->setPen(QPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text), 1.2));
+      painter->setBrush(Qt::NoBrush);
+      painter->drawEllipse(dot.adjusted(-2.5, -2.5, 2.5, 2.5));
+    }
+  }
+
+  // Lanes take one column each, plus padding: the labels start after the widest lane.
+  int columns = 0;
+  for (const GraphLine& line : info.lines) {
+    columns = std::max({columns, line.middle + 1, line.top.value_or(0) + 1, line.bottom.value_or(0) + 1});
+  }
+  double x = rect.x() + kLeftMargin + columns * GraphRowGeometry::columnWidth + GraphRowGeometry::lanesPadding + 6.0;
+
+  QFont labelFont = option.font;
+  labelFont.setPointSizeF(std::max(7.0, option.font.pointSizeF() - 1.0));
+  const QFontMetricsF labelMetrics(labelFont);
+  const double labelHeight = std::min(rect.height() - 4.0, labelMetrics.height() + 4.0);
+  for (const DecoratedReference& ref : decoration.references) {
+    if (!ref.reference) continue;
+    const LabelKind kind = labelKind(*ref.reference);
+    QString text = GraphRowGeometry::labelText(*ref.reference);
+    QFont font = labelFont;
+    font.setBold(kind == LabelKind::activeBranch);
+    const double width = QFontMetricsF(font).horizontalAdvance(text) + 10.0;
+    if (x + width > rect.right() - 40) break;
+    const QRectF box(x, rect.center().y() - labelHeight / 2.0, width, labelHeight);
+    painter->setPen(QPen(labelColor(kind, dark).darker(dark ? 70 : 125), 1.0));
+    painter->setBrush(labelColor(kind, dark));
+    painter->drawRoundedRect(box, 4.0, 4.0);
+    painter->setFont(font);
+    painter->setPen(dark ? QColor(0xf0, 0xf0, 0xf0) : QColor(0x20, 0x20, 0x20));
+    painter->drawText(box, Qt::AlignCenter, text);
+    x += width + kLabelGap;
+  }
+
+  painter->setFont(option.font);
+  painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+  const QRectF textRect(x + 2.0, rect.y(), rect.right() - x - 4.0, rect.height());
+  const QString subject = decoration.revision ? decoration.revision->message() : QString();
+  painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft,
+                    option.fontMetrics.elidedText(subject, Qt::ElideRight, static_cast<int>(textRect.width())));
+}

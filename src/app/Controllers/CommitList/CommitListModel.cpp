@@ -1,0 +1,92 @@
+#include "Controllers/CommitList/CommitListModel.h"
+
+#include <QLocale>
+
+CommitListModel::CommitListModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void CommitListModel::setSource(std::shared_ptr<const RevisionGraphSource> source) {
+  beginResetModel();
+  graph_.update(std::move(source));
+  graphManager_.reset(&graph_);
+  decoration_.reset(&graph_);
+  endResetModel();
+}
+
+void CommitListModel::rebuild() {
+  beginResetModel();
+  graph_.update(graph_.source());
+  graphManager_.reset(&graph_);
+  decoration_.reset(&graph_);
+  endResetModel();
+}
+
+void CommitListModel::toggleCollapsed(int row) {
+  if (row < 0 || row >= graph_.count()) return;
+  const Sha sha = graph_.revision(row)->sha();
+  if (graph_.isCollapsed(sha)) {
+    graph_.expand(sha);
+  } else {
+    graph_.collapse(sha);
+  }
+  rebuild();
+}
+
+int CommitListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : graph_.count(); }
+int CommitListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
+
+const GraphInfo& CommitListModel::graphInfo(int row) const {
+  graphManager_.precalculate(row);
+  return graphManager_.graphItem(row);
+}
+
+const DecoratedRevision& CommitListModel::decoration(int row) const {
+  decoration_.precalculate(row);
+  return decoration_.decoratedRevision(row);
+}
+
+QString CommitListModel::relativeDate(const QDateTime& date, const QDateTime& now) {
+  const qint64 secs = date.secsTo(now);
+  if (secs < 0) return QLocale().toString(date.toLocalTime(), QLocale::ShortFormat);
+  if (secs < 60) return tr("just now");
+  if (secs < 3600) return tr("%n min ago", nullptr, static_cast<int>(secs / 60));
+  if (secs < 86400) return tr("%n h ago", nullptr, static_cast<int>(secs / 3600));
+  if (secs < 86400 * 30) return tr("%n d ago", nullptr, static_cast<int>(secs / 86400));
+  return QLocale().toString(date.toLocalTime().date(), QLocale::ShortFormat);
+}
+
+QVariant CommitListModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= graph_.count()) return {};
+  const RevisionPtr& revision = graph_.revision(index.row());
+  switch (role) {
+    case Qt::DisplayRole:
+      switch (index.column()) {
+        case GraphColumn: return revision->message();
+        case AuthorColumn: return revision->author();
+        case DateColumn: return relativeDate(revision->authorDate(), QDateTime::currentDateTimeUtc());
+        case ShaColumn: return revision->sha().abbreviated(7);
+      }
+      break;
+    case Qt::ToolTipRole:
+      switch (index.column()) {
+        case AuthorColumn: return QStringLiteral("%1 <%2>").arg(revision->author(), revision->authorEmail());
+        case DateColumn: return QLocale().toString(revision->authorDate().toLocalTime(), QLocale::LongFormat);
+        case ShaColumn: return revision->sha().toString();
+        case GraphColumn: return revision->message();
+      }
+      break;
+    case ReachableRole: return decoration(index.row()).isReachable;
+    default: break;
+  }
+  return {};
+}
+
+QVariant CommitListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  switch (section) {
+    case GraphColumn: return tr("Description");
+    case AuthorColumn: return tr("Author");
+    case DateColumn: return tr("Date");
+    case ShaColumn: return tr("Commit");
+  }
+  return {};
+}

@@ -1,0 +1,50 @@
+#pragma once
+// The rows of the commit list over one immutable snapshot. Lanes and decoration are
+// computed on demand, a block at a time, only as far as the view has asked: a history
+// of 50,000 commits opens as fast as its first block.
+#include <QAbstractTableModel>
+#include <memory>
+
+#include "Graph/GraphManager.h"
+#include "Graph/RevisionCollectionView.h"
+#include "Graph/RevisionGraph.h"
+
+class CommitListModel : public QAbstractTableModel {
+  Q_OBJECT
+ public:
+  enum Column { GraphColumn, AuthorColumn, DateColumn, ShaColumn, ColumnCount };
+  enum Role { RevisionRole = Qt::UserRole + 1, ReachableRole };
+
+  explicit CommitListModel(QObject* parent = nullptr);
+
+  // Replaces the rows; the graph and the decoration start over.
+  void setSource(std::shared_ptr<const RevisionGraphSource> source);
+  const std::shared_ptr<const RevisionGraphSource>& source() const { return graph_.source(); }
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+  const RevisionPtr& revision(int row) const { return graph_.revision(row); }
+  const GraphInfo& graphInfo(int row) const;
+  const DecoratedRevision& decoration(int row) const;
+  std::optional<int> row(const Sha& sha) const { return graph_.row(std::optional<Sha>(sha)); }
+  std::optional<int> row(const QString& abbreviatedSha) const { return graph_.row(abbreviatedSha); }
+  const RevisionGraph& graph() const { return graph_; }
+
+  void toggleCollapsed(int row);
+
+  // How many rows have lanes computed; the view must not cause more than it shows.
+  int computedGraphRows() const { return graphManager_.lastPrecalculatedRow() + 1; }
+
+  // "2 hours ago" style for the list; the exact date goes in the tooltip.
+  static QString relativeDate(const QDateTime& date, const QDateTime& now);
+
+ private:
+  void rebuild();
+
+  RevisionGraph graph_;
+  mutable GraphManager graphManager_;
+  mutable RevisionCollectionView decoration_;
+};

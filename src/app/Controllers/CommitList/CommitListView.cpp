@@ -1,0 +1,73 @@
+#include "Controllers/CommitList/CommitListView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include "Controllers/CommitList/CommitListDelegate.h"
+
+CommitListView::CommitListView(QWidget* parent) : QTableView(parent), model_(new CommitListModel(this)) {
+  setModel(model_);
+  setItemDelegate(new CommitListDelegate(model_, this));
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setShowGrid(false);
+  setWordWrap(false);
+  setAlternatingRowColors(false);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  verticalHeader()->hide();
+  // Fixed heights: the view never measures rows it doesn't show.
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionResizeMode(CommitListModel::GraphColumn, QHeaderView::Stretch);
+  horizontalHeader()->setSectionResizeMode(CommitListModel::AuthorColumn, QHeaderView::Interactive);
+  horizontalHeader()->setSectionResizeMode(CommitListModel::DateColumn, QHeaderView::Interactive);
+  horizontalHeader()->setSectionResizeMode(CommitListModel::ShaColumn, QHeaderView::Interactive);
+  setColumnWidth(CommitListModel::AuthorColumn, 150);
+  setColumnWidth(CommitListModel::DateColumn, 110);
+  setColumnWidth(CommitListModel::ShaColumn, 80);
+  connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
+    Q_EMIT currentRevisionChanged(current.isValid() ? model_->revision(current.row()) : RevisionPtr());
+  });
+}
+
+void CommitListView::setSource(std::shared_ptr<const RevisionGraphSource> source) {
+  // Keep the selected commit across a refresh when it is still listed.
+  const RevisionPtr previous = currentRevision();
+  model_->setSource(std::move(source));
+  if (previous) selectSha(previous->sha());
+}
+
+bool CommitListView::selectSha(const Sha& sha) {
+  const auto row = model_->row(sha);
+  if (!row) return false;
+  const QModelIndex index = model_->index(*row, CommitListModel::GraphColumn);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  scrollTo(index);
+  return true;
+}
+
+RevisionPtr CommitListView::currentRevision() const {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid() || current.row() >= model_->rowCount()) return {};
+  return model_->revision(current.row());
+}
+
+void CommitListView::keyPressEvent(QKeyEvent* event) {
+  // Left and right collapse and expand a merge's side branches.
+  const QModelIndex current = currentIndex();
+  if (current.isValid() && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
+    const RevisionPtr revision = model_->revision(current.row());
+    if (revision && revision->parents().size() > 1) {
+      const bool collapsed = model_->graph().isCollapsed(revision->sha());
+      if ((event->key() == Qt::Key_Left) != collapsed) {
+        const Sha sha = revision->sha();
+        model_->toggleCollapsed(current.row());
+        selectSha(sha);
+      }
+      return;
+    }
+  }
+  QTableView::keyPressEvent(event);
+}

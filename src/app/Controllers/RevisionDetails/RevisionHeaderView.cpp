@@ -1,0 +1,50 @@
+#include "Controllers/RevisionDetails/RevisionHeaderView.h"
+
+#include <QLocale>
+#include <QUrl>
+
+namespace {
+const QString kCommitScheme = QStringLiteral("jelv-commit");
+
+QString person(const QString& name, const QString& email, const QDateTime& date) {
+  return QStringLiteral("%1 &lt;%2&gt; &nbsp;<span style='color:gray'>%3</span>")
+      .arg(name.toHtmlEscaped(), email.toHtmlEscaped(), QLocale().toString(date.toLocalTime(), QLocale::LongFormat).toHtmlEscaped());
+}
+}  // namespace
+
+RevisionHeaderView::RevisionHeaderView(QWidget* parent) : QTextBrowser(parent) {
+  setOpenLinks(false);
+  setFrameShape(QFrame::NoFrame);
+  connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) {
+    if (url.scheme() == kCommitScheme) Q_EMIT parentRequested(url.path());
+  });
+}
+
+QString RevisionHeaderView::html(const RevisionDetails& details) {
+  QStringList parents;
+  for (const QString& parent : details.parents) {
+    parents << QStringLiteral("<a href='%1:%2'>%3</a>").arg(kCommitScheme, parent, parent.left(10));
+  }
+  QString body = details.message.trimmed().toHtmlEscaped();
+  body.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
+  const bool sameCommitter = details.committer == details.author && details.committerEmail == details.authorEmail &&
+                             details.committerDate == details.authorDate;
+  QString rows = QStringLiteral("<tr><td style='color:gray'>Commit</td><td><code>%1</code></td></tr>").arg(details.sha);
+  if (!parents.isEmpty()) rows += QStringLiteral("<tr><td style='color:gray'>Parents</td><td>%1</td></tr>").arg(parents.join(QStringLiteral(", ")));
+  rows += QStringLiteral("<tr><td style='color:gray'>Author</td><td>%1</td></tr>").arg(person(details.author, details.authorEmail, details.authorDate));
+  if (!sameCommitter) {
+    rows += QStringLiteral("<tr><td style='color:gray'>Committer</td><td>%1</td></tr>")
+                .arg(person(details.committer, details.committerEmail, details.committerDate));
+  }
+  return QStringLiteral("<table cellspacing='2'>%1</table><p style='margin-top:8px'>%2</p>").arg(rows, body);
+}
+
+void RevisionHeaderView::setDetails(const RevisionDetails& details) { setHtml(html(details)); }
+
+void RevisionHeaderView::showLoading(const QString& sha) {
+  setHtml(QStringLiteral("<p style='color:gray'>Loading %1…</p>").arg(sha.left(10)));
+}
+
+void RevisionHeaderView::showError(const QString& message) {
+  setHtml(QStringLiteral("<p style='color:#c01c28'>%1</p>").arg(message.toHtmlEscaped()));
+}

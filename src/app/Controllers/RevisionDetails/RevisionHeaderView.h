@@ -1,0 +1,21 @@
+#pragma once
+#include <QTextBrowser>
+
+#include "Models/RevisionDetails.h"
+
+// Sha, parents (clickable), author and committer with dates, and the full message of
+// the selected commit.
+class RevisionHeaderView : public QTextBrowser {
+  Q_OBJECT
+ public:
+  explicit RevisionHeaderView(QWidget* parent = nullptr);
+  void setDetails(const RevisionDetails& details);
+  void showLoading(const QString& sha);
+  void showError(const QString& message);
+
+  // The HTML shown for the details; pure so that tests can read it.
+  static QString html(const RevisionDetails& details);
+
+ Q_SIGNALS:
+  void parentRequested(const QString& sha);
+};

@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "Extensions/NaturalCompare.h"
+#include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
+#include "StatusTestSupport.h"
+
+namespace {
+
+using ChangeType = ChangedFile::ChangeType;
+
+int sign(int value) { return (value > 0) - (value < 0); }
+
+TEST(NaturalCompareTest, IgnoresCaseAndComparesDigitRunsAsNumbers) {
+  struct Row {
+    const char16_t* a;
+    const char16_t* b;
+    int expected;
+  };
+  const Row rows[] = {
+      {u"file2", u"file10", -1},
+      {u"File2", u"file10", -1},
+      {u"a", u"B", -1},
+      {u"README", u"readme", 0},
+      {u"x07", u"x7", 0},
+      {u"x007y", u"x7z", -1},
+      {u"abc", u"abcd", -1},
+      {u"9", u"10", -1},
+      {u"a1b2", u"a1b10", -1},
+      {u"v1.10.0", u"v1.9.3", 1},
+      {u"123456789012345678901234567890", u"123456789012345678901234567891", -1},  // past 64 bits
+      {u"\u00e4pfel", u"\u00c4PFEL", 0},
+      {u"\u00e4", u"z", 1},
+      {u"dir/a", u"dir-a", 1},  // '/' sorts after '-', as its code says
+      {u"", u"a", -1},
+  };
+  for (const Row& row : rows) {
+    const QString a = QString::fromUtf16(row.a);
+    const QString b = QString::fromUtf16(row.b);
+    EXPECT_EQ(sign(NaturalCompare::compare(a, b)), row.expected) << a.toStdString() << " vs " << b.toStdString();
+    EXPECT_EQ(sign(NaturalCompare::compare(b, a)), -row.expected) << b.toStdString() << " vs " << a.toStdString();
+  }
+}
+
+ChangedFilePtr file(const QString& path, ChangeType type, bool staged, std::optional<QString> oldPath = {},
+                    std::optional<QString> tag = {}) {
+  return std::make_shared<const ChangedFile>(std::move(oldPath), path, type, staged, true, false, false, std::move(tag));
+}
+
+TEST(ChangedFileOrderTest, PathThenSideThenTypeThenSource) {
+  ChangedFileList files{
+      file(QStringLiteral("b"), ChangeType::modified, true),
+      file(QStringLiteral("a10"), ChangeType::modified, false),
+      file(QStringLiteral("b"), ChangeType::renamed, false, QStringLiteral("old")),
+      file(QStringLiteral("b"), ChangeType::deleted, false),
+      file(QStringLiteral("A2"), ChangeType::added, true),
+      file(QStringLiteral("b"), ChangeType::renamed, false),
+      file(QStringLiteral("b"), ChangeType::modified, false),
+  };
+  GetChangedFilesGitCommand::sort(files);
+  EXPECT_EQ(describe(files),
+            (QStringList{"staged added 'A2'", "unstaged modified 'a10'", "unstaged modified 'b'", "unstaged deleted 'b'",
+                         "unstaged renamed 'b'", "unstaged renamed 'b' from 'old'", "staged modified 'b'"}));
+}
+
+// Entries that compare equal (paths differing in case only) keep git's order, so a
+// list does not shuffle between two refreshes.
+TEST(ChangedFileOrderTest, SortIsStableAndConsistentOnManyFiles) {
+  std::mt19937 random(7);
+  const QString letters = QStringLiteral("aAbB0123456789/._-\u00e4\u00c4");
+  std::uniform_int_distribution<int> length(1, 8);
+  std::uniform_int_distribution<int> letter(0, letters.size() - 1);
+  std::uniform_int_distribution<int> coin(0, 1);
+  std::uniform_int_distribution<int> type(0, 2);
+  ChangedFileList files;
+  for (int i = 0; i < 3000; ++i) {
+    QString path;
+    for (int n = length(random); n > 0; --n) path += letters[letter(random)];
+    files.push_back(file(path, static_cast<ChangeType>(type(random)), coin(random) == 1, std::nullopt, QString::number(i)));
+  }
+  GetChangedFilesGitCommand::sort(files);
+  ASSERT_EQ(files.size(), 3000u);
+  int ties = 0;
+  for (size_t i = 1; i < files.size(); ++i) {
+    const int order = ChangedFile::compare(*files[i - 1], *files[i]);
+    ASSERT_LE(order, 0) << describe(*files[i - 1]).toStdString() << " before " << describe(*files[i]).toStdString();
+    if (order == 0) {
+      ++ties;
+      EXPECT_LT(files[i - 1]->treeIsh->toInt(), files[i]->treeIsh->toInt()) << "equal entries changed their order";
+    }
+  }
+  EXPECT_GT(ties, 10);  // the data must really hold equal keys for the check above to mean anything
+}
+
+}  // namespace

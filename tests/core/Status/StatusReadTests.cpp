@@ -1,0 +1,164 @@
+// The status read against real repositories.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetRevisionChangedFilesGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
+#include "Services/Preferences.h"
+#include "StatusTestSupport.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+const QString nonAscii = QStringLiteral("\u00e4rger \u65e5\u672c.txt");
+const QString withNewline = QStringLiteral("two\nlines.txt");
+
+class StatusReadTest : public ::testing::Test {
+ protected:
+  void SetUp() override { Preferences::shared().setGitInstance(GitInstanceType::system()); }
+
+  QStringList status(bool hideUntracked = false, bool showIgnored = false, const SubmoduleList& submodules = {}) {
+    auto result = GetChangedFilesGitCommand::execute(repo.module(), submodules, hideUntracked, showIgnored);
+    EXPECT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+    if (!result) return {};
+    EXPECT_EQ(result.value().filesCount, static_cast<int>(result.value().changedFiles.size()));
+    return describe(result.value().changedFiles);
+  }
+
+  TempRepository repo;
+};
+
+TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
+  repo.writeFile(QStringLiteral(".gitignore"), "*.log\n");
+  repo.writeFile(QStringLiteral("both.txt"), "one\n");
+  repo.writeFile(QStringLiteral("moved.txt"), QByteArray("a line that makes the rename detectable\n").repeated(20));
+  repo.writeFile(QStringLiteral("gone.txt"), "bye\n");
+  repo.writeFile(QStringLiteral("becomes-link"), "plain file\n");
+  repo.writeFile(QStringLiteral("dir/a b.txt"), "blank\n");
+  repo.commit(QStringLiteral("base"));
+
+  repo.writeFile(QStringLiteral("both.txt"), "two\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("both.txt")});
+  repo.writeFile(QStringLiteral("both.txt"), "three\n");
+  repo.git({QStringLiteral("mv"), QStringLiteral("moved.txt"), QStringLiteral("renamed.txt")});
+  repo.removeFile(QStringLiteral("gone.txt"));
+  repo.removeFile(QStringLiteral("becomes-link"));
+  ASSERT_TRUE(QFile::link(QStringLiteral("both.txt"), repo.path() + QStringLiteral("/becomes-link")));
+  repo.writeFile(QStringLiteral("dir/a b.txt"), "changed\n");
+  repo.writeFile(nonAscii, "new\n");
+  repo.git({QStringLiteral("add"), nonAscii});
+  repo.writeFile(withNewline, "untracked\n");
+  repo.writeFile(QStringLiteral("deep/er/untracked.txt"), "x\n");
+  repo.writeFile(QStringLiteral("build.log"), "ignored\n");
+  repo.writeFile(QStringLiteral("both.txt.~LOCAL"), "merge tool side\n");
+  repo.writeFile(QStringLiteral("both.txt.~REMOTE"), "merge tool side\n");
+
+  const QStringList tracked{"unstaged changed 'becomes-link'",
+                            "unstaged modified 'both.txt'",
+                            "staged modified 'both.txt'"};
+  const QStringList rest{"unstaged modified 'dir/a b.txt'",
+                         "unstaged deleted 'gone.txt'",
+                         "staged renamed 'renamed.txt' from 'moved.txt'",
+                         "unstaged added '" + withNewline + "' untracked new",
+                         "staged added '" + nonAscii + "'"};
+  const QString deepUntracked = QStringLiteral("unstaged added 'deep/er/untracked.txt' untracked new");
+  const QString ignored = QStringLiteral("unstaged ignored 'build.log' untracked");
+
+  EXPECT_EQ(status(), tracked + QStringList{deepUntracked} + rest);
+  QStringList withoutUntracked = tracked + rest;
+  withoutUntracked.removeAll("unstaged added '" + withNewline + "' untracked new");
+  EXPECT_EQ(status(true), withoutUntracked);
+  EXPECT_EQ(status(false, true), (tracked + QStringList{ignored, deepUntracked} + rest));
+}
+
+TEST_F(StatusReadTest, CopiesWhenTheRepositoryAsksForThem) {
+  repo.commitFile(QStringLiteral("a.txt"), QByteArray("shared content line\n").repeated(30), QStringLiteral("base"));
+  repo.git({QStringLiteral("config"), QStringLiteral("status.renames"), QStringLiteral("copies")});
+  QFile::copy(repo.path() + QStringLiteral("/a.txt"), repo.path() + QStringLiteral("/b.txt"));
+  repo.writeFile(QStringLiteral("a.txt"), QByteArray("shared content line\n").repeated(30) + "more\n");
+  repo.stageAll();
+  EXPECT_EQ(status(), (QStringList{"staged modified 'a.txt'", "staged copied 'b.txt' from 'a.txt'"}));
+}
+
+TEST_F(StatusReadTest, ConflictsOfAMergeAreUnmergedEntries) {
+  repo.commitFile(QStringLiteral("same.txt"), "base\n", QStringLiteral("base"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("side")});
+  repo.writeFile(QStringLiteral("added-both.txt"), "side\n");
+  repo.commitFile(QStringLiteral("same.txt"), "side\n", QStringLiteral("side"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.writeFile(QStringLiteral("added-both.txt"), "main\n");
+  repo.writeFile(QStringLiteral("clean.txt"), "merges cleanly\n");
+  repo.commitFile(QStringLiteral("same.txt"), "main\n", QStringLiteral("main"));
+  repo.git({QStringLiteral("merge"), QStringLiteral("side")}, true);
+  // What an outside merge tool leaves beside a conflicted file is not listed.
+  repo.writeFile(QStringLiteral("same.txt.~BASE"), "base\n");
+  EXPECT_EQ(status(), (QStringList{"unstaged unmerged 'added-both.txt'", "unstaged unmerged 'same.txt'"}));
+}
+
+TEST_F(StatusReadTest, FailuresAreValues) {
+  auto missing = GetChangedFilesGitCommand::execute(GitModule{repo.path() + QStringLiteral("/nowhere"), {}, {}}, {}, false, false);
+  EXPECT_TRUE(missing.isError<Error::GitWorkingDirectoryNotExists>());
+
+  TempRepository plainFolder(false);
+  auto notRepository = GetChangedFilesGitCommand::execute(plainFolder.module(), {}, false, false);
+  ASSERT_TRUE(notRepository.isError<Error::GitUnknownError>());
+  EXPECT_TRUE(notRepository.errorAs<Error::GitUnknownError>()->error.contains(QStringLiteral("not a git repository")));
+}
+
+TEST_F(StatusReadTest, FilesOfACommitAgainstItsParentTheEmptyTreeOrAnotherCommit) {
+  repo.writeFile(nonAscii, "x\n");
+  repo.writeFile(QStringLiteral("keep.txt"), QByteArray("content to follow across a rename\n").repeated(10));
+  const QString root = repo.commit(QStringLiteral("root"));
+  repo.git({QStringLiteral("mv"), QStringLiteral("keep.txt"), QStringLiteral("kept.txt")});
+  repo.writeFile(nonAscii, "y\n");
+  const QString second = repo.commit(QStringLiteral("second"));
+  repo.writeFile(QStringLiteral("third.txt"), "3\n");
+  const QString third = repo.commit(QStringLiteral("third"));
+
+  auto rootFiles = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), root, std::nullopt, {});
+  ASSERT_TRUE(rootFiles.isSuccess());
+  // git's order, byte-wise; the quoted non-ASCII name comes back as it is on disk
+  EXPECT_EQ(describe(rootFiles.value()), (QStringList{"unstaged added 'keep.txt'", "unstaged added '" + nonAscii + "'"}));
+  for (const auto& f : rootFiles.value()) EXPECT_EQ(f->treeIsh, root);
+
+  auto secondFiles = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), second, std::nullopt, {});
+  ASSERT_TRUE(secondFiles.isSuccess());
+  EXPECT_EQ(describe(secondFiles.value()),
+            (QStringList{"unstaged renamed 'kept.txt' from 'keep.txt'", "unstaged modified '" + nonAscii + "'"}));
+
+  auto range = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), third, root, {});
+  ASSERT_TRUE(range.isSuccess());
+  EXPECT_EQ(describe(range.value()), (QStringList{"unstaged renamed 'kept.txt' from 'keep.txt'", "unstaged added 'third.txt'",
+                                                  "unstaged modified '" + nonAscii + "'"}));
+  for (const auto& f : range.value()) EXPECT_EQ(f->treeIsh, third);
+
+  EXPECT_TRUE(GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), QStringLiteral("no-such-commit"), std::nullopt, {})
+                  .isError<Error::GitUnknownError>());
+}
+
+TEST_F(StatusReadTest, StagedFilesForAmendSeeTheIndexAgainstThePreviousCommit) {
+  repo.writeFile(QStringLiteral("first.txt"), "1\n");
+  repo.commit(QStringLiteral("root"));
+  repo.writeFile(QStringLiteral("staged.txt"), "s\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("staged.txt")});
+  repo.writeFile(QStringLiteral("unstaged.txt"), "u\n");
+
+  // The last commit is the root: everything it holds plus the index counts as added.
+  auto onRoot = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
+  ASSERT_TRUE(onRoot.isSuccess());
+  EXPECT_EQ(describe(onRoot.value()), (QStringList{"staged added 'first.txt'", "staged added 'staged.txt'"}));
+  EXPECT_EQ(onRoot.value()[0]->fileMode, QStringLiteral("100644"));
+
+  repo.commit(QStringLiteral("second"));  // takes unstaged.txt too
+  repo.writeFile(QStringLiteral("first.txt"), "changed\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("first.txt")});
+  auto onSecond = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
+  ASSERT_TRUE(onSecond.isSuccess());
+  EXPECT_EQ(describe(onSecond.value()),
+            (QStringList{"staged modified 'first.txt'", "staged added 'staged.txt'", "staged added 'unstaged.txt'"}));
+}
+
+}  // namespace

@@ -8,7 +8,7 @@
 
 class Reference {
  public:
-  enum class Kind { localBranch, remoteBranch, tag, head, bisectMark };
+  enum class Kind { localBranch, remoteBranch, tag, head, bisectMark, plain };
 
   Reference(QString sha, QString fullReference, QString name, QString fullName, QDateTime committerDate)
       : sha(std::move(sha)), fullReference(std::move(fullReference)), name(std::move(name)),

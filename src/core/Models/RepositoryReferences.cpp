@@ -23,7 +23,8 @@ RepositoryReferences RepositoryReferences::make(std::optional<QString> head, std
         break;
       case Reference::Kind::tag: references.tags.push_back(std::static_pointer_cast<const Tag>(reference)); break;
       case Reference::Kind::head:
-      case Reference::Kind::bisectMark: break;
+      case Reference::Kind::bisectMark:
+      case Reference::Kind::plain: break;
     }
   }
   references.all = std::move(all);

@@ -23,7 +23,8 @@ LabelKind labelKind(const Reference& reference) {
       return static_cast<const LocalBranch&>(reference).isActive ? LabelKind::activeBranch : LabelKind::localBranch;
     case Reference::Kind::remoteBranch: return LabelKind::remoteBranch;
     case Reference::Kind::tag: return LabelKind::tag;
-    case Reference::Kind::head: return LabelKind::head;
+    case Reference::Kind::head:
+    case Reference::Kind::plain: return LabelKind::head;
     case Reference::Kind::bisectMark:
       return static_cast<const BisectMark&>(reference).isGood ? LabelKind::bisectGood : LabelKind::bisectBad;
   }

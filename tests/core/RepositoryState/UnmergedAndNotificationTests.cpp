@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
+#include "Models/LocalBranch.h"
+#include "Models/RemoteBranch.h"
+#include "Models/RepositoryStateNotification.h"
+#include "support/LogCapture.h"
+
+namespace {
+
+using S = RepositoryState;
+
+QString L(const char* text) { return QString::fromUtf8(text); }
+#define Z(literal) QString::fromUtf8(literal, sizeof(literal) - 1)
+
+const char* kBlobA = "61780798228d17af2d34fce4cfbdf35556832472";
+
+QString sides(const UnmergedFile& file) {
+  QString stages;
+  if (file.baseVersion) stages += QString::number(file.baseVersion->stage());
+  if (file.localVersion) stages += QString::number(file.localVersion->stage());
+  if (file.remoteVersion) stages += QString::number(file.remoteVersion->stage());
+  return file.path + L(" ") + stages + L(" local:") + QString::number(static_cast<int>(file.localChangeType)) +
+         L(" remote:") + QString::number(static_cast<int>(file.remoteChangeType));
+}
+
+// Rows are `git ls-files --unmerged -z` output of real conflicts.
+TEST(UnmergedFilesParserTest, GathersTheStagesOfEachPath) {
+  const QString output =
+      Z("100644 61780798228d17af2d34fce4cfbdf35556832472 1\tboth modified.txt\0"
+        "100644 28ce6a8b26aa170e1de65536fe8abe1832bd3242 2\tboth modified.txt\0"
+        "100755 b4785957bc986dc39c629de9fac9df46972c00fc 3\tboth modified.txt\0"
+        "100644 8ba3a16384aacc37d01564b28401755ce8053f51 2\tadded\tby both\0"
+        "100644 b4785957bc986dc39c629de9fac9df46972c00fc 3\tadded\tby both\0"
+        "100644 61780798228d17af2d34fce4cfbdf35556832472 1\tdeleted-by-them \0"
+        "100644 28ce6a8b26aa170e1de65536fe8abe1832bd3242 2\tdeleted-by-them \0"
+        "100644 61780798228d17af2d34fce4cfbdf35556832472 1\tdeleted-by-us\0"
+        "100644 28ce6a8b26aa170e1de65536fe8abe1832bd3242 3\tdeleted-by-us\0"
+        "100644 61780798228d17af2d34fce4cfbdf35556832472 1\tdeleted-by-both\0");
+  const auto files = GetUnmergedFilesGitCommand::parseUnmergedFiles(output);
+  QStringList described;
+  for (const auto& file : files) described << sides(file);
+  // 0 modified, 1 added, 2 deleted
+  EXPECT_EQ(described, (QStringList{L("both modified.txt 123 local:0 remote:0"), L("added\tby both 23 local:1 remote:1"),
+                                    L("deleted-by-them  12 local:0 remote:2"), L("deleted-by-us 13 local:2 remote:0"),
+                                    L("deleted-by-both 1 local:2 remote:2")}));
+  EXPECT_EQ(files[0].remoteVersion->mode, L("100755"));
+  EXPECT_EQ(files[0].baseVersion->sha, L(kBlobA));
+}
+
+TEST(UnmergedFilesParserTest, BadEntriesAreLoggedAndDropped) {
+  LogCapture log;
+  const auto files = GetUnmergedFilesGitCommand::parseUnmergedFiles(
+      Z("100644 abc 2\tgood\0"
+        "100644 abc\tno stage\0"
+        "100644 abc 7\tstage out of range\0"
+        "100644 abc 2 no tab\0"
+        "100644 abc 3\t\0"
+        "\n100644 abc 3\tgood\0"
+        "100644 abc 1"));  // cut off
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_EQ(sides(files[0]), L("good 23 local:1 remote:1"));
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error).size(), 5);
+}
+
+UnmergedFileList conflicts(int count) {
+  UnmergedFileList files;
+  for (int i = 0; i < count; ++i) files.push_back(UnmergedFile{L("f") + QString::number(i), {}, {}, {}, {}, {}});
+  return files;
+}
+
+ReferencePtr branch(const char* name, const char* sha = "aaaa") {
+  return std::make_shared<const LocalBranch>(L(sha), L("refs/heads/") + L(name), L(name), L(name), QDateTime(), false,
+                                             std::nullopt);
+}
+
+TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
+  struct Row {
+    RepositoryState state;
+    const char* message;
+    const char* action;  // null for none
+  };
+  S::RebaseInProgress rebase{branch("topic"), branch("main"), L("abc"), 1, 1, conflicts(1), false, {}};
+  S::RebaseInProgress clean = rebase;
+  clean.unmergedFiles.clear();
+  clean.done = 2;
+  clean.total = 4;
+  S::RebaseInProgress amending = rebase;
+  amending.amend = L("0123abc");
+  const Row rows[] = {
+      {S::MergeInProgress{branch("main"), branch("topic"), conflicts(1)},
+       "Merging branch 'topic' into 'main'. Fix 1 conflict and then continue.", "Resolve"},
+      {rebase, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Fix 1 conflict", "Resolve"},
+      {clean, "Rebasing branch 'topic'. Rebased 2 of 4 commits", nullptr},
+      {amending, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Amending '0123abc'", "Resolve"},
+      {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", nullptr},
+      {S::RevertInProgress{L("cafe"), conflicts(3)}, "Reverting commit cafe. Fix 3 conflicts", "Resolve"},
+      {S::UnmergedFiles{branch("main"), conflicts(1)}, "Index contains 1 unmerged file", "Resolve"},
+      {S::SquashInProgress{conflicts(2)}, "Squashing commits", nullptr},
+  };
+  for (const Row& row : rows) {
+    const auto notification = RepositoryStateNotification::make(row.state);
+    ASSERT_TRUE(notification) << row.message;
+    EXPECT_EQ(notification->message, L(row.message));
+    EXPECT_EQ(notification->mainAction, row.action ? std::optional<QString>(L(row.action)) : std::nullopt) << row.message;
+  }
+}
+
+TEST(ReferenceMatchingTest, ShasAndNamesFindTheirReferences) {
+  const auto remote = std::make_shared<const RemoteBranch>(L("1111"), L("refs/remotes/origin/main"), L("main"),
+                                                           L("origin/main"), QDateTime(), L("origin"));
+  const auto local = branch("main", "2222");
+  const ReferenceList references{remote, local};
+
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForSha(L("1111"), references), remote);
+  const auto unknown = GetRepositoryStateGitCommand::referenceForSha(L("3333"), references);
+  EXPECT_EQ(unknown->kind(), Reference::Kind::plain);
+  EXPECT_EQ(unknown->sha, L("3333"));
+
+  // "main" is the short name of both; the local branch is meant.
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("main"), references), local);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("origin/main"), references), remote);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("refs/remotes/origin/main"), references), remote);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("gone"), references)->name, L("gone"));
+}
+
+TEST(RebaseTodoTest, EntriesSkipBlanksAndComments) {
+  EXPECT_EQ(GetRepositoryStateGitCommand::todoEntries(L("pick a1 one\n\n  # comment\n   squash b2 two  \r\n#x\nexec make")),
+            (QStringList{L("pick a1 one"), L("squash b2 two"), L("exec make")}));
+}
+
+}  // namespace

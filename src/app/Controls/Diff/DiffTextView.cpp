@@ -1,0 +1,119 @@
+#include "Controls/Diff/DiffTextView.h"
+
+#include <QPainter>
+#include <QTextBlock>
+
+#include "Controls/GitOutputView.h"
+
+namespace {
+class Gutter : public QWidget {
+ public:
+  explicit Gutter(DiffTextView* view) : QWidget(view), view_(view) {}
+  QSize sizeHint() const override { return {view_->gutterWidth(), 0}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override { view_->paintGutter(event); }
+
+ private:
+  DiffTextView* view_;
+};
+
+struct RowColors {
+  QColor background;
+  QColor gutter;
+};
+
+RowColors colorsFor(UnifiedDiffRow::Kind kind, bool dark) {
+  switch (kind) {
+    case UnifiedDiffRow::Kind::added: return {dark ? QColor(0x1f, 0x3d, 0x2a) : QColor(0xe6, 0xff, 0xec), dark ? QColor(0x2a, 0x55, 0x3a) : QColor(0xcc, 0xff, 0xd8)};
+    case UnifiedDiffRow::Kind::removed: return {dark ? QColor(0x4a, 0x22, 0x26) : QColor(0xff, 0xeb, 0xe9), dark ? QColor(0x63, 0x2c, 0x31) : QColor(0xff, 0xd7, 0xd5)};
+    case UnifiedDiffRow::Kind::hunkHeader: return {dark ? QColor(0x22, 0x2e, 0x3e) : QColor(0xdd, 0xf4, 0xff), dark ? QColor(0x22, 0x2e, 0x3e) : QColor(0xdd, 0xf4, 0xff)};
+    default: return {QColor(), QColor()};
+  }
+}
+}  // namespace
+
+DiffTextView::DiffTextView(QWidget* parent) : QPlainTextEdit(parent), gutter_(new Gutter(this)) {
+  setReadOnly(true);
+  setLineWrapMode(QPlainTextEdit::NoWrap);
+  setFont(GitOutputView::codeFont());
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
+    if (dy) {
+      gutter_->scroll(0, dy);
+    } else {
+      gutter_->update(0, rect.y(), gutter_->width(), rect.height());
+    }
+  });
+}
+
+int DiffTextView::gutterWidth() const { return fontMetrics().horizontalAdvance(QLatin1Char('9')) * (digits_ * 2 + 3) + 8; }
+
+void DiffTextView::setRows(std::vector<UnifiedDiffRow> rows) {
+  rows_ = std::move(rows);
+  qint64 maxLine = 1;
+  QString text;
+  for (const auto& row : rows_) {
+    maxLine = std::max({maxLine, row.oldLine, row.newLine});
+    const QChar sign = row.kind == UnifiedDiffRow::Kind::added     ? QLatin1Char('+')
+                       : row.kind == UnifiedDiffRow::Kind::removed ? QLatin1Char('-')
+                                                                   : QLatin1Char(' ');
+    text += (row.kind == UnifiedDiffRow::Kind::hunkHeader || row.kind == UnifiedDiffRow::Kind::noNewline ? QString() : QString(sign)) + row.text;
+    text += QLatin1Char('\n');
+  }
+  if (!text.isEmpty()) text.chop(1);
+  digits_ = static_cast<int>(QString::number(maxLine).size());
+  setPlainText(text);
+  setViewportMargins(gutterWidth(), 0, 0, 0);
+
+  const bool dark = palette().color(QPalette::Base).lightness() < 128;
+  QList<QTextEdit::ExtraSelection> selections;
+  QTextBlock block = document()->firstBlock();
+  for (const auto& row : rows_) {
+    if (!block.isValid()) break;
+    const RowColors colors = colorsFor(row.kind, dark);
+    if (colors.background.isValid()) {
+      QTextEdit::ExtraSelection selection;
+      selection.format.setBackground(colors.background);
+      selection.format.setProperty(QTextFormat::FullWidthSelection, true);
+      if (row.kind == UnifiedDiffRow::Kind::hunkHeader) selection.format.setForeground(palette().color(QPalette::PlaceholderText));
+      selection.cursor = QTextCursor(block);
+      selections << selection;
+    }
+    block = block.next();
+  }
+  setExtraSelections(selections);
+  gutter_->update();
+}
+
+void DiffTextView::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  const QRect cr = contentsRect();
+  gutter_->setGeometry(QRect(cr.left(), cr.top(), gutterWidth(), cr.height()));
+}
+
+void DiffTextView::paintGutter(QPaintEvent* event) {
+  QPainter painter(gutter_);
+  const bool dark = palette().color(QPalette::Base).lightness() < 128;
+  painter.fillRect(event->rect(), palette().color(QPalette::AlternateBase));
+  painter.setFont(font());
+  const int digitWidth = fontMetrics().horizontalAdvance(QLatin1Char('9'));
+  const int columnWidth = digitWidth * (digits_ + 1);
+  QTextBlock block = firstVisibleBlock();
+  int number = block.blockNumber();
+  int top = qRound(blockBoundingGeometry(block).translated(contentOffset()).top());
+  while (block.isValid() && top <= event->rect().bottom()) {
+    const int height = qRound(blockBoundingRect(block).height());
+    if (number < static_cast<int>(rows_.size())) {
+      const auto& row = rows_[static_cast<size_t>(number)];
+      const RowColors colors = colorsFor(row.kind, dark);
+      if (colors.gutter.isValid()) painter.fillRect(0, top, gutter_->width(), height, colors.gutter);
+      painter.setPen(palette().color(QPalette::PlaceholderText));
+      if (row.oldLine > 0) painter.drawText(0, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(row.oldLine));
+      if (row.newLine > 0) painter.drawText(columnWidth, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(row.newLine));
+    }
+    block = block.next();
+    top += height;
+    ++number;
+  }
+}

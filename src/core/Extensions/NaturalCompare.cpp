@@ -1,5 +1,7 @@
 #include "Extensions/NaturalCompare.h"
 
+#include <algorithm>
+
 namespace {
 
 inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
@@ -50,4 +52,33 @@ int NaturalCompare::compare(QStringView a, QStringView b) {
   if (i < na) return 1;
   if (j < nb) return -1;
   return 0;
+}
+
+void NaturalCompare::appendSortKey(QStringView text, QString& out) {
+  // A key is never longer than its text plus one unit per digit run, so the room is
+  // made once and written through a pointer.
+  const qsizetype start = out.size();
+  out.resize(start + text.size() + text.size() / 2 + 2);
+  char16_t* o = reinterpret_cast<char16_t*>(out.data()) + start;
+  char16_t* const begin = o;
+  const char16_t* p = text.utf16();
+  const qsizetype n = text.size();
+  qsizetype i = 0;
+  while (i < n) {
+    const char16_t c = p[i];
+    if (!isDigit(c)) {
+      // Folding keeps the basic plane; a surrogate half folds to itself.
+      *o++ = char16_t(folded(c));
+      ++i;
+      continue;
+    }
+    // Any digit stands for the run: against a non-digit every digit compares the same.
+    while (i < n && p[i] == u'0') ++i;
+    qsizetype end = i;
+    while (end < n && isDigit(p[end])) ++end;
+    *o++ = u'0';
+    *o++ = char16_t(std::min<qsizetype>(end - i, 0xFFFF));
+    for (; i < end; ++i) *o++ = p[i];
+  }
+  out.resize(start + (o - begin));
 }

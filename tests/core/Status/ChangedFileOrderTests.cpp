@@ -40,6 +40,37 @@ TEST(NaturalCompareTest, IgnoresCaseAndComparesDigitRunsAsNumbers) {
     const QString b = QString::fromUtf16(row.b);
     EXPECT_EQ(sign(NaturalCompare::compare(a, b)), row.expected) << a.toStdString() << " vs " << b.toStdString();
     EXPECT_EQ(sign(NaturalCompare::compare(b, a)), -row.expected) << b.toStdString() << " vs " << a.toStdString();
+    QString keyA;
+    QString keyB;
+    NaturalCompare::appendSortKey(a, keyA);
+    NaturalCompare::appendSortKey(b, keyB);
+    EXPECT_EQ(sign(NaturalCompare::compareKeys(keyA, keyB)), row.expected) << a.toStdString() << " vs " << b.toStdString();
+  }
+}
+
+// The sort compares keys; they must order exactly as the comparison does, for any text.
+TEST(NaturalCompareTest, SortKeysOrderAsTheComparison) {
+  std::mt19937 random(11);
+  const QString alphabet = QStringLiteral("0001239aAzZ-/. \u00e4\u00c4\u00df\u1e9e");
+  std::uniform_int_distribution<int> length(0, 7);
+  std::uniform_int_distribution<int> pick(0, alphabet.size() - 1);
+  const auto text = [&] {
+    QString t;
+    for (int n = length(random); n > 0; --n) t += alphabet[pick(random)];
+    return t;
+  };
+  for (int i = 0; i < 20000; ++i) {
+    const QString a = text();
+    const QString b = text();
+    QString keys = QStringLiteral("prefix");  // keys are appended to a shared buffer
+    const qsizetype startA = keys.size();
+    NaturalCompare::appendSortKey(a, keys);
+    const qsizetype startB = keys.size();
+    NaturalCompare::appendSortKey(b, keys);
+    const QStringView all(keys);
+    ASSERT_EQ(sign(NaturalCompare::compareKeys(all.sliced(startA, startB - startA), all.sliced(startB))),
+              sign(NaturalCompare::compare(a, b)))
+        << a.toStdString() << " vs " << b.toStdString();
   }
 }
 

@@ -2,6 +2,9 @@
 
 #include <QHash>
 #include <algorithm>
+#include <numeric>
+
+#include "Extensions/NaturalCompare.h"
 
 #include "Git/Process/GitRequest.h"
 #include "Jobs/Cancelable.h"
@@ -191,8 +194,34 @@ GetChangedFilesGitCommand::ChangedFilesCollection GetChangedFilesGitCommand::par
 }
 
 void GetChangedFilesGitCommand::sort(ChangedFileList& files) {
-  // A merge sort: stable, so entries that compare equal keep git's order, and it needs
-  // one temporary buffer, where the comparison is what costs with many files.
-  std::stable_sort(files.begin(), files.end(),
-                   [](const ChangedFilePtr& a, const ChangedFilePtr& b) { return ChangedFile::compare(*a, *b) < 0; });
+  // A merge sort: stable, so entries that compare equal keep git's order, with one
+  // temporary buffer. The comparison is what costs with many files, so each path's
+  // natural-order key is made once, into one buffer, and the sort compares keys
+  // (plain code units) held beside the entry instead of following pointers to paths.
+  struct Entry {
+    qsizetype keyStart;
+    qsizetype keyLength;
+    const ChangedFile* file;
+    size_t index;
+  };
+  QString keys;
+  keys.reserve(std::accumulate(files.begin(), files.end(), qsizetype(0),
+                               [](qsizetype sum, const ChangedFilePtr& f) { return sum + f->path.size() + 4; }));
+  std::vector<Entry> entries;
+  entries.reserve(files.size());
+  for (size_t i = 0; i < files.size(); ++i) {
+    const qsizetype start = keys.size();
+    NaturalCompare::appendSortKey(files[i]->path, keys);
+    entries.push_back(Entry{start, keys.size() - start, files[i].get(), i});
+  }
+  const QStringView allKeys(keys);
+  std::stable_sort(entries.begin(), entries.end(), [allKeys](const Entry& a, const Entry& b) {
+    const int byPath = NaturalCompare::compareKeys(allKeys.sliced(a.keyStart, a.keyLength), allKeys.sliced(b.keyStart, b.keyLength));
+    if (byPath != 0) return byPath < 0;
+    return ChangedFile::compare(*a.file, *b.file) < 0;  // same path order; the other fields decide
+  });
+  ChangedFileList sorted;
+  sorted.reserve(files.size());
+  for (const Entry& entry : entries) sorted.push_back(std::move(files[entry.index]));
+  files = std::move(sorted);
 }

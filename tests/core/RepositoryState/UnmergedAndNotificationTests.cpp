@@ -95,9 +95,7 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
       {clean, "Rebasing branch 'topic'. Rebased 2 of 4 commits", nullptr},
       {amending, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Amending '0123abc'", "Resolve"},
       {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", nullptr},
-      {S::RevertInProgress{L("cafe"), conflicts(3)}, "Reverting commit cafe. Fix 3 conflicts", "Resolve"},
       {S::UnmergedFiles{branch("main"), conflicts(1)}, "Index contains 1 unmerged file", "Resolve"},
-      {S::SquashInProgress{conflicts(2)}, "Squashing commits", nullptr},
   };
   for (const Row& row : rows) {
     const auto notification = RepositoryStateNotification::make(row.state);

@@ -7,6 +7,7 @@
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRevisionChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
+#include "Jobs/JobProgress.h"
 #include "Services/Preferences.h"
 #include "StatusTestSupport.h"
 #include "support/TempRepository.h"
@@ -101,6 +102,11 @@ TEST_F(StatusReadTest, ConflictsOfAMergeAreUnmergedEntries) {
 TEST_F(StatusReadTest, FailuresAreValues) {
   auto missing = GetChangedFilesGitCommand::execute(GitModule{repo.path() + QStringLiteral("/nowhere"), {}, {}}, {}, false, false);
   EXPECT_TRUE(missing.isError<Error::GitWorkingDirectoryNotExists>());
+
+  // A canceled refresh ends quietly, not with git's complaint.
+  JobProgress progress;
+  progress.cancel();
+  EXPECT_TRUE(GetChangedFilesGitCommand::execute(repo.module(), {}, false, false, &progress).isError<Error::Canceled>());
 
   TempRepository plainFolder(false);
   auto notRepository = GetChangedFilesGitCommand::execute(plainFolder.module(), {}, false, false);

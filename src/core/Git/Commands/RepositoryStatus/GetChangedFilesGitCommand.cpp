@@ -89,10 +89,10 @@ QStringList GetChangedFilesGitCommand::readOnlyArguments(bool showIgnored) {
 GitResult<GetChangedFilesGitCommand::ChangedFilesCollection> GetChangedFilesGitCommand::execute(
     const GitModule& module, const SubmoduleList& submodules, bool hideUntracked, bool showIgnored, Cancelable* progress) {
   const GitResponse response = GitRequest(module, arguments(hideUntracked, showIgnored)).execute(false, progress);
-  if (!response.isSuccess()) {
-    if (progress && progress->isCanceled()) return Error::Canceled{};
-    return failureResult<ChangedFilesCollection>(response);
-  }
+  // An interrupted git may end by its signal, which counts as success: its output is
+  // cut short and must not pass for the status.
+  if (progress && progress->isCanceled()) return Error::Canceled{};
+  if (!response.isSuccess()) return failureResult<ChangedFilesCollection>(response);
   return parse(response.output, submodules);
 }
 

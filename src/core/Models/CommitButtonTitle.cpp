@@ -1,5 +1,7 @@
 #include "Models/CommitButtonTitle.h"
 
+#include "Models/RepositoryState.h"
+
 namespace {
 CommitButtonTitle ordinaryTitle(const CommitButtonInput& input) {
   CommitButtonTitle title;
@@ -17,6 +19,15 @@ CommitButtonTitle ordinaryTitle(const CommitButtonInput& input) {
   return title;
 }
 }  // namespace
+
+CommitPhase commitPhase(const RepositoryState& state) {
+  if (state.is<RepositoryState::RebaseInProgress>()) return CommitPhase::rebaseInProgress;
+  if (state.is<RepositoryState::CherryPickInProgress>() || state.is<RepositoryState::SequencerInProgress>()) {
+    return CommitPhase::cherryPickInProgress;
+  }
+  if (state.is<RepositoryState::SquashInProgress>()) return CommitPhase::squashInProgress;
+  return CommitPhase::none;
+}
 
 CommitButtonTitle commitButtonTitle(const CommitButtonInput& input) {
   const bool hasStaged = input.stagedFilesCount > 0;

@@ -3,6 +3,8 @@
 // status update. A pure function so the view only shows the result.
 #include <QString>
 
+class RepositoryState;
+
 // The repository states that change the button; all others count as `none`.
 enum class CommitPhase { none, rebaseInProgress, cherryPickInProgress, squashInProgress };
 
@@ -23,5 +25,8 @@ struct CommitButtonTitle {
 
   bool operator==(const CommitButtonTitle&) const = default;
 };
+
+// A rebase, a cherry-pick (single or through the sequencer) or a squash; else none.
+CommitPhase commitPhase(const RepositoryState& state);
 
 CommitButtonTitle commitButtonTitle(const CommitButtonInput& input);

@@ -19,6 +19,9 @@ void JobProgress::update(double percent, const QString& message, JobProgressStat
 
 void JobProgress::setState(JobProgressState state) {
   std::lock_guard lock(updateLock_);
+  // Tested and stored under one hold: a cancel arriving between a caller's own test and
+  // this store must not be overwritten by the run's outcome.
+  if (stateValue_ == JobProgressState::canceled) return;
   stateValue_ = state;
 }
 
@@ -51,7 +54,13 @@ void JobProgress::logGitCommand(const QStringList& arguments) {
 
 bool JobProgress::parseGitProgress(const QString& chunk) {
   // 'A-z' on purpose: it also admits the punctuation between the two alphabets.
-  static const QRegularExpression pattern(QStringLiteral("([A-z ]+):\\s+(\\d+)%.*?(\\r)?"));
+  static const QRegularExpression pattern = [] {
+    // Unicode classes for \s and \d, as the platform matcher has them by default.
+    QRegularExpression compiled(QStringLiteral("([A-z ]+):\\s+(\\d+)%.*?(\\r)?"),
+                                QRegularExpression::UseUnicodePropertiesOption);
+    compiled.optimize();  // compiled here once, so the workers only read it
+    return compiled;
+  }();
   QRegularExpressionMatch last;
   auto it = pattern.globalMatch(chunk);
   bool any = false;
@@ -95,5 +104,5 @@ std::vector<JobProgress::ProfileEvent> JobProgress::profileEvents() const {
 
 void JobProgress::addEvent(ProfileEventType type, const QString& name) {
   std::lock_guard lock(profileLock_);
-  profileEvents_.push_back({type, QDateTime::currentDateTime(), name});
+  profileEvents_.push_back({type, QDateTime::currentDateTimeUtc(), name});
 }

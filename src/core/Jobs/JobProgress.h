@@ -30,7 +30,7 @@ class JobProgress final : public Cancelable {
   void logGitCommand(const QStringList& arguments);
   // Reads the last "<label>: NN%" of a chunk of git's stderr into the progress.
   bool parseGitProgress(const QString& chunk);
-  // Sets the state alone, leaving percent and message.
+  // Sets the state alone, leaving percent and message; never replaces `canceled`.
   void setState(JobProgressState state);
 
   void startGroup(const QString& name) { addEvent(ProfileEventType::startGroup, name); }

@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QThread>
+#include <atomic>
+#include <latch>
+#include <set>
+#include <thread>
+
+#include "Git/Process/GitRequest.h"
+#include "Jobs/JobQueue.h"
+#include "LogCapture.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+std::shared_ptr<Job> makeJob(const QString& name, Job::Action action = {}, Job::Show show = Job::Show::everywhere()) {
+  return Job::make(name, show, Job::ProgressType::progress, std::move(action));
+}
+
+// Spins until the condition holds or five seconds pass.
+template <typename Condition>
+bool eventually(Condition condition) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!condition()) {
+    if (timer.elapsed() > 5000) return false;
+    QThread::msleep(2);
+  }
+  return true;
+}
+
+}  // namespace
+
+TEST(Job, IdsCountUpAndWrapAtOneThousand) {
+  std::vector<int> ids;
+  for (int i = 0; i < 1001; ++i) ids.push_back(makeJob(QStringLiteral("j"))->id());
+  for (int k = 0; k < 1001; ++k) ASSERT_EQ(ids[k], (ids[0] + k) % 1000) << "job " << k;
+  EXPECT_EQ(ids[1000], ids[0]);
+  EXPECT_EQ(std::count(ids.begin(), ids.end(), 0), 1);
+  EXPECT_EQ(std::set<int>(ids.begin(), ids.end()).size(), 1000u);
+}
+
+TEST(Job, IdsStayDistinctWhenJobsAreMadeOnManyThreads) {
+  constexpr int threads = 8, perThread = 100;
+  std::vector<std::vector<int>> ids(threads);
+  std::vector<std::thread> workers;
+  for (int t = 0; t < threads; ++t) {
+    workers.emplace_back([&ids, t] {
+      for (int i = 0; i < perThread; ++i) ids[t].push_back(makeJob(QStringLiteral("j"))->id());
+    });
+  }
+  for (auto& w : workers) w.join();
+  std::set<int> all;
+  for (const auto& list : ids) all.insert(list.begin(), list.end());
+  // 800 ids drawn in a row from a counter of 1000 cannot repeat.
+  EXPECT_EQ(all.size(), static_cast<size_t>(threads * perThread));
+}
+
+TEST(JobQueue, StatusMovesForwardAndStampsItsTimes) {
+  JobQueue queue;
+  std::latch release(1);
+  auto job = makeJob(QStringLiteral("Fetch"), [&](JobProgress& p) {
+    release.wait();
+    p.update(100, QStringLiteral("done"), JobProgressState::succeeded);
+  });
+  EXPECT_EQ(job->status(), Job::Status::unknown);
+  queue.schedule(job);
+  ASSERT_TRUE(eventually([&] { return job->status() == Job::Status::running; }));
+  EXPECT_TRUE(job->startTime().has_value());
+  EXPECT_FALSE(job->finishTime().has_value());
+  EXPECT_EQ(queue.activeJobsCount(), 1);
+
+  release.count_down();
+  ASSERT_TRUE(queue.waitForDone(5000));
+  EXPECT_EQ(job->status(), Job::Status::finished);
+  ASSERT_TRUE(job->finishTime().has_value());
+  EXPECT_LE(*job->startTime(), *job->finishTime());
+  EXPECT_EQ(queue.activeJobsCount(), 0);
+  // The queue does not judge the outcome; it lives in the progress alone.
+  EXPECT_EQ(job->progress().state(), JobProgressState::succeeded);
+}
+
+TEST(JobQueue, JobsOfOneQueueRunAtTheSameTime) {
+  JobQueue queue;
+  constexpr int count = 12;  // more than the machine has cores
+  std::latch allRunning(count);
+  for (int i = 0; i < count; ++i) {
+    // Each job waits for all the others: this only ends if none waits for a free thread.
+    queue.schedule(makeJob(QStringLiteral("job %1").arg(i), [&](JobProgress&) { allRunning.arrive_and_wait(); }));
+  }
+  EXPECT_TRUE(queue.waitForDone(10000));
+}
+
+TEST(JobQueue, HistoryKeepsTheNewestTwentyNine) {
+  JobQueue queue;
+  std::vector<std::shared_ptr<Job>> scheduled;
+  for (int i = 0; i < 35; ++i) {
+    scheduled.push_back(makeJob(QStringLiteral("job %1").arg(i)));
+    queue.schedule(scheduled.back());
+  }
+  ASSERT_TRUE(queue.waitForDone(5000));
+  const auto history = queue.userJobs();
+  ASSERT_EQ(history.size(), 29u);
+  for (size_t i = 0; i < history.size(); ++i) EXPECT_EQ(history[i], scheduled[6 + i]) << "entry " << i;
+  // The history holds finished jobs too, and releases what fell out of it.
+  EXPECT_EQ(history.front()->status(), Job::Status::finished);
+  std::weak_ptr<Job> dropped = scheduled.front();
+  scheduled.clear();
+  EXPECT_TRUE(dropped.expired());
+}
+
+TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
+  LogCapture log;
+  JobQueue queue;
+  queue.cancelAllTasks();
+  EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(QLatin1Char('\n')).toStdString();
+
+  std::latch started(2);
+  std::latch release(1);
+  // "Stubborn" ignores the cancel until released; "Polite" polls the state and stops.
+  auto stubborn = makeJob(QStringLiteral("Stubborn"), [&](JobProgress&) {
+    started.count_down();
+    release.wait();
+  });
+  auto polite = makeJob(QStringLiteral("Polite"), [&](JobProgress& p) {
+    started.count_down();
+    while (!p.isCanceled()) QThread::msleep(1);
+  });
+  int actionRuns = 0;
+  polite->progress().setCancelationAction([&] { ++actionRuns; });
+  queue.schedule(stubborn);
+  queue.schedule(polite);
+  started.wait();
+
+  queue.cancelAllTasks();
+  // Newest first, and the queue does not wait for the jobs to end.
+  EXPECT_EQ(log.lines(), (QStringList{QStringLiteral("Send cancel signal to 2 jobs"), QStringLiteral("Aborting 'Polite'"),
+                                      QStringLiteral("Aborting 'Stubborn'")}));
+  EXPECT_EQ(stubborn->status(), Job::Status::running);
+  EXPECT_EQ(stubborn->progress().state(), JobProgressState::canceled);
+  EXPECT_EQ(actionRuns, 1);
+
+  ASSERT_TRUE(eventually([&] { return polite->status() == Job::Status::finished; }));
+  EXPECT_EQ(queue.activeJobsCount(), 1);
+  EXPECT_TRUE(log.lines().contains(QStringLiteral("Job 'Polite' canceled")));
+  // A second cancel reaches only what is still active, and runs no action twice.
+  log.clear();
+  queue.cancelAllTasks();
+  EXPECT_EQ(log.lines(), (QStringList{QStringLiteral("Send cancel signal to 1 jobs"), QStringLiteral("Aborting 'Stubborn'")}));
+  EXPECT_EQ(actionRuns, 1);
+
+  release.count_down();
+  ASSERT_TRUE(queue.waitForDone(5000));
+  EXPECT_TRUE(log.lines().contains(QStringLiteral("Job 'Stubborn' canceled")));
+}
+
+TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {
+  TempRepository repository;
+  JobQueue queue;
+  std::atomic<bool> stoppedEarly = false;
+  QElapsedTimer timer;
+  auto job = makeJob(QStringLiteral("Wait"), [&](JobProgress& p) {
+    // A shell alias whose child sleeps: the interrupt must reach the whole process group.
+    const GitResponse response =
+        GitRequest(repository.module(), {QStringLiteral("-c"), QStringLiteral("alias.pause=!sleep 30"), QStringLiteral("pause")})
+            .executeWithProgress(p);
+    stoppedEarly = !response.isSuccess() && timer.elapsed() < 20000;
+  });
+  timer.start();
+  queue.schedule(job);
+  ASSERT_TRUE(eventually([&] { return job->progress().output().contains(QStringLiteral("$ git")); }));
+  QThread::msleep(200);  // let the child start its sleep
+  queue.cancelAllTasks();
+  ASSERT_TRUE(queue.waitForDone(20000));
+  EXPECT_TRUE(stoppedEarly);
+  EXPECT_EQ(job->progress().state(), JobProgressState::canceled);
+}
+
+TEST(JobQueue, ClosingTheQueueCancelsAndWaitsForItsJobs) {
+  auto queue = std::make_unique<JobQueue>();
+  std::latch started(1);
+  auto job = makeJob(QStringLiteral("Refresh"), [&](JobProgress& p) {
+    started.count_down();
+    while (!p.isCanceled()) QThread::msleep(1);
+  });
+  queue->schedule(job);
+  started.wait();
+  queue.reset();
+  EXPECT_EQ(job->status(), Job::Status::finished);
+  EXPECT_EQ(job->progress().state(), JobProgressState::canceled);
+}

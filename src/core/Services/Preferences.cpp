@@ -4,13 +4,26 @@
 #include <QSettings>
 
 #include "Logging/AdvancedLogger.h"
+#include "Services/PreferencesNotifier.h"
 
 Preferences& Preferences::shared() {
   static Preferences instance;
   return instance;
 }
 
-Preferences::Preferences() { openStore({}); }
+Preferences::Preferences() {
+  openStore({});
+  for (const auto& [key, value] : applicationDefaults()) defaults_.insert(key, value);
+}
+
+QList<QPair<QString, QVariant>> Preferences::applicationDefaults() {
+  QList<QPair<QString, QVariant>> defaults;
+#define JELV_PREFERENCE_DEFAULT(type, getter, Setter, key, defaultValue) \
+  defaults.append({QStringLiteral(key), QVariant::fromValue<type>(defaultValue)});
+  JELV_PREFERENCE_DEFAULTS(JELV_PREFERENCE_DEFAULT)
+#undef JELV_PREFERENCE_DEFAULT
+  return defaults;
+}
 Preferences::~Preferences() = default;
 
 void Preferences::openStore(const QString& path) {
@@ -39,13 +52,74 @@ bool Preferences::contains(const QString& key) const {
 }
 
 void Preferences::setValue(const QString& key, const QVariant& value) {
-  std::lock_guard lock(lock_);
-  settings_->setValue(key, value);
+  {
+    std::lock_guard lock(lock_);
+    settings_->setValue(key, value);
+  }
+  PreferencesNotifier::shared().keyWritten(key);
 }
 
 void Preferences::remove(const QString& key) {
-  std::lock_guard lock(lock_);
-  settings_->remove(key);
+  {
+    std::lock_guard lock(lock_);
+    settings_->remove(key);
+  }
+  PreferencesNotifier::shared().keyWritten(key);
+}
+
+std::optional<QString> Preferences::optionalString(const QString& key) const {
+  const QVariant stored = value(key);
+  if (!stored.isValid() || stored.toString().isEmpty()) return std::nullopt;
+  return stored.toString();
+}
+
+QString Preferences::diffFontName() const { return optionalString(QStringLiteral("diffFontName")).value_or(QStringLiteral("Menlo")); }
+
+std::optional<double> Preferences::diffFontSize() const {
+  bool ok = false;
+  const double size = value(QStringLiteral("diffFontSize")).toDouble(&ok);
+  if (!ok || size <= 0) return std::nullopt;
+  return size;
+}
+
+void Preferences::setDiffFont(const QString& name, double size) {
+  setValue(QStringLiteral("diffFontName"), name);
+  setValue(QStringLiteral("diffFontSize"), size);
+}
+
+std::optional<bool> Preferences::enableRemoteServiceNotifications() const {
+  const QVariant stored = value(QStringLiteral("enableRemoteServiceNotifications"));
+  if (!stored.isValid()) return std::nullopt;
+  return stored.toBool();
+}
+
+std::optional<QDateTime> Preferences::gitServiceNotificationUpdatedAt() const {
+  const QDateTime time = value(QStringLiteral("gitServiceNotificationUpdatedAt")).toDateTime();
+  if (!time.isValid()) return std::nullopt;
+  return time;
+}
+
+std::vector<RepositorySession> Preferences::repositorySessions() const {
+  std::vector<RepositorySession> sessions;
+  for (const QVariant& entry : value(QStringLiteral("repositorySessions")).toList()) {
+    const QVariantMap map = entry.toMap();
+    const QString path = map.value(QStringLiteral("repositoryPath")).toString();
+    if (path.isEmpty()) {
+      LOG_WARNING(QStringLiteral("Skip a repository session without a path"));
+      continue;
+    }
+    sessions.push_back({path, map.value(QStringLiteral("selected")).toBool()});
+  }
+  return sessions;
+}
+
+void Preferences::setRepositorySessions(const std::vector<RepositorySession>& sessions) {
+  QVariantList list;
+  for (const auto& session : sessions) {
+    list.append(QVariantMap{{QStringLiteral("repositoryPath"), session.repositoryPath},
+                            {QStringLiteral("selected"), session.selected}});
+  }
+  setValue(QStringLiteral("repositorySessions"), list);
 }
 
 void Preferences::registerDefaults(const QHash<QString, QVariant>& defaults) {

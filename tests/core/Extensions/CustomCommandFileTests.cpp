@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include "Models/CustomCommands/CustomCommandCoder.h"
+
+namespace {
+CustomCommandList decode(const char* json, bool shared = false) {
+  return CustomCommandCoder::decodeList(QByteArray(json), shared);
+}
+}  // namespace
+
+TEST(CustomCommandCoder, EachElementStandsAlone) {
+  const auto commands = decode(R"([
+    {"target": "repository", "name": "Open shell",
+     "action": {"type": "process", "path": "/bin/sh", "args": "-c $REPO", "showOutput": true, "waitForExit": false}},
+    {"target": "revision", "name": "No showOutput",
+     "action": {"type": "process", "path": "/bin/sh", "args": "", "waitForExit": true}},
+    {"target": "file", "name": "Unknown type", "action": {"type": "telnet"}},
+    {"target": "branch", "name": "Bad target", "action": {"type": "cancel"}},
+    {"target": "file", "action": {"type": "cancel"}},
+    "not an object",
+    {"target": "revision", "name": "Browse", "action": {"type": "url", "url": "https://x.invalid/$SHA"}},
+    {"target": "file", "name": "Unknown type with a dialog", "action": {"type": "telnet"},
+     "ui": {"title": "T", "description": "D", "buttons": [{"title": "Close", "action": {"type": "cancel"}}]}}
+  ])");
+  ASSERT_EQ(commands.size(), 3u);
+
+  const auto& shell = *commands[0];
+  EXPECT_EQ(shell.name, QStringLiteral("Open shell"));
+  ASSERT_TRUE(shell.action);
+  const auto* process = dynamic_cast<const ProcessCustomCommandAction*>(shell.action.get());
+  ASSERT_TRUE(process);
+  EXPECT_EQ(process->parameters, QStringLiteral("-c $REPO"));  // "args" in the file
+  EXPECT_TRUE(process->showOutput);
+  EXPECT_FALSE(process->waitForExit);
+
+  EXPECT_EQ(commands[1]->name, QStringLiteral("Browse"));
+  EXPECT_EQ(commands[2]->name, QStringLiteral("Unknown type with a dialog"));
+  EXPECT_FALSE(commands[2]->action);
+  ASSERT_TRUE(commands[2]->ui);
+  EXPECT_EQ(commands[2]->ui->buttons.size(), 1u);
+}
+
+TEST(CustomCommandCoder, ActionAndDialogBothLoadAndBadButtonsDropOut) {
+  const auto commands = decode(R"([
+    {"target": "reference", "name": "Both", "referenceTargets": ["tag", "stash", 3, "localBranch"],
+     "action": {"type": "url", "url": "u"},
+     "ui": {"title": "Sure?", "description": "Really", "buttons": [
+        {"title": "Go", "action": {"type": "url", "url": "v"}},
+        {"title": "Broken", "action": {"type": "process", "path": "p"}},
+        {"action": {"type": "cancel"}},
+        {"title": "Cancel", "action": {"type": "cancel"}}]}},
+    {"target": "reference", "name": "Nowhere", "referenceTargets": ["stash"], "action": {"type": "cancel"}},
+    {"target": "file", "name": "Dialog without description",
+     "ui": {"title": "T", "buttons": []}}
+  ])", true);
+  ASSERT_EQ(commands.size(), 2u);
+  const auto& both = *commands[0];
+  EXPECT_TRUE(both.shared);
+  ASSERT_TRUE(both.action && both.ui);
+  ASSERT_EQ(both.ui->buttons.size(), 2u);
+  EXPECT_EQ(both.ui->buttons[0].title, QStringLiteral("Go"));
+  EXPECT_EQ(both.ui->buttons[1].title, QStringLiteral("Cancel"));
+  EXPECT_EQ(both.referenceTargets,
+            (std::vector{CustomCommand::ReferenceTarget::tag, CustomCommand::ReferenceTarget::localBranch}));
+  EXPECT_TRUE(both.appliesTo(CustomCommand::ReferenceTarget::tag));
+  EXPECT_FALSE(both.appliesTo(CustomCommand::ReferenceTarget::remoteBranch));
+
+  // Only unknown kinds: an empty list, so no reference shows the command.
+  const auto& nowhere = *commands[1];
+  ASSERT_TRUE(nowhere.referenceTargets.has_value());
+  EXPECT_TRUE(nowhere.referenceTargets->empty());
+  EXPECT_FALSE(nowhere.appliesTo(CustomCommand::ReferenceTarget::localBranch));
+}
+
+TEST(CustomCommandCoder, NonArrayRootsAndBrokenJsonGiveNothing) {
+  bool ok = true;
+  EXPECT_TRUE(CustomCommandCoder::decodeList(QByteArray("[{\"target\": "), false, &ok).empty());
+  EXPECT_FALSE(ok);
+  EXPECT_TRUE(CustomCommandCoder::decodeList(QByteArray(R"({"target": "file"})"), false, &ok).empty());
+  EXPECT_TRUE(ok);
+}
+
+TEST(CustomCommandCoder, EncodingReadsBackAndWritesOnlyItsOwnKeys) {
+  const auto original = decode(R"([
+    {"target": "reference", "name": "R", "referenceTargets": ["remoteBranch"],
+     "action": {"type": "process", "path": "$git", "args": "log", "showOutput": false, "waitForExit": true}},
+    {"target": "file", "name": "F", "referenceTargets": ["tag"],
+     "ui": {"title": "T", "description": "D", "buttons": [{"title": "Open", "action": {"type": "url", "url": "x"}}]}},
+    {"target": "revision", "name": "C", "action": {"type": "cancel"}}
+  ])");
+  ASSERT_EQ(original.size(), 3u);
+  const QByteArray json = CustomCommandCoder::encodeList(original);
+  const auto again = CustomCommandCoder::decodeList(json, false);
+  ASSERT_EQ(again.size(), 3u);
+  EXPECT_EQ(*again[0], *original[0]);
+  EXPECT_EQ(*again[2], *original[2]);
+
+  const QJsonArray array = QJsonDocument::fromJson(json).array();
+  const QJsonObject process = array[0].toObject().value(QStringLiteral("action")).toObject();
+  EXPECT_EQ(process.keys(), (QStringList{QStringLiteral("args"), QStringLiteral("path"), QStringLiteral("showOutput"),
+                                         QStringLiteral("type"), QStringLiteral("waitForExit")}));
+  EXPECT_EQ(array[2].toObject().value(QStringLiteral("action")).toObject().keys(), QStringList{QStringLiteral("type")});
+  // Kinds of reference are written for reference commands only, and "shared" never.
+  EXPECT_FALSE(array[1].toObject().contains(QStringLiteral("referenceTargets")));
+  EXPECT_FALSE(array[0].toObject().contains(QStringLiteral("shared")));
+  EXPECT_TRUE(json.contains("\n    "));  // pretty-printed
+}

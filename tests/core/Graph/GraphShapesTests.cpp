@@ -84,6 +84,20 @@ TEST(GraphShapes, LanesCloseUpWhenABranchEnds) {
 )"));
 }
 
+// Two lanes head for P side by side; at P the left one carries it and the right one
+// ends there. M's second parent joins the leftmost lane for P, not a new one.
+TEST(GraphShapes, TwoTipsOnOneParentRunSideBySide) {
+  EXPECT_EQ(draw(History("X: P\nY: P\nM: Z P\nZ: P\nP:")).text, lines(R"(
+*      X  0(-,0,0)
+| *    Y  0(0,0,0) 1(-,1,1)
+| | *  M  0(0,0,0) 1(1,1,1) 2(-,2,2) 0(-,2,0)
+|/|_|
+| | *  Z  0(0,0,0) 1(1,1,1) 2(2,2,2)
+|/__
+*      P  0(0,0,-) 1(1,0,-) 2(2,0,-)
+)"));
+}
+
 TEST(GraphShapes, RootsWithoutLanesAndAnEmptyList) {
   // A lone root that nothing leads to has no dot and no lines.
   RevisionGraph graph;

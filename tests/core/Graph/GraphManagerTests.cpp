@@ -1,0 +1,82 @@
+// Rows are computed a block at a time, in order, and lanes carry over block edges.
+#include <gtest/gtest.h>
+
+#include "GraphTestSupport.h"
+
+using namespace GraphTest;
+
+namespace {
+
+// A merge on top of two long lines of history that alternate in the list, so that
+// every row has two lanes and the commit's column switches from row to row.
+History twoLongLines(int length) {
+  History history;
+  history.add(QStringLiteral("top"), {hexFor(QStringLiteral("a0")), hexFor(QStringLiteral("b0"))});
+  for (int i = 0; i < length; ++i) {
+    for (const QString side : {QStringLiteral("a"), QStringLiteral("b")}) {
+      const QString parent = i + 1 < length ? side + QString::number(i + 1) : QStringLiteral("root");
+      history.add(side + QString::number(i), {hexFor(parent)});
+    }
+  }
+  history.add(QStringLiteral("root"), {});
+  return history;
+}
+
+TEST(GraphManager, ComputesWholeBlocksOnlyAsFarAsAsked) {
+  const History history = twoLongLines(1500);  // 3002 rows
+  RevisionGraph graph;
+  graph.update(history.source());
+  ASSERT_EQ(graph.count(), 3002);
+
+  GraphManager manager;
+  manager.reset(&graph);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), -1);
+  manager.precalculate(0);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), 1023);
+  EXPECT_EQ(manager.graphItems().size(), 1024u);
+  manager.precalculate(1023);
+  EXPECT_EQ(manager.graphItems().size(), 1024u);
+  manager.precalculate(1024);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), 2047);
+  // Going back up computes nothing and forgets nothing.
+  manager.precalculate(5);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), 2047);
+  EXPECT_EQ(manager.graphItems().size(), 2048u);
+  manager.precalculate(100000);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), 3001);
+  ASSERT_EQ(manager.graphItems().size(), 3002u);
+
+  // Across both block edges every inner row has the same two lanes, with the dot
+  // alternating between them.
+  for (int row = 1; row < 3001; ++row) {
+    SCOPED_TRACE(row);
+    const GraphInfo& info = manager.graphItem(row);
+    const int column = (row - 1) % 2;
+    EXPECT_EQ(info.currentCommitColumn, column);
+    EXPECT_EQ(info.lineId, column);
+    const std::vector<GraphLine> expected = {{0, 0, 0, 0}, {1, 1, 1, 1}};
+    EXPECT_EQ(info.lines, expected);
+  }
+  EXPECT_EQ(manager.graphItem(3001).lines, (std::vector<GraphLine>{{0, 0, 0, std::nullopt}, {1, 1, 0, std::nullopt}}));
+
+  // A reset starts from nothing.
+  manager.reset(&graph);
+  EXPECT_TRUE(manager.graphItems().empty());
+  manager.precalculate(2047);
+  EXPECT_EQ(manager.lastPrecalculatedRow(), 2047);
+  EXPECT_EQ(manager.graphItem(1500), (GraphInfo{{{0, 0, 0, 0}, {1, 1, 1, 1}}, 1, 1}));
+}
+
+TEST(GraphManager, RowStepFromGivenLanes) {
+  // Two lanes already head for C and one for D; C is a merge of E and D.
+  std::vector<Line> previous = {{0, shaFor("C")}, {4, shaFor("D")}, {2, shaFor("C")}};
+  std::vector<Line> next = {{9, shaFor("junk")}};
+  const Sha parents[] = {shaFor("E"), shaFor("D")};
+  const GraphInfo info = GraphManager::computeRow(previous, next, parents, shaFor("C"));
+  EXPECT_EQ(info.currentCommitColumn, 0);
+  EXPECT_EQ(info.lineId, 0);
+  EXPECT_EQ(info.lines, (std::vector<GraphLine>{{0, 0, 0, 0}, {4, 1, 1, 1}, {2, 2, 0, std::nullopt}, {4, std::nullopt, 0, 1}}));
+  EXPECT_EQ(next, (std::vector<Line>{{0, shaFor("E")}, {4, shaFor("D")}}));
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
+
+#include "Git/Commands/Revision/RevisionLogStream.h"
+#include "Jobs/JobProgress.h"
+#include "Services/Preferences.h"
+
+namespace {
+const QString kStopwatch = QStringLiteral("GetRevisionsGitCommand");
+}
+
+int GetRevisionsGitCommand::maxCommitCount() {
+  const QVariant value = Preferences::shared().value(QStringLiteral("maxCommitCount"));
+  return value.isValid() ? value.toInt() : 50000;
+}
+
+bool GetRevisionsGitCommand::useTopologicalCommitOrder() {
+  const QVariant value = Preferences::shared().value(QStringLiteral("useTopologicalCommitOrder"));
+  return value.isValid() ? value.toBool() : true;
+}
+
+QStringList GetRevisionsGitCommand::arguments(bool topoOrder, bool showReflog, int maxCommitCount) {
+  QStringList args{QStringLiteral("log"),     QStringLiteral("HEAD"),   QStringLiteral("--branches"),
+                   QStringLiteral("--remotes"), QStringLiteral("--tags"), QStringLiteral("--max-count=%1").arg(maxCommitCount),
+                   QStringLiteral("--no-show-signature")};
+  if (showReflog) args << QStringLiteral("--reflog");
+  args << (topoOrder ? QStringLiteral("--topo-order") : QStringLiteral("--date-order"));
+  args << QStringLiteral("--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s");
+  return args;
+}
+
+GitResult<RevisionList> GetRevisionsGitCommand::execute(const GitModule& module, bool topoOrder, bool showReflog,
+                                                        JobProgress& progress) {
+  progress.start(kStopwatch);
+  RevisionLogParser parser(RevisionLogParser::Format::revisions, &progress);
+  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, maxCommitCount()), parser);
+  progress.end(kStopwatch);
+  if (failure) return *failure;
+  return parser.takeRevisions();
+}

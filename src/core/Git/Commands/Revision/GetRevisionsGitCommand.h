@@ -1,0 +1,20 @@
+#pragma once
+// The visible history: every revision reachable from HEAD, the branches, remote
+// branches and tags (and the reflog on request), streamed from one "git log".
+#include <QStringList>
+
+#include "Git/ResultError.h"
+#include "Models/GitModule.h"
+#include "Models/Revision.h"
+
+class JobProgress;
+
+struct GetRevisionsGitCommand {
+  static QStringList arguments(bool topoOrder, bool showReflog, int maxCommitCount);
+  // Reads the preference maxCommitCount (default 50000). Records a stopwatch on the
+  // progress and stops with `canceled` when it is canceled.
+  static GitResult<RevisionList> execute(const GitModule& module, bool topoOrder, bool showReflog, JobProgress& progress);
+  // The preferences' values: maxCommitCount and useTopologicalCommitOrder.
+  static int maxCommitCount();
+  static bool useTopologicalCommitOrder();
+};

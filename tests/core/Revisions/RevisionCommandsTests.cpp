@@ -1,0 +1,261 @@
+// The history, stash, details and single-revision reads against real repositories.
+#include <gtest/gtest.h>
+
+#include "../References/ReferencesTestSupport.h"
+#include "Git/Commands/Revision/GetRevisionDetailsGitCommand.h"
+#include "Git/Commands/Revision/GetRevisionInfosGitCommand.h"
+#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
+#include "Git/Commands/Revision/GetStashesGitCommand.h"
+#include "Jobs/JobProgress.h"
+#include "Services/Preferences.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+QStringList shas(const RevisionList& list) {
+  QStringList result;
+  for (const auto& revision : list) result << revision->sha().toString();
+  return result;
+}
+
+// Sets a preference for the test's length.
+class PreferenceOverride {
+ public:
+  PreferenceOverride(const QString& key, const QVariant& value) : key_(key) { Preferences::shared().setValue(key, value); }
+  ~PreferenceOverride() { Preferences::shared().remove(key_); }
+
+ private:
+  QString key_;
+};
+
+// main with a merged side branch, a tag on a commit no branch holds, and a remote branch.
+class RevisionsRepositoryTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    {
+      FixedDates dates("1500000000 +0000", "1500000000 +0000");
+      root = repo.commitFile("a", "1", "root");
+    }
+    repo.git({"checkout", "-q", "-b", "side"});
+    {
+      FixedDates dates("1500000100 +0000", "1500000100 +0000");
+      side = repo.commitFile("side", "1", "side");
+    }
+    repo.git({"checkout", "-q", "main"});
+    {
+      FixedDates dates("1500000200 +0000", "1500000200 +0000");
+      mainline = repo.commitFile("a", "2", "main");
+      repo.git({"merge", "-q", "--no-ff", "-m", "Merge side", "side"});
+      merge = repo.headSha();
+    }
+    repo.git({"checkout", "-q", "--detach"});
+    tagged = repo.commitFile("t", "1", "tagged only");
+    repo.git({"tag", "-a", "-m", "t", "only-tag"});
+    remoteOnly = repo.commitFile("r", "1", "remote only");
+    repo.git({"update-ref", "refs/remotes/origin/gone", remoteOnly});
+    repo.git({"checkout", "-q", "main"});
+  }
+
+  GitResult<RevisionList> read(bool topo = true, bool reflog = false) {
+    JobProgress progress;
+    return GetRevisionsGitCommand::execute(repo.module(), topo, reflog, progress);
+  }
+
+  TempRepository repo;
+  QString root, side, mainline, merge, tagged, remoteOnly;
+};
+
+TEST_F(RevisionsRepositoryTest, ReadsEverythingReachableFromHeadBranchesRemotesAndTags) {
+  auto result = read();
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_EQ(shas(result.value()),
+            repo.git({"rev-list", "HEAD", "--branches", "--remotes", "--tags", "--topo-order"}).split('\n', Qt::SkipEmptyParts));
+  EXPECT_EQ(result.value().size(), 6u);
+  const auto& first = *result.value().front();
+  EXPECT_EQ(first.sha().toString(), remoteOnly);
+
+  auto byDate = read(false);
+  ASSERT_TRUE(byDate.isSuccess());
+  EXPECT_EQ(shas(byDate.value()),
+            repo.git({"rev-list", "HEAD", "--branches", "--remotes", "--tags", "--date-order"}).split('\n', Qt::SkipEmptyParts));
+}
+
+TEST_F(RevisionsRepositoryTest, ReflogAddsWhatOnlyTheReflogReaches) {
+  const QString dropped = repo.commitFile("x", "1", "dropped later");
+  repo.git({"reset", "-q", "--hard", "HEAD~1"});
+  auto without = read(true, false);
+  auto with = read(true, true);
+  ASSERT_TRUE(without.isSuccess() && with.isSuccess());
+  EXPECT_FALSE(shas(without.value()).contains(dropped));
+  EXPECT_TRUE(shas(with.value()).contains(dropped));
+}
+
+TEST_F(RevisionsRepositoryTest, MaxCommitCountLimitsTheList) {
+  PreferenceOverride limit(QStringLiteral("maxCommitCount"), 4);
+  auto result = read();
+  ASSERT_TRUE(result.isSuccess());
+  EXPECT_EQ(result.value().size(), 4u);
+  EXPECT_EQ(GetRevisionsGitCommand::maxCommitCount(), 4);
+}
+
+TEST_F(RevisionsRepositoryTest, ProgressGetsAStopwatchAndCancellationStopsTheRead) {
+  JobProgress progress;
+  ASSERT_TRUE(GetRevisionsGitCommand::execute(repo.module(), true, false, progress).isSuccess());
+  int starts = 0, ends = 0;
+  for (const auto& event : progress.profileEvents()) {
+    if (event.name != QStringLiteral("GetRevisionsGitCommand")) continue;
+    starts += event.type == JobProgress::ProfileEventType::start;
+    ends += event.type == JobProgress::ProfileEventType::end;
+  }
+  EXPECT_EQ(starts, 1);
+  EXPECT_EQ(ends, 1);
+
+  JobProgress canceled;
+  canceled.cancel();
+  EXPECT_TRUE(GetRevisionsGitCommand::execute(repo.module(), true, false, canceled).isError<Error::Canceled>());
+}
+
+TEST(RevisionsFailureTest, EmptyRepositoryFailsAndLongHistoryStreams) {
+  TempRepository empty;
+  JobProgress progress;
+  EXPECT_TRUE(GetRevisionsGitCommand::execute(empty.module(), true, false, progress).isError<Error::GitUnknownError>());
+  const GitModule gone{empty.path() + "/missing", empty.path() + "/missing/.git", std::nullopt};
+  EXPECT_TRUE(GetRevisionsGitCommand::execute(gone, true, false, progress).isError<Error::GitWorkingDirectoryNotExists>());
+
+  // 1500 commits pass through many reader chunks; the count and order hold.
+  TempRepository big;
+  QByteArray script;
+  for (int i = 1; i <= 1500; ++i) {
+    const QByteArray n = QByteArray::number(i);
+    script += "commit refs/heads/main\nmark :" + n + "\nauthor A <a@x> " + QByteArray::number(1600000000 + i) +
+              " +0000\ncommitter C <c@x> 1600000000 +0000\ndata " + QByteArray::number(n.size()) + "\n" + n + "\n";
+    if (i > 1) script += "from :" + QByteArray::number(i - 1) + "\n";
+  }
+  big.gitBytes({"fast-import", "--quiet"}, script);
+  auto result = GetRevisionsGitCommand::execute(big.module(), true, false, progress);
+  ASSERT_TRUE(result.isSuccess());
+  ASSERT_EQ(result.value().size(), 1500u);
+  EXPECT_EQ(result.value().front()->authorTime(), 1600001500);
+  EXPECT_TRUE(result.value().back()->parents().empty());
+}
+
+TEST(StashesTest, StashOnAMergeKeepsOneParentAndNamesFollowTheReflog) {
+  TempRepository repo;
+  repo.commitFile("a", "1", "root");
+  repo.git({"checkout", "-q", "-b", "side"});
+  repo.commitFile("b", "1", "side");
+  repo.git({"checkout", "-q", "main"});
+  repo.commitFile("a", "2", "main");
+  repo.git({"merge", "-q", "--no-ff", "-m", "merge", "side"});
+  const QString merge = repo.headSha();
+
+  auto none = GetStashesGitCommand::execute(repo.module());
+  ASSERT_TRUE(none.isSuccess());  // no refs/stash yet
+  EXPECT_TRUE(none.value().empty());
+
+  repo.writeFile("a", "dirty 1");
+  repo.git({"stash", "push", "-q", "-m", "first"});
+  repo.writeFile("a", "dirty 2");
+  repo.writeFile("untracked", "u");
+  repo.git({"stash", "push", "-q", "-u", "-m", "second"});  // three parents: HEAD, index, untracked
+
+  auto result = GetStashesGitCommand::execute(repo.module());
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const StashRevisionList& stashes = result.value();
+  ASSERT_EQ(stashes.size(), 2u);
+  EXPECT_EQ(stashes[0]->reflogName(), QStringLiteral("stash@{0}"));
+  EXPECT_EQ(stashes[0]->message(), QStringLiteral("On main: second"));
+  EXPECT_EQ(stashes[1]->reflogName(), QStringLiteral("stash@{1}"));
+  for (const auto& stash : stashes) {
+    ASSERT_EQ(stash->parents().size(), 1u);
+    EXPECT_EQ(stash->parents()[0].toString(), merge);
+  }
+  EXPECT_EQ(stashes[0]->sha().toString(), repo.git({"rev-parse", "stash@{0}"}).trimmed());
+}
+
+TEST(RevisionDetailsTest, ReadsCommitterAndWholeMessage) {
+  TempRepository repo;
+  repo.commitFile("a", "1", "root");
+  repo.git({"checkout", "-q", "-b", "side"});
+  const QString side = repo.commitFile("b", "1", "side");
+  repo.git({"checkout", "-q", "main"});
+  const QString mainline = repo.commitFile("a", "2", "main");
+  {
+    FixedDates dates("1500000000 +0100", "1600000000 -0500");
+    repo.git({"merge", "-q", "--no-ff", "-m", "Subject line\n\nA message that holds ±. itself", "side"});
+  }
+  const QString merge = repo.headSha();
+  auto result = GetRevisionDetailsGitCommand::execute(repo.module(), merge);
+  // A message holding the separator can't be split reliably; it fails cleanly.
+  ASSERT_TRUE(result.isError<Error::CannotParse>());
+
+  repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nBody — ünïcode"});
+  const QString amended = repo.headSha();
+  result = GetRevisionDetailsGitCommand::execute(repo.module(), amended);
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const RevisionDetails& details = result.value();
+  EXPECT_EQ(details.sha, amended);
+  EXPECT_EQ(details.author, QStringLiteral("Jelv Test"));
+  EXPECT_EQ(details.authorDate.toSecsSinceEpoch(), 1500000000);
+  EXPECT_EQ(details.committer, QStringLiteral("Jelv Test"));
+  EXPECT_NE(details.committerDate, details.authorDate);
+  EXPECT_EQ(details.parents, (QStringList{mainline, side}));
+  EXPECT_EQ(details.message, QStringLiteral("Subject line\n\nBody — ünïcode\n"));
+
+  auto missing = GetRevisionDetailsGitCommand::execute(repo.module(), QString(40, QLatin1Char('0')));
+  EXPECT_TRUE(missing.isError<Error::GitUnknownError>());
+}
+
+TEST(RevisionDetailsTest, ParseRejectsWrongShapes) {
+  const QString good = QStringList{"sha", "A", "a@x", "1", "C", "c@x", "2", "p1 p2 ", "msg\n"}.join("±.");
+  auto parsed = GetRevisionDetailsGitCommand::parse(good);
+  ASSERT_TRUE(parsed.isSuccess());
+  EXPECT_EQ(parsed.value().parents, (QStringList{"p1", "p2"}));
+  EXPECT_EQ(parsed.value().committerDate.toSecsSinceEpoch(), 2);
+
+  const QString eight = QStringList{"sha", "A", "a@x", "1", "C", "c@x", "2", "p1"}.join("±.");
+  auto wrong = GetRevisionDetailsGitCommand::parse(eight);
+  ASSERT_TRUE(wrong.isError<Error::CannotParse>());
+  EXPECT_EQ(wrong.errorAs<Error::CannotParse>()->error, "Cannot parse revision details output: '" + eight + "'.");
+
+  const QString badDate = QStringList{"sha", "A", "a@x", "1", "C", "c@x", "two", "", ""}.join("±.");
+  auto dates = GetRevisionDetailsGitCommand::parse(badDate);
+  ASSERT_TRUE(dates.isError<Error::CannotParse>());
+  EXPECT_EQ(dates.errorAs<Error::CannotParse>()->error, QStringLiteral("Cannot parse revision details dates."));
+}
+
+TEST(RevisionInfoTest, SingleRevisionQueryAndNameResolution) {
+  TempRepository repo;
+  QString first, second;
+  {
+    FixedDates dates("1400000000 +0000", "1400000000 +0000");
+    first = repo.commitFile("a", "1", "first\n\nwith #!_ in the body");
+    second = repo.commitFile("a", "2", "second");
+  }
+  auto result = GetRevisionInfosGitCommand::execute(repo.module(), {second, first});
+  ASSERT_TRUE(result.isSuccess());
+  ASSERT_EQ(result.value().size(), 2u);
+  EXPECT_EQ(result.value()[0].sha, second);
+  EXPECT_EQ(result.value()[0].message, QStringLiteral("second\n"));
+  EXPECT_EQ(result.value()[1].message, QStringLiteral("first\n\nwith #!_ in the body\n"));
+  EXPECT_EQ(result.value()[1].authorDate.toSecsSinceEpoch(), 1400000000);
+  EXPECT_EQ(result.value()[1].author, QStringLiteral("Jelv Test"));
+
+  auto resolved = GetRevisionInfosGitCommand::resolveSha(repo.module(), "main~1");
+  ASSERT_TRUE(resolved.isSuccess());
+  EXPECT_EQ(resolved.value(), first);
+  EXPECT_TRUE(GetRevisionInfosGitCommand::resolveSha(repo.module(), "no-such-branch").isFailure());
+}
+
+TEST(RevisionInfoTest, ParseLogsAndDropsBadRecords) {
+  LogCapture log;
+  EXPECT_FALSE(RevisionInfo::parse("sha#!_author#!_1"));
+  EXPECT_TRUE(log.contains("Cannot parse revision info in 'sha#!_author#!_1'"));
+  EXPECT_FALSE(RevisionInfo::parse("sha#!_author#!_soon#!_msg"));
+  EXPECT_TRUE(log.contains("Cannot parse date in 'sha#!_author#!_soon#!_msg'"));
+  const auto info = RevisionInfo::parse("sha#!_author#!_12#!_");
+  ASSERT_TRUE(info);
+  EXPECT_EQ(info->message, QString());
+}
+
+}  // namespace

@@ -1,0 +1,209 @@
+// The log state machine over real git output, cut and spoiled in the ways a stream can be.
+#include <gtest/gtest.h>
+
+#include "../References/ReferencesTestSupport.h"
+#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
+#include "Git/Commands/Revision/RevisionLogParser.h"
+#include "Jobs/CancelationToken.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+const QString kFormat = QStringLiteral("--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s");
+
+// A root, a merge and an octopus, an empty subject in the middle and on the root of a
+// second history, a non-ASCII author.
+class HistoryOutputTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    FixedDates dates("1600000000 +0200", "1600000000 +0200");
+    root = repo.commitFile("a", "1", "root");
+    repo.git({"checkout", "-q", "-b", "one"});
+    one = repo.commitFile("one", "1", "one");
+    repo.git({"checkout", "-q", "-b", "two", root});
+    two = repo.commitFile("two", "1", "two");
+    repo.git({"checkout", "-q", "-b", "three", root});
+    three = repo.commitFile("three", "1", "three");
+    repo.git({"checkout", "-q", "main"});
+    {
+      const QByteArray usual = qgetenv("GIT_AUTHOR_NAME");
+      qputenv("GIT_AUTHOR_NAME", "Zoë Ünal");
+      repo.git({"merge", "-q", "--no-ff", "-m", "merge one", "one"});
+      qputenv("GIT_AUTHOR_NAME", usual);
+    }
+    merge = repo.headSha();
+    repo.git({"merge", "-q", "--no-ff", "-m", "octopus", "two", "three"});
+    octopus = repo.headSha();
+    repo.git({"commit", "-q", "--allow-empty", "--allow-empty-message", "-m", ""});
+    emptySubject = repo.headSha();
+    repo.git({"checkout", "-q", "--orphan", "other"});
+    repo.git({"commit", "-q", "--allow-empty", "--allow-empty-message", "-m", ""});
+    otherRoot = repo.headSha();
+    repo.git({"checkout", "-q", "main"});
+  }
+
+  QByteArray log(const QStringList& extra = {}) const {
+    return repo.gitBytes(QStringList{"log", "--branches", "--topo-order", kFormat} + extra);
+  }
+
+  TempRepository repo;
+  QString root, one, two, three, merge, octopus, emptySubject, otherRoot;
+};
+
+QStringList parentTexts(const Revision& revision) {
+  QStringList result;
+  for (const Sha& parent : revision.parents()) result << parent.toString();
+  return result;
+}
+
+const Revision* find(const RevisionList& list, const QString& sha) {
+  for (const auto& revision : list) {
+    if (revision->sha().toString() == sha) return revision.get();
+  }
+  return nullptr;
+}
+
+TEST_F(HistoryOutputTest, ReadsEveryRecordWithItsParents) {
+  const QByteArray output = log();
+  // The last record has an empty subject: the output ends in the line feed before it,
+  // which a line reader doesn't turn into an empty last line.
+  ASSERT_TRUE(output.endsWith('\n'));
+  auto result = RevisionLogParser::parseRevisions(output);
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const RevisionList& list = result.value();
+  ASSERT_EQ(list.size(), 8u);
+
+  // The order is git's own.
+  QStringList order;
+  for (const auto& revision : list) order << revision->sha().toString();
+  EXPECT_EQ(order, repo.git({"rev-list", "--branches", "--topo-order"}).split('\n', Qt::SkipEmptyParts));
+
+  const Revision* octopusRevision = find(list, octopus);
+  ASSERT_TRUE(octopusRevision);
+  EXPECT_EQ(parentTexts(*octopusRevision), (QStringList{merge, two, three}));
+  EXPECT_EQ(octopusRevision->message(), QStringLiteral("octopus"));
+  const Revision* mergeRevision = find(list, merge);
+  ASSERT_TRUE(mergeRevision);
+  EXPECT_EQ(parentTexts(*mergeRevision), (QStringList{root, one}));  // an 81-byte line, split
+  EXPECT_EQ(mergeRevision->author(), QStringLiteral("Zoë Ünal"));
+  EXPECT_EQ(mergeRevision->treeSha().toString(), repo.git({"rev-parse", merge + "^{tree}"}).trimmed());
+  EXPECT_EQ(mergeRevision->authorTime(), 1600000000);
+  EXPECT_EQ(parentTexts(*find(list, one)), QStringList{root});
+  EXPECT_TRUE(find(list, root)->parents().empty());
+  EXPECT_EQ(find(list, emptySubject)->message(), QString());
+  // The other history's root: the very last record, its empty subject never printed.
+  ASSERT_TRUE(find(list, otherRoot));
+  EXPECT_TRUE(find(list, otherRoot)->parents().empty());
+  // Revisions of the same person share one identity.
+  EXPECT_EQ(find(list, one)->authorIdentity(), find(list, two)->authorIdentity());
+}
+
+TEST_F(HistoryOutputTest, TruncatedOutputKeepsTheCompleteRecords) {
+  const QList<QByteArray> lines = log().split('\n');
+  ASSERT_GE(lines.size(), 21);
+  // Two complete records, then the third one cut after its author name (part 3).
+  for (int keep : {14 + 4, 14 + 1, 14}) {
+    const QByteArray cut = lines.mid(0, keep).join('\n');
+    auto result = RevisionLogParser::parseRevisions(cut);
+    ASSERT_TRUE(result.isSuccess()) << keep;
+    EXPECT_EQ(result.value().size(), 2u) << keep;
+  }
+  // Cut in the middle of the third record's sha: that record is lost, the rest stands.
+  LogCapture capture;
+  const QByteArray midSha = lines.mid(0, 14).join('\n') + '\n' + lines.at(14).left(17);
+  auto result = RevisionLogParser::parseRevisions(midSha);
+  ASSERT_TRUE(result.isSuccess());
+  EXPECT_EQ(result.value().size(), 2u);
+}
+
+TEST(RevisionLogParserTest, HostileLines) {
+  const QByteArray sha = "0123456789abcdef0123456789abcdef01234567";
+  const QByteArray tree = "89abcdef0123456789abcdef0123456789abcdef";
+  const auto record = [&](const QByteArray& shaLine, const QByteArray& parents, const QByteArray& time,
+                          const QByteArray& subject = "subject") {
+    return QByteArrayList{shaLine, tree, parents, "Name", "mail@example.org", time, subject}.join('\n');
+  };
+
+  {  // A date that isn't a number fails the whole read with the line.
+    auto result = RevisionLogParser::parseRevisions(record(sha, "", "1600000000") + '\n' + record(sha, "", "yesterday"));
+    ASSERT_TRUE(result.isError<Error::CannotParse>());
+    EXPECT_EQ(result.errorAs<Error::CannotParse>()->error, QStringLiteral("Cannot parse author date in 'yesterday'"));
+    EXPECT_TRUE(RevisionLogParser::parseRevisions(record(sha, "", " 1600000000")).isError<Error::CannotParse>());
+  }
+  {  // Object names that aren't hex drop their record only, with a log line.
+    LogCapture capture;
+    const QByteArray notHex(40, 'z');
+    const QByteArray output = QByteArrayList{record(notHex, "", "1"), record(sha, "", "2"),
+                                             record(sha, notHex, "3"),       // a 40-byte parents line is one name
+                                             record(sha, sha + "  " + tree, "4"),  // double blank between parents
+                                             record(sha, sha + " " + notHex, "5")}
+                                  .join('\n');
+    auto result = RevisionLogParser::parseRevisions(output);
+    ASSERT_TRUE(result.isSuccess());
+    ASSERT_EQ(result.value().size(), 2u);
+    EXPECT_EQ(result.value()[0]->authorTime(), 2);
+    EXPECT_EQ(result.value()[1]->parents().size(), 2u);
+    EXPECT_EQ(capture.messages().size(), 3);
+    EXPECT_TRUE(capture.contains("Cannot parse revision line '" + QString::fromLatin1(notHex) + "'"));
+  }
+  {  // A subject that isn't UTF-8 reads as ISO Latin 1; other fields too.
+    auto result = RevisionLogParser::parseRevisions(
+        QByteArrayList{sha, tree, "", "Andr\xe9", "a@b", "7", "caf\xe9 \xbd"}.join('\n'));
+    ASSERT_TRUE(result.isSuccess());
+    ASSERT_EQ(result.value().size(), 1u);
+    EXPECT_EQ(result.value()[0]->message(), QStringLiteral("café ½"));
+    EXPECT_EQ(result.value()[0]->author(), QStringLiteral("André"));
+  }
+  // Nothing at all is an empty history, not a failure.
+  auto empty = RevisionLogParser::parseRevisions({});
+  ASSERT_TRUE(empty.isSuccess());
+  EXPECT_TRUE(empty.value().empty());
+}
+
+TEST(RevisionLogParserTest, CancellationIsTestedEveryFiftyRecords) {
+  const QByteArray record = QByteArrayList{"0123456789abcdef0123456789abcdef01234567", "89abcdef0123456789abcdef0123456789abcdef",
+                                           "", "n", "e", "1", "s"}.join('\n');
+  {  // Canceled before the first record: the test also holds for the empty list.
+    CancelationToken token;
+    token.cancel();
+    RevisionLogParser parser(RevisionLogParser::Format::revisions, &token);
+    EXPECT_TRUE(parser.consume(QByteArrayView("0123456789abcdef0123456789abcdef01234567")).has_value());
+  }
+  CancelationToken token;
+  RevisionLogParser parser(RevisionLogParser::Format::revisions, &token);
+  std::optional<ResultError> failure;
+  int records = 0;
+  for (; records < 200 && !failure; ++records) {
+    if (records == 60) token.cancel();
+    for (const QByteArray& line : record.split('\n')) {
+      if ((failure = parser.consume(QByteArrayView(line)))) break;
+    }
+  }
+  ASSERT_TRUE(failure);
+  EXPECT_TRUE(std::holds_alternative<Error::Canceled>(*failure));
+  EXPECT_EQ(parser.count(), 100u);  // noticed at the next multiple of 50
+}
+
+TEST(RevisionLogParserTest, StashRecordsKeepOnlyTheFirstParentAndNeedOne) {
+  const QByteArray a = "0123456789abcdef0123456789abcdef01234567";
+  const QByteArray b = "89abcdef0123456789abcdef0123456789abcdef";
+  const QByteArray c = "fedcba9876543210fedcba9876543210fedcba98";
+  const auto record = [&](const QByteArray& parents, const QByteArray& name, const QByteArray& subject) {
+    return QByteArrayList{a, b, parents, "n", "e", "1", name, subject}.join('\n');
+  };
+  auto result = RevisionLogParser::parseStashes(QByteArrayList{record(b + " " + c + " " + a, "stash@{0}", "WIP on main"),
+                                                               record("", "stash@{1}", "no parent"),
+                                                               record(c, "stash@{2}", "")}
+                                                    .join('\n'));
+  ASSERT_TRUE(result.isSuccess());
+  const StashRevisionList& stashes = result.value();
+  ASSERT_EQ(stashes.size(), 2u);
+  EXPECT_EQ(stashes[0]->reflogName(), QStringLiteral("stash@{0}"));
+  ASSERT_EQ(stashes[0]->parents().size(), 1u);
+  EXPECT_EQ(stashes[0]->parents()[0].toHex(), b);
+  EXPECT_EQ(stashes[0]->message(), QStringLiteral("WIP on main"));
+  EXPECT_EQ(stashes[1]->reflogName(), QStringLiteral("stash@{2}"));  // the last one, its empty subject unprinted
+  EXPECT_EQ(stashes[1]->message(), QString());
+}
+
+}  // namespace

@@ -1,0 +1,47 @@
+#include "Services/RepositoryOpener.h"
+
+#include <QPointer>
+#include <QThreadPool>
+#include <QUrl>
+
+#include "Logging/AdvancedLogger.h"
+#include "Models/AppSettings.h"
+
+RepositoryOpener::RepositoryOpener(AppSettings& settings, DocumentOpener openDocument, QObject* parent)
+    : QObject(parent), settings_(settings), openDocument_(std::move(openDocument)) {}
+
+QString RepositoryOpener::localPath(const QString& url) {
+  const QString trimmed = url.trimmed();
+  if (trimmed.startsWith(QStringLiteral("file:"))) return QUrl(trimmed).toLocalFile();
+  return trimmed;
+}
+
+void RepositoryOpener::openRepository(const QString& url, CompletionHandler completionHandler) {
+  const QString path = localPath(url);
+  QPointer<RepositoryOpener> self(this);
+  QThreadPool::globalInstance()->start([self, path, completionHandler = std::move(completionHandler)] {
+    auto validation = RepositoryValidation::validate(path);
+    if (!self) return;
+    QMetaObject::invokeMethod(
+        self.data(),
+        [self, path, validation = std::move(validation), completionHandler] {
+          if (self) self->finish(path, validation, completionHandler);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void RepositoryOpener::finish(const QString& path, const std::variant<GitModule, RepositoryRefusal>& validation,
+                              const CompletionHandler& completionHandler) {
+  Result result;
+  if (const auto* refusal = std::get_if<RepositoryRefusal>(&validation)) {
+    result.failureText = RepositoryValidation::openFailureText(*refusal, path);
+    LOG_WARNING(result.failureText);
+  } else {
+    const GitModule& module = std::get<GitModule>(validation);
+    if (openDocument_) openDocument_(module);
+    settings_.addRepository(module.repositoryPath);
+    result.gitModule = module;
+  }
+  if (completionHandler) completionHandler(result);
+}

@@ -1,0 +1,35 @@
+#pragma once
+// Fills the registry from the disk: the walk that finds repositories below a folder,
+// the rescan of the user's source folder, and the addition of paths by hand.
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+#include "Models/RepositoryValidation.h"
+
+class AppSettings;
+
+struct RepositoryScan {
+  static constexpr int startLevel = 5;
+
+  // Appends every folder that holds a ".git" directory, walking at most `level` folders
+  // deep. A repository's own sub-folders are not entered, so nested repositories are
+  // not found. Links to folders are followed.
+  static void findGitRepositories(const QString& folder, QStringList& result, int level);
+
+  // Empties the registry's repositories (categories stay) and fills it again from the
+  // folder. Runs git for each repository found: call it off the main thread. Gives the
+  // number of repositories added.
+  static int rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder);
+
+  struct Refused {
+    QString path;
+    RepositoryRefusal refusal = RepositoryRefusal::notARepository;
+    bool operator==(const Refused&) const = default;
+  };
+  // Validates and adds each path, with the source folder as the root of its categories.
+  // A refused path does not stop the others. Runs git: call it off the main thread.
+  static std::vector<Refused> addRepositories(AppSettings& settings, const QStringList& paths,
+                                              const std::optional<QString>& sourceFolder);
+};

@@ -1,11 +1,15 @@
 #include "UI/JelvApplication.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
 
+#include "Controllers/Repository/RepositoryView.h"
+#include "Jobs/JobQueue.h"
 #include "Logging/AdvancedLogger.h"
+#include "Services/RepositorySnapshotLoader.h"
 
 namespace JelvApplication {
 
@@ -18,9 +22,20 @@ int run(QApplication& app) {
 
   QMainWindow window;
   window.setWindowTitle(QStringLiteral("Jelv"));
-  auto* label = new QLabel(QStringLiteral("Welcome to Jelv. Open a repository to start"), &window);
-  label->setAlignment(Qt::AlignCenter);
-  window.setCentralWidget(label);
+  const QStringList args = QApplication::arguments();
+  std::optional<GitModule> module;
+  if (args.size() > 1) {
+    auto found = RepositorySnapshotLoader::moduleForPath(args.at(1));
+    if (found) module = found.value();
+  }
+  if (module) {
+    window.setCentralWidget(new RepositoryView(*module, std::make_shared<JobQueue>(), &window));
+    window.setWindowTitle(QDir(module->repositoryPath).dirName() + QStringLiteral(" — Jelv"));
+  } else {
+    auto* label = new QLabel(QStringLiteral("Welcome to Jelv. Open a repository to start"), &window);
+    label->setAlignment(Qt::AlignCenter);
+    window.setCentralWidget(label);
+  }
   window.resize(1100, 700);
   window.show();
 

@@ -48,6 +48,8 @@ QRectF GraphRowGeometry::dot(const GraphInfo& info, const QRectF& row, double le
 
 QString GraphRowGeometry::labelText(const Reference& reference) {
   if (reference.kind() == Reference::Kind::bisectMark) return QStringLiteral("bisect: ") + reference.name;
+  // A remote branch names its remote, so it can't be mistaken for the local branch.
+  if (reference.kind() == Reference::Kind::remoteBranch) return reference.fullName;
   return reference.name;
 }
 

@@ -1,0 +1,101 @@
+#pragma once
+// The content of a repository tab: the sidebar, the commit list with its notification
+// bar, the selected commit's details, files and diff, the working tree's changes, and
+// the status line. It gathers values, runs core reads as jobs on the tab's queue and
+// shows the results; it holds no Git logic of its own.
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "Models/GitModule.h"
+#include "Services/RepositorySnapshotLoader.h"
+
+class JobQueue;
+class Job;
+class JobProgress;
+class CommitListView;
+class RepositorySidebar;
+class NotificationBar;
+class RevisionHeaderView;
+class ChangedFilesView;
+class DiffTextView;
+class RepositoryStatusBar;
+class ActivityManagerWindow;
+class QStackedWidget;
+class QLabel;
+
+class RepositoryView : public QWidget {
+  Q_OBJECT
+ public:
+  RepositoryView(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
+  ~RepositoryView() override;
+
+  const GitModule& module() const { return module_; }
+  const std::shared_ptr<JobQueue>& jobQueue() const { return queue_; }
+  const std::optional<RepositorySnapshot>& snapshot() const { return snapshot_; }
+
+  // Reads everything again; a refresh in flight is canceled first.
+  void refresh();
+  // Reads the state and the changed files only.
+  void refreshStatus();
+  void showLocalChanges();
+  void showHistory();
+  void showActivityManager();
+
+  // The repository line of the status bar: "<folder>: <branch>" and its variants.
+  QString repositoryLine() const;
+
+  CommitListView* commitList() const { return commitList_; }
+  RepositorySidebar* sidebar() const { return sidebar_; }
+  NotificationBar* notificationBar() const { return notificationBar_; }
+  RepositoryStatusBar* statusBar() const { return statusBar_; }
+  ChangedFilesView* revisionFiles() const { return revisionFiles_; }
+  ChangedFilesView* localChanges() const { return localFiles_; }
+  DiffTextView* diffView() const { return diff_; }
+  RevisionHeaderView* revisionHeader() const { return header_; }
+
+ Q_SIGNALS:
+  void snapshotLoaded();
+  void loadFailed(const QString& message);
+  void commitDetailsLoaded();
+  void diffLoaded();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  // Runs work on the tab's queue and hands its result to done on the main thread, if
+  // this view still exists then.
+  template <typename T>
+  std::shared_ptr<Job> run(const QString& name, int show, std::function<T(JobProgress&)> work, std::function<void(T)> done);
+
+  void applySnapshot(RepositorySnapshot snapshot);
+  void applyStatus(RepositoryStatus status);
+  void loadCommit(const RevisionPtr& revision);
+  void loadRevisionDiff(const ChangedFilePtr& file);
+  void loadWorkingTreeDiff(const ChangedFilePtr& file);
+  void showDiffMessage(const QString& message);
+
+  GitModule module_;
+  std::shared_ptr<JobQueue> queue_;
+  std::optional<RepositorySnapshot> snapshot_;
+  std::weak_ptr<Job> refreshJob_;
+  std::weak_ptr<Job> commitJob_;
+  std::weak_ptr<Job> diffJob_;
+  QString selectedSha_;
+  bool loaded_ = false;
+
+  RepositorySidebar* sidebar_;
+  NotificationBar* notificationBar_;
+  QStackedWidget* pages_;
+  CommitListView* commitList_;
+  RevisionHeaderView* header_;
+  ChangedFilesView* revisionFiles_;
+  ChangedFilesView* localFiles_;
+  QStackedWidget* diffStack_;
+  DiffTextView* diff_;
+  QLabel* diffMessage_;
+  RepositoryStatusBar* statusBar_;
+  ActivityManagerWindow* activity_ = nullptr;
+};

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBlock>
+
+#include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/Repository/NotificationBar.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/RevisionDetails/RevisionHeaderView.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
+#include "Controls/ChangedFilesView.h"
+#include "Controls/Diff/DiffTextView.h"
+#include "Controls/RepositoryStatusBar.h"
+#include "Jobs/JobQueue.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+// A history with a side branch merged back, a tag, and a conflicting merge under way.
+void buildHistory(TempRepository& repo) {
+  repo.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("Initial"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
+  repo.commitFile(QStringLiteral("b.txt"), "topic\n", QStringLiteral("Topic work"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.commitFile(QStringLiteral("a.txt"), "one\ntwo\n", QStringLiteral("Main work"));
+  repo.git({QStringLiteral("merge"), QStringLiteral("-q"), QStringLiteral("--no-ff"), QStringLiteral("topic"), QStringLiteral("-m"),
+            QStringLiteral("Merge topic")});
+  repo.git({QStringLiteral("tag"), QStringLiteral("v1.0")});
+}
+
+bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
+  QSignalSpy spy(&view, signal);
+  return spy.wait(20000);
+}
+
+}  // namespace
+
+TEST(RepositoryView, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
+  TempRepository repo;
+  buildHistory(repo);
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+
+  auto* model = view.commitList()->commitModel();
+  EXPECT_EQ(model->rowCount(), 4);
+  EXPECT_EQ(model->revision(0)->message(), QStringLiteral("Merge topic"));
+  EXPECT_TRUE(model->decoration(0).isHead);
+  QStringList labels;
+  for (const auto& ref : model->decoration(0).references) labels << ref.reference->name;
+  labels.sort();
+  EXPECT_EQ(labels, (QStringList{"main", "v1.0"}));
+  // The finished refresh stays on the status line for two seconds, then the repository line.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.statusBar()->text() == QStringLiteral("repo: main"); }, 5000))
+      << view.statusBar()->text().toStdString();
+  EXPECT_TRUE(view.notificationBar()->isHidden());
+
+  // HEAD is selected on load; its details and files follow.
+  ASSERT_TRUE(view.commitList()->currentRevision());
+  if (view.revisionFiles()->files().empty()) {
+    ASSERT_TRUE(waitFor(view, &RepositoryView::commitDetailsLoaded));
+  }
+  EXPECT_TRUE(view.revisionHeader()->toPlainText().contains(QStringLiteral("Merge topic")));
+
+  // Selecting the root shows its file as added.
+  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(repo.git({QStringLiteral("rev-list"), QStringLiteral("--max-parents=0"), QStringLiteral("HEAD")}).trimmed())));
+  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  ASSERT_EQ(view.revisionFiles()->files().size(), 1u);
+  EXPECT_EQ(view.revisionFiles()->files()[0]->path, QStringLiteral("a.txt"));
+  EXPECT_EQ(view.diffView()->document()->findBlockByNumber(1).text(), QStringLiteral("+one"));
+}
+
+TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
+  TempRepository repo;
+  buildHistory(repo);
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("other"), QStringLiteral("HEAD~2")});
+  repo.commitFile(QStringLiteral("a.txt"), "one\nother\n", QStringLiteral("Other change"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.git({QStringLiteral("merge"), QStringLiteral("other")}, true);  // conflicts
+  repo.writeFile(QStringLiteral("new file é.txt"), "fresh\n");
+
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  EXPECT_FALSE(view.notificationBar()->isHidden());
+  EXPECT_FALSE(view.notificationBar()->message().isEmpty());
+  EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.snapshot()->status.changedFilesCount));
+
+  view.showLocalChanges();
+  const auto& files = view.localChanges()->files();
+  auto untracked = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->isNew; });
+  ASSERT_NE(untracked, files.end());
+  EXPECT_EQ((*untracked)->path, QStringLiteral("new file é.txt"));
+  view.localChanges()->setCurrentItem(view.localChanges()->topLevelItem(static_cast<int>(untracked - files.begin())));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.diffView()->document()->findBlockByNumber(1).text() == QStringLiteral("+fresh"); }, 10000));
+}
+
+TEST(RepositoryView, AFolderThatIsNoRepositoryReportsAnError) {
+  QTemporaryDir dir;
+  RepositoryView view(GitModule{dir.path(), dir.path() + QStringLiteral("/.git"), std::nullopt}, std::make_shared<JobQueue>());
+  QSignalSpy failed(&view, &RepositoryView::loadFailed);
+  ASSERT_TRUE(failed.wait(20000));
+  EXPECT_FALSE(failed.at(0).at(0).toString().isEmpty());
+}

@@ -9,6 +9,8 @@
 #include "Controllers/Repository/RepositoryView.h"
 #include "Jobs/JobQueue.h"
 #include "Logging/AdvancedLogger.h"
+#include "Services/Preferences.h"
+#include "UI/Appearance.h"
 #include "Services/RepositorySnapshotLoader.h"
 
 namespace JelvApplication {
@@ -19,6 +21,7 @@ int run(QApplication& app) {
   QApplication::setDesktopFileName(QStringLiteral("org.jelv.Jelv"));
   AdvancedLogger::setup(AdvancedLogger::defaultLogDirectory());
   LOG_INFO(QStringLiteral("Jelv starting"));
+  Appearance::apply(app, Preferences::shared().integer(QStringLiteral("appearance")));
 
   QMainWindow window;
   window.setWindowTitle(QStringLiteral("Jelv"));

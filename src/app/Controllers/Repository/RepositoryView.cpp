@@ -107,11 +107,13 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   details->addWidget(header_);
   details->addWidget(filesAndDiff);
   details->setStretchFactor(1, 3);
+  details->setSizes({110, 320});
   auto* history = new QSplitter(Qt::Vertical);
   history->addWidget(commitList_);
   history->addWidget(details);
   history->setStretchFactor(0, 3);
   history->setStretchFactor(1, 2);
+  history->setSizes({470, 330});
 
   // Local changes page: files | diff.
   auto* local = new QSplitter(Qt::Horizontal);

@@ -25,6 +25,9 @@ class CommitComposer {
   // The text the user typed while amend shows the last commit's message.
   const CommitMessage& parkedMessage() const { return previousCommit_; }
 
+  // What belongs in the stored draft: the user's own text, never the amended commit's.
+  const CommitMessage& draft() const { return amend_ ? previousCommit_ : message_; }
+
   // After a successful commit: empty fields, nothing parked, amend off.
   void reset();
 

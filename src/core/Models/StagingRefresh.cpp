@@ -5,7 +5,7 @@
 StagingRefresh StagingRefresh::after(const ChangedFileList& files) {
   const auto count = files.size();
   if (count == 0 || count == 1 || count > static_cast<size_t>(PathBatches::stageLimit)) {
-    return {Kind::workingTree, {}, Subdomain(4096 | 8192)};
+    return {Kind::workingTree, {}, Subdomain::repositoryStatus()};
   }
   StagingRefresh refresh{Kind::changedFiles, {}, Subdomain::none()};
   for (const ChangedFilePtr& file : files) {

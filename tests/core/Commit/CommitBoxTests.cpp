@@ -2,6 +2,9 @@
 
 #include "Models/CommitButtonTitle.h"
 #include "Models/CommitComposer.h"
+#include "Models/CommitDraft.h"
+#include "Models/GitModuleSettings.h"
+#include "support/TempRepository.h"
 #include "Models/CommitMessage.h"
 #include "Models/RepositoryState.h"
 #include "Models/SubjectCounter.h"
@@ -117,4 +120,28 @@ TEST(CommitButtonTitle, SequencerCountsAsACherryPickAndOtherStatesAsNone) {
   EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::SquashInProgress{})), CommitPhase::squashInProgress);
   EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::MergeInProgress{})), CommitPhase::none);
   EXPECT_EQ(commitPhase(RepositoryState()), CommitPhase::none);
+}
+
+TEST(CommitDraft, KeepsTheUsersTextAcrossAmendAndLeavesOtherSettingsAlone) {
+  TempRepository repo;
+  GitModuleSettings settings;
+  settings.signOff = true;
+  settings.tabWidth = 8;
+  settings.save(repo.module());
+
+  CommitComposer composer;
+  composer.setMessage({QStringLiteral("WIP: parser"), QStringLiteral("handles \u00E9")});
+  CommitDraft::save(repo.module(), composer.draft());
+  ASSERT_TRUE(composer.setAmend(true, [] { return GitResult<QString>(QStringLiteral("Old commit\n")); }).isSuccess());
+  // Saving while amend shows the old commit's message keeps the user's text as the draft.
+  CommitDraft::save(repo.module(), composer.draft());
+
+  EXPECT_EQ(CommitDraft::load(repo.module()), (CommitMessage{QStringLiteral("WIP: parser"), QStringLiteral("handles \u00E9")}));
+  const GitModuleSettings reloaded = GitModuleSettings::load(repo.module());
+  EXPECT_TRUE(reloaded.signOff);
+  EXPECT_EQ(reloaded.tabWidth, 8);
+
+  CommitDraft::clear(repo.module());
+  EXPECT_TRUE(CommitDraft::load(repo.module()).isEmpty());
+  EXPECT_TRUE(GitModuleSettings::load(repo.module()).signOff);
 }

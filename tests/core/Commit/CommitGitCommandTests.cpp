@@ -8,6 +8,7 @@
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Jobs/JobProgress.h"
 #include "Models/CommitMessage.h"
+#include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -155,8 +156,10 @@ TEST(CommitGitCommand, SignsWithTheConfiguredKeyThroughTheWrapper) {
   TempRepository repo;
   repo.writeFile(QStringLiteral("signed.txt"), "x\n");
   repo.stageAll();
-  CommitOptions options;
-  options.signingKey = fpr.captured(1);
+  GitModuleSettings settings = GitModuleSettings::load(repo.module());
+  settings.signingKey = fpr.captured(1);
+  settings.save(repo.module());
+  CommitOptions options = CommitOptions::fromSettings(GitModuleSettings::load(repo.module()));
   const GitVoidResult result = CommitGitCommand::execute(repo.module(), QStringLiteral("Signed"), options);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
 

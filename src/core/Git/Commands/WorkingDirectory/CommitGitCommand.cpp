@@ -9,6 +9,16 @@
 #include "Git/Process/GitRequest.h"
 #include "Jobs/JobProgress.h"
 #include "Logging/AdvancedLogger.h"
+#include "Models/GitModuleSettings.h"
+
+CommitOptions CommitOptions::fromSettings(const GitModuleSettings& settings, bool amend, bool noVerify) {
+  CommitOptions options;
+  options.signOff = settings.signOff;
+  options.signingKey = settings.signingKey;
+  options.amend = amend;
+  options.noVerify = noVerify;
+  return options;
+}
 
 QStringList CommitGitCommand::arguments(const CommitOptions& options, const QString& messageFilePath) {
   QStringList args;

@@ -9,12 +9,16 @@
 #include "Models/GitModule.h"
 
 class JobProgress;
+struct GitModuleSettings;
 
 struct CommitOptions {
   bool signOff = false;
   bool amend = false;
   bool noVerify = false;  // skips the pre-commit and commit-msg hooks
   std::optional<QString> signingKey;
+
+  // Sign-off and signing key as the repository's settings keep them.
+  static CommitOptions fromSettings(const GitModuleSettings& settings, bool amend = false, bool noVerify = false);
 };
 
 struct CommitGitCommand {

@@ -12,7 +12,7 @@
 class Cancelable;
 
 struct FilePatchReader {
-  static constexpr const char* emptyTreeSha = "4b825dc642cb6eb9a060e54bf8d69288fbee4904";
+  static constexpr const char* emptyTreeSha = "4b825dc642cb6eb9a060e54bf8d69288fbee4904";  // the same as Consts::Git::emptyTreeSha
 
   static QStringList revisionArguments(const QString& fromSha, const QString& sha, const ChangedFile& file, int contextSize);
   static QStringList workingTreeArguments(const ChangedFile& file, int contextSize);

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <atomic>
+
+#include "Controllers/ActivityManagerWindow.h"
+#include "Controls/RepositoryStatusBar.h"
+#include "Git/Process/GitRequest.h"
+#include "Jobs/Job.h"
+#include "Jobs/JobQueue.h"
+#include "support/TempRepository.h"
+
+TEST(RepositoryStatusBar, ShowsARunningJobWithCancelThenFallsBackToTheRepositoryLine) {
+  auto queue = std::make_shared<JobQueue>();
+  RepositoryStatusBar bar(queue, [] { return QStringLiteral("repo: main"); });
+  bar.poll();
+  EXPECT_EQ(bar.text(), QStringLiteral("repo: main"));
+  EXPECT_FALSE(bar.isCancelVisible());
+
+  std::atomic<bool> release{false};
+  auto job = Job::make(QStringLiteral("Fetch"), Job::Show::everywhere(), Job::ProgressType::progress, [&](JobProgress& progress) {
+    progress.update(40, QStringLiteral("Receiving objects: 40%"), JobProgressState::inProgress);
+    while (!release && !progress.isCanceled()) QThread::msleep(10);
+  });
+  queue->schedule(job);
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    bar.poll();
+    return bar.text() == QStringLiteral("Fetch: Receiving objects: 40%");
+  }, 5000));
+  EXPECT_TRUE(bar.isCancelVisible());
+  EXPECT_TRUE(bar.isBarVisible());
+
+  job->progress().cancel();
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    bar.poll();
+    return bar.text() == QStringLiteral("Fetch: canceled");
+  }, 5000));
+  EXPECT_FALSE(bar.isCancelVisible());
+  // Two seconds after it finished, the job gives way to the repository line.
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    bar.poll();
+    return bar.text() == QStringLiteral("repo: main");
+  }, 5000));
+  queue->waitForDone(5000);
+}
+
+TEST(ActivityManagerWindow, ListsVisibleJobsNewestFirstWithTheirOutput) {
+  TempRepository repo;
+  auto queue = std::make_shared<JobQueue>();
+  const GitModule module = repo.module();
+  queue->schedule(Job::make(QStringLiteral("Hidden"), Job::Show::none(), Job::ProgressType::infinite, [](JobProgress&) {}));
+  queue->schedule(Job::make(QStringLiteral("Status"), Job::Show::everywhere(), Job::ProgressType::infinite, [module](JobProgress& progress) {
+    GitRequest(module, {QStringLiteral("rev-parse"), QStringLiteral("no-such-ref")}).executeWithProgress(progress);
+  }));
+  ASSERT_TRUE(queue->waitForDone(10000));
+  ActivityManagerWindow window(queue);
+  EXPECT_EQ(window.windowTitle(), QStringLiteral("Activity Manager"));
+  window.tick();
+  EXPECT_EQ(window.rowCount(), 1);
+  EXPECT_TRUE(window.outputText().contains(QStringLiteral("$ git rev-parse no-such-ref")));
+  EXPECT_TRUE(window.outputText().contains(QStringLiteral("fatal:")));
+}

@@ -8,16 +8,6 @@ namespace {
 const QString kStopwatch = QStringLiteral("GetRevisionsGitCommand");
 }
 
-int GetRevisionsGitCommand::maxCommitCount() {
-  const QVariant value = Preferences::shared().value(QStringLiteral("maxCommitCount"));
-  return value.isValid() ? value.toInt() : 50000;
-}
-
-bool GetRevisionsGitCommand::useTopologicalCommitOrder() {
-  const QVariant value = Preferences::shared().value(QStringLiteral("useTopologicalCommitOrder"));
-  return value.isValid() ? value.toBool() : true;
-}
-
 QStringList GetRevisionsGitCommand::arguments(bool topoOrder, bool showReflog, int maxCommitCount) {
   QStringList args{QStringLiteral("log"),     QStringLiteral("HEAD"),   QStringLiteral("--branches"),
                    QStringLiteral("--remotes"), QStringLiteral("--tags"), QStringLiteral("--max-count=%1").arg(maxCommitCount),
@@ -32,7 +22,7 @@ GitResult<RevisionList> GetRevisionsGitCommand::execute(const GitModule& module,
                                                         JobProgress& progress) {
   progress.start(kStopwatch);
   RevisionLogParser parser(RevisionLogParser::Format::revisions, &progress);
-  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, maxCommitCount()), parser);
+  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, Preferences::shared().maxCommitCount()), parser);
   progress.end(kStopwatch);
   if (failure) return *failure;
   return parser.takeRevisions();

@@ -8,6 +8,10 @@ namespace {
 const QString kStopwatch = QStringLiteral("GetRevisionsGitCommand");
 }
 
+int GetRevisionsGitCommand::maxCommitCount() { return Preferences::shared().maxCommitCount(); }
+
+bool GetRevisionsGitCommand::useTopologicalCommitOrder() { return Preferences::shared().useTopologicalCommitOrder(); }
+
 QStringList GetRevisionsGitCommand::arguments(bool topoOrder, bool showReflog, int maxCommitCount) {
   QStringList args{QStringLiteral("log"),     QStringLiteral("HEAD"),   QStringLiteral("--branches"),
                    QStringLiteral("--remotes"), QStringLiteral("--tags"), QStringLiteral("--max-count=%1").arg(maxCommitCount),
@@ -22,7 +26,7 @@ GitResult<RevisionList> GetRevisionsGitCommand::execute(const GitModule& module,
                                                         JobProgress& progress) {
   progress.start(kStopwatch);
   RevisionLogParser parser(RevisionLogParser::Format::revisions, &progress);
-  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, Preferences::shared().maxCommitCount()), parser);
+  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, maxCommitCount()), parser);
   progress.end(kStopwatch);
   if (failure) return *failure;
   return parser.takeRevisions();

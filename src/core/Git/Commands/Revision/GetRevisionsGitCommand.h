@@ -14,4 +14,7 @@ struct GetRevisionsGitCommand {
   // Reads the preference maxCommitCount (default 50000). Records a stopwatch on the
   // progress and stops with `canceled` when it is canceled.
   static GitResult<RevisionList> execute(const GitModule& module, bool topoOrder, bool showReflog, JobProgress& progress);
+  // The preferences' values: maxCommitCount and useTopologicalCommitOrder.
+  static int maxCommitCount();
+  static bool useTopologicalCommitOrder();
 };

@@ -1,5 +1,7 @@
 #include "Git/Process/GitRequest.h"
 
+#include "Git/ErrorClassification.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <atomic>
@@ -178,7 +180,7 @@ void setPipeGroupTimeoutForTesting(double seconds) { pipeGroupTimeoutSeconds = s
 ResultError toResultError(const GitResponseError& error) {
   switch (error.kind) {
     case GitResponseError::Kind::workingDirectoryNotExists: return Error::GitWorkingDirectoryNotExists{error.directory};
-    case GitResponseError::Kind::unknownError: return Error::GitUnknownError{error.output, error.error};
+    case GitResponseError::Kind::unknownError: return ErrorClassification::classify(error.output, error.error);
     case GitResponseError::Kind::cannotEncodeOutput: return Error::GitCannotEncodeOutput{};
   }
   return Error::Unknown{};

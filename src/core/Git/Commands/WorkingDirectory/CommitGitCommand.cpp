@@ -1,5 +1,7 @@
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 
+#include "Git/ErrorClassification.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -69,6 +71,8 @@ GitVoidResult CommitGitCommand::execute(const GitModule& module, const QString& 
   if (response.isSuccess()) return Unit{};
   const GitResponseError& failure = *response.failure;
   if (failure.kind != GitResponseError::Kind::unknownError) return toResultError(failure);
+  // A stale lock is repaired by removing it, not by retrying the commit without hooks.
+  if (ErrorClassification::isRepositoryLocked(failure.error)) return Error::RepositoryIsLocked{failure.error};
   // A hook prints its complaint on either stream, "nothing to commit" comes on stdout.
   QString error = failure.error;
   if (!failure.output.trimmed().isEmpty()) {

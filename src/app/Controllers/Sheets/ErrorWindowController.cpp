@@ -1,0 +1,105 @@
+#include "Controllers/Sheets/ErrorWindowController.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "Controls/GitOutputView.h"
+#include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
+#include "Jobs/Job.h"
+#include "Jobs/JobProgress.h"
+#include "Jobs/JobQueue.h"
+#include "Logging/AdvancedLogger.h"
+#include "Models/GitModuleSettings.h"
+
+ErrorWindowController::ErrorWindowController(GitModule module, std::optional<ResultError> errorResult, QWidget* parent)
+    : JelvSheetController(parent), module_(std::move(module)), errorResult_(std::move(errorResult)) {
+  setWindowTitle(QStringLiteral("Error"));
+  messageLabel()->setText(QStringLiteral("Git operation failed"));
+  content_ = ErrorSheetContent::make(errorResult_);
+
+  errorTextView_ = new GitOutputView(this);
+  if (content_.styled) {
+    errorTextView_->setGitOutput(content_.text);
+  } else {
+    errorTextView_->setPlainText(content_.text);
+  }
+  errorTextView_->setMinimumSize(520, 180);
+  contentLayout()->addWidget(errorTextView_);
+
+  // The error sheet only closes: its submit is "OK", and the repair sits left of it.
+  submitButton()->setText(QStringLiteral("OK"));
+  cancelButton()->hide();
+  firstButton_ = new QPushButton(content_.buttonTitle, this);
+  firstButton_->setAutoDefault(false);
+  firstButton_->setVisible(content_.repair != ErrorSheetContent::Repair::none);
+  if (auto* row = qobject_cast<QHBoxLayout*>(static_cast<QVBoxLayout*>(layout())->itemAt(layout()->count() - 1)->layout())) {
+    row->insertWidget(row->indexOf(cancelButton()), firstButton_);
+  }
+  connect(firstButton_, &QPushButton::clicked, this, &ErrorWindowController::runRepair);
+}
+
+ErrorWindowController* ErrorWindowController::present(QWidget* parent, const GitModule& module, const ResultError& error,
+                                                      std::shared_ptr<JobQueue> queue) {
+  auto* sheet = new ErrorWindowController(module, error, parent ? parent->window() : nullptr);
+  sheet->setJobQueue(std::move(queue));
+  showSheet(parent, sheet, nullptr);
+  return sheet;
+}
+
+void ErrorWindowController::runRepair() {
+  switch (content_.repair) {
+    case ErrorSheetContent::Repair::none:
+    case ErrorSheetContent::Repair::forceFetch: return;
+    case ErrorSheetContent::Repair::removeIndexLock: removeIndexLock(); return;
+    case ErrorSheetContent::Repair::skipHooksAndCommit: commitWithoutHooks(); return;
+    case ErrorSheetContent::Repair::setupIdentity:
+      endWithSuccess();
+      Q_EMIT identitySetupRequested();
+      return;
+  }
+}
+
+void ErrorWindowController::removeIndexLock() {
+  QFile lock(module_.gitDirectoryPath(QStringLiteral("index.lock")));
+  // Gone meanwhile is fine: the repair's aim is reached either way.
+  if (!lock.remove()) LOG_ERROR(QStringLiteral("Cannot remove '%1': %2").arg(lock.fileName(), lock.errorString()));
+  Q_EMIT repositoryChanged();
+  endWithSuccess();
+}
+
+void ErrorWindowController::commitWithoutHooks() {
+  const auto* failed = errorResult_ ? std::get_if<Error::GitCommitFailed>(&*errorResult_) : nullptr;
+  const std::shared_ptr<JobQueue> queue = jobQueue();
+  if (!failed || !queue) return;
+  setControlsEnabled(false);
+  setStatus(Status::busy, failed->amend ? QStringLiteral("Amending…") : QStringLiteral("Committing…"));
+  CommitOptions options;
+  options.amend = failed->amend;
+  options.noVerify = true;
+  const GitModuleSettings settings = GitModuleSettings::load(failed->gitModule);
+  options.signOff = settings.signOff;
+  options.signingKey = settings.signingKey;
+  const GitModule module = failed->gitModule;
+  const QString message = failed->message;
+  QPointer<ErrorWindowController> self(this);
+  queue->schedule(Job::make(failed->amend ? QStringLiteral("Amend") : QStringLiteral("Commit"), Job::Show{3},
+                            Job::ProgressType::infinite, [self, module, message, options](JobProgress& progress) {
+                              const GitVoidResult result = CommitGitCommand::execute(module, message, options, &progress);
+                              QMetaObject::invokeMethod(qApp, [self, result] {
+                                if (!self) return;
+                                if (result.isSuccess()) {
+                                  Q_EMIT self->committed();
+                                  Q_EMIT self->repositoryChanged();
+                                  self->endWithSuccess();
+                                } else {
+                                  Q_EMIT self->repositoryChanged();
+                                  self->endWithError(result.error());
+                                }
+                              });
+                            }));
+}

@@ -1,0 +1,145 @@
+#include "Controllers/Sheets/JelvSheetController.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStyle>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include "Logging/AdvancedLogger.h"
+
+JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
+  setWindowModality(Qt::WindowModal);
+  auto* layout = new QVBoxLayout(this);
+  messageLabel_ = new QLabel(this);
+  QFont bold = messageLabel_->font();
+  bold.setBold(true);
+  messageLabel_->setFont(bold);
+  messageLabel_->setWordWrap(true);
+  informativeLabel_ = new QLabel(this);
+  informativeLabel_->setWordWrap(true);
+  informativeLabel_->hide();
+  layout->addWidget(messageLabel_);
+  layout->addWidget(informativeLabel_);
+  contentLayout_ = new QVBoxLayout;
+  layout->addLayout(contentLayout_, 1);
+
+  auto* statusLine = new QHBoxLayout;
+  progressIndicator_ = new QProgressBar(this);
+  progressIndicator_->setRange(0, 0);  // spinning: no known end
+  progressIndicator_->setMaximumWidth(60);
+  progressIndicator_->hide();
+  statusImageView_ = new QLabel(this);
+  statusImageView_->hide();
+  statusLabel_ = new QLabel(this);
+  statusLabel_->hide();
+  cancelButton_ = new QPushButton(QStringLiteral("Cancel"), this);
+  submitButton_ = new QPushButton(QStringLiteral("Submit"), this);
+  submitButton_->setDefault(true);  // Return submits
+  statusLine->addWidget(progressIndicator_);
+  statusLine->addWidget(statusImageView_);
+  statusLine->addWidget(statusLabel_, 1);
+  statusLine->addWidget(cancelButton_);
+  statusLine->addWidget(submitButton_);
+  layout->addLayout(statusLine);
+
+  connect(cancelButton_, &QPushButton::clicked, this, &JelvSheetController::cancel);
+  connect(submitButton_, &QPushButton::clicked, this, &JelvSheetController::submit);
+}
+
+void JelvSheetController::validate(bool) { submitButton_->setEnabled(true); }
+
+void JelvSheetController::setStatus(Status status, const QString& message) {
+  status_ = status;
+  isOperationInProgress_ = status == Status::busy;
+  if (status == Status::none) {
+    progressIndicator_->hide();
+    statusImageView_->hide();
+    statusLabel_->hide();
+    statusLabel_->clear();
+    return;
+  }
+  statusLabel_->setText(message);
+  statusLabel_->setVisible(!message.isEmpty());
+  progressIndicator_->setVisible(status == Status::busy);
+  if (status == Status::busy) {
+    statusImageView_->hide();
+    return;
+  }
+  const QStyle::StandardPixmap icon = status == Status::success   ? QStyle::SP_DialogApplyButton
+                                      : status == Status::warning ? QStyle::SP_MessageBoxWarning
+                                                                  : QStyle::SP_MessageBoxCritical;
+  statusImageView_->setPixmap(style()->standardIcon(icon).pixmap(16, 16));
+  statusImageView_->show();
+}
+
+void JelvSheetController::submit() { endWithSuccess(); }
+
+void JelvSheetController::cancel() { endWithCancel(); }
+
+void JelvSheetController::endWithCancel() { end({JelvSheetResult::Cancel{}}, cancelCode); }
+void JelvSheetController::endWithSuccess() { end({JelvSheetResult::Success{}}, successCode); }
+void JelvSheetController::endWithError(const ResultError& error) { end({error}, errorCode); }
+
+void JelvSheetController::end(JelvSheetResult result, int code) {
+  result_ = std::move(result);
+  isOperationInProgress_ = false;
+  done(code);
+}
+
+std::shared_ptr<JobQueue> JelvSheetController::jobQueue() const {
+  if (!jobQueue_) LOG_ERROR(QStringLiteral("jobQueue"));
+  return jobQueue_;
+}
+
+void JelvSheetController::showSheet(QWidget* parent, JelvSheetController* sheet,
+                                    std::function<void(const JelvSheetResult&)> completion) {
+  if (!parent || !parent->window()) {
+    LOG_ERROR(qobject_cast<JelvSheetController*>(parent)
+                  ? QStringLiteral("Cannot open sheet because parent controller doesn't have window")
+                  : QStringLiteral("Cannot open sheet because the controller doesn't have window"));
+    sheet->deleteLater();
+    return;
+  }
+  if (sheet->parentWidget() != parent->window()) sheet->setParent(parent->window(), sheet->windowFlags() | Qt::Sheet | Qt::Dialog);
+  sheet->setWindowModality(Qt::WindowModal);
+  QObject::connect(sheet, &QDialog::finished, sheet, [sheet, completion = std::move(completion)](int) {
+    if (completion) completion(sheet->result());
+    sheet->deleteLater();
+  });
+  sheet->validate(true);
+  sheet->open();
+}
+
+void JelvSheetController::forEachControl(const std::function<void(QWidget*)>& apply) const {
+  // Walks the content recursively; group boxes are entered, images and plain labels skipped.
+  std::function<void(const QObject*)> walk = [&](const QObject* object) {
+    for (QObject* child : object->children()) {
+      auto* widget = qobject_cast<QWidget*>(child);
+      if (!widget) continue;
+      if (qobject_cast<QGroupBox*>(widget)) {
+        walk(widget);
+        continue;
+      }
+      if (qobject_cast<QLabel*>(widget) || qobject_cast<QProgressBar*>(widget)) continue;
+      if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget) ||
+          qobject_cast<QPlainTextEdit*>(widget) || qobject_cast<QTextEdit*>(widget)) {
+        if (widget != cancelButton_) apply(widget);
+        continue;
+      }
+      walk(widget);
+    }
+  };
+  walk(this);
+}
+
+void JelvSheetController::setControlsEnabled(bool enabled) {
+  forEachControl([enabled](QWidget* control) { control->setEnabled(enabled); });
+}

@@ -6,7 +6,6 @@
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
 #include "Models/CommitMessage.h"
-#include "Models/RepositoryState.h"
 #include "Models/SubjectCounter.h"
 
 TEST(CommitButtonTitle, FollowsTheRepositoryStateBeforeTheFileCount) {
@@ -111,15 +110,6 @@ TEST(CommitComposer, AmendParksTheTypedTextAndGivesItBack) {
   EXPECT_FALSE(composer.amend());
   EXPECT_TRUE(composer.message().isEmpty());
   EXPECT_TRUE(composer.parkedMessage().isEmpty());
-}
-
-TEST(CommitButtonTitle, SequencerCountsAsACherryPickAndOtherStatesAsNone) {
-  EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::SequencerInProgress{})), CommitPhase::cherryPickInProgress);
-  EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::CherryPickInProgress{})), CommitPhase::cherryPickInProgress);
-  EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::RebaseInProgress{})), CommitPhase::rebaseInProgress);
-  EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::SquashInProgress{})), CommitPhase::squashInProgress);
-  EXPECT_EQ(commitPhase(RepositoryState(RepositoryState::MergeInProgress{})), CommitPhase::none);
-  EXPECT_EQ(commitPhase(RepositoryState()), CommitPhase::none);
 }
 
 TEST(CommitDraft, KeepsTheUsersTextAcrossAmendAndLeavesOtherSettingsAlone) {

@@ -71,8 +71,3 @@ TEST(SubmoduleChanges, AnUninitialisedSubmoduleFallsBackToTheTextDiff) {
   ASSERT_TRUE(text);
   EXPECT_TRUE(text->diffString.contains(QStringLiteral("+Subproject commit ")));
 }
-
-TEST(SubmoduleChanges, StatusEntriesAreCountedWithRenamesAsOne) {
-  EXPECT_EQ(GetSubmoduleContentGitCommand::countStatusEntries(QString()), 0);
-  EXPECT_EQ(GetSubmoduleContentGitCommand::countStatusEntries(QStringLiteral(" M a.c\0R  new.c\0old.c\0M  b.c\0")), 3);
-}

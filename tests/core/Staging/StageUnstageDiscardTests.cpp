@@ -6,7 +6,6 @@
 #include "Git/Commands/WorkingDirectory/DiscardFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
-#include "Models/StagingRefresh.h"
 #include "StagingTestSupport.h"
 
 namespace {
@@ -130,17 +129,4 @@ TEST(DiscardFiles, ReportsAFileThatCannotBeDeletedAndStillDeletesTheOthers) {
       << text.toStdString();
   EXPECT_FALSE(QFileInfo::exists(repo.path() + QStringLiteral("/first.txt")));
   EXPECT_FALSE(QFileInfo::exists(repo.path() + QStringLiteral("/last.txt")));
-}
-
-TEST(StagingRefresh, RefreshesTouchedPathsUnlessOneFileOrMoreThanABatch) {
-  const auto renamed = changedFile(QStringLiteral("new.txt"), ChangeType::renamed, true, false, false, QStringLiteral("old.txt"));
-  const auto plain = changedFile(QStringLiteral("a.txt"), ChangeType::modified, false);
-  const StagingRefresh two = StagingRefresh::after({renamed, plain});
-  EXPECT_EQ(two.kind, StagingRefresh::Kind::changedFiles);
-  EXPECT_EQ(two.paths, (QStringList{QStringLiteral("new.txt"), QStringLiteral("old.txt"), QStringLiteral("a.txt")}));
-
-  EXPECT_EQ(StagingRefresh::after({plain}).kind, StagingRefresh::Kind::workingTree);
-  EXPECT_EQ(StagingRefresh::after({plain}).subdomains, Subdomain(0x3000));
-  EXPECT_EQ(StagingRefresh::after(ChangedFileList(4000, plain)).kind, StagingRefresh::Kind::changedFiles);
-  EXPECT_EQ(StagingRefresh::after(ChangedFileList(4001, plain)).kind, StagingRefresh::Kind::workingTree);
 }

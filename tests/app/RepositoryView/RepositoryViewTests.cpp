@@ -2,6 +2,8 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QBuffer>
+#include <QImage>
 #include <QTextBlock>
 
 #include "Controllers/CommitList/CommitListView.h"
@@ -104,4 +106,32 @@ TEST(RepositoryView, AFolderThatIsNoRepositoryReportsAnError) {
   QSignalSpy failed(&view, &RepositoryView::loadFailed);
   ASSERT_TRUE(failed.wait(20000));
   EXPECT_FALSE(failed.at(0).at(0).toString().isEmpty());
+}
+
+TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("readme.txt"), "hello\n", QStringLiteral("Initial"));
+  QImage image(40, 30, QImage::Format_RGB32);
+  image.fill(Qt::red);
+  QByteArray png;
+  QBuffer buffer(&png);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "PNG");
+  repo.commitFile(QStringLiteral("logo.png"), png, QStringLiteral("Add logo"));
+  QByteArray big;
+  for (int i = 0; i < 60000; ++i) big += "line " + QByteArray::number(i) + " of a long generated file\n";
+  repo.commitFile(QStringLiteral("big.txt"), big, QStringLiteral("Add big file"));
+
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  // HEAD adds a text file too large to render at once: the pane offers to load it.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.isOfferingLargeDiff(); }, 10000)) << view.diffMessage().toStdString();
+  EXPECT_EQ(view.diffMessage(), QStringLiteral("Large diffs are not rendered by default"));
+
+  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(repo.git({QStringLiteral("rev-parse"), QStringLiteral("HEAD~1")}).trimmed())));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.isShowingImages(); }, 10000));
+  EXPECT_EQ(view.oldImageText(), QStringLiteral("Created"));
+  EXPECT_TRUE(view.hasNewImage());
 }

@@ -3,7 +3,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
+#include <QHBoxLayout>
+#include <QImage>
 #include <QLabel>
+#include <QLocale>
+#include <QPushButton>
 #include <QPointer>
 #include <QShortcut>
 #include <QSplitter>
@@ -20,13 +24,21 @@
 #include "Controls/RepositoryStatusBar.h"
 #include "Git/Commands/RepositoryStatus/GetRevisionChangedFilesGitCommand.h"
 #include "Git/Commands/Revision/GetRevisionDetailsGitCommand.h"
+#include "Git/Commands/Revision/GetRevisionFileChangesGitCommand.h"
+#include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
+#include "Models/FileContent/BinaryDiffFileContent.h"
+#include "Models/FileContent/DiffSettings.h"
+#include "Models/FileContent/LfsFileContent.h"
+#include "Models/FileContent/SubmoduleDiffFileContent.h"
+#include "Models/FileContent/TextDiffFileContent.h"
+#include "Models/FileContent/TextDisplayDecision.h"
+#include "Models/FileContent/UnknownBinaryFileContent.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
 #include "Models/LocalBranch.h"
 #include "Models/PatchParser.h"
 #include "Models/RepositoryStateNotification.h"
 #include "Models/XPatch.h"
-#include "Services/FilePatchReader.h"
 #include "Services/Preferences.h"
 
 namespace {
@@ -36,30 +48,75 @@ struct CommitContent {
   GitResult<ChangedFileList> files = Error::Unknown{};
 };
 
-// What the diff pane shows: rows of a parsed patch, or a message instead.
-struct DiffContent {
-  std::vector<UnifiedDiffRow> rows;
-  QString message;
-};
+QString sizeText(const std::optional<qint64>& size) {
+  return size ? QLocale().formattedDataSize(*size) : QObject::tr("none");
+}
 
-DiffContent diffContentFrom(const GitResult<QString>& text, XFilePatch::Location location) {
-  if (!text) return {{}, describe(text.error())};
-  if (text.value().trimmed().isEmpty()) return {{}, QObject::tr("No changes to show.")};
-  const XPatchPtr patch = PatchParser().parse(text.value(), location);
-  if (!patch || patch->files.empty()) return {{}, QObject::tr("The diff could not be read.")};
-  const XFilePatch& file = patch->files.front();
-  if (file.chunks.empty()) {
-    if (text.value().contains(QStringLiteral("Binary files"))) return {{}, QObject::tr("Binary file: no text to compare.")};
-    if (file.oldFileMode != file.newFileMode) return {{}, QObject::tr("Only the file mode changed.")};
-    return {{}, QObject::tr("No text changes.")};
+QString lfsText(const std::optional<LfsPointer>& pointer) {
+  if (!pointer) return QObject::tr("none");
+  return QStringLiteral("%1 (%2)").arg(pointer->sha.left(12), QLocale().formattedDataSize(pointer->size));
+}
+
+// Resolves a change into what the pane shows; runs on the job's thread.
+DiffContent diffContentFrom(const GitResult<DiffFileContentPtr>& result, XFilePatch::Location location, bool loadLarge) {
+  if (!result) {
+    if (result.isError<Error::Canceled>()) return {};
+    return {{}, describe(result.error())};
   }
-  return {unifiedDiffRows(file), {}};
+  const DiffFileContentPtr& content = result.value();
+  DiffContent out;
+  switch (content->kind()) {
+    case DiffFileContent::Kind::text: {
+      const auto& text = static_cast<const TextDiffFileContent&>(*content);
+      if (text.diffString.trimmed().isEmpty()) return {{}, QObject::tr("No changes to show.")};
+      const TextDisplayDecision decision =
+          TextDisplayDecision::forDiff(text.diffString, content->changedFile ? content->changedFile->path : QString(), location, loadLarge);
+      if (decision.kind == TextDisplayDecision::Kind::tooLarge) {
+        out.message = TextDisplayDecision::fallbackTitle;
+        out.offerLoadLarge = true;
+        return out;
+      }
+      if (decision.kind != TextDisplayDecision::Kind::render || !decision.patch || decision.patch->files.empty()) {
+        return {{}, QObject::tr("The diff could not be read.")};
+      }
+      const XFilePatch& file = decision.patch->files.front();
+      if (file.chunks.empty()) return {{}, file.oldFileMode != file.newFileMode ? QObject::tr("Only the file mode changed.") : QObject::tr("No text changes.")};
+      out.rows = unifiedDiffRows(file);
+      return out;
+    }
+    case DiffFileContent::Kind::binary: {
+      const auto& images = static_cast<const BinaryDiffFileContent&>(*content);
+      if (images.old) out.oldImage = QImage::fromData(*images.old);
+      if (images.new_) out.newImage = QImage::fromData(*images.new_);
+      out.isImage = true;
+      return out;
+    }
+    case DiffFileContent::Kind::lfs: {
+      const auto& lfs = static_cast<const LfsFileContent&>(*content);
+      out.message = QObject::tr("Git LFS file\nBefore: %1\nAfter: %2").arg(lfsText(lfs.old), lfsText(lfs.current));
+      return out;
+    }
+    case DiffFileContent::Kind::unknownBinary: {
+      const auto& binary = static_cast<const UnknownBinaryFileContent&>(*content);
+      out.message = QObject::tr("Binary file\nBefore: %1\nAfter: %2").arg(sizeText(binary.oldSize), sizeText(binary.newSize));
+      if (auto tip = TextDisplayDecision::notLfsTip(binary.newSize.value_or(0))) out.message += QStringLiteral("\n\n") + *tip;
+      return out;
+    }
+    case DiffFileContent::Kind::submodule: {
+      const auto& sub = static_cast<const SubmoduleDiffFileContent&>(*content);
+      auto describeRevision = [](const RevisionDetails& details) {
+        if (details.sha.isEmpty()) return QObject::tr("none");
+        return QStringLiteral("%1 %2").arg(details.sha.left(10), details.message.section(QLatin1Char('\n'), 0, 0));
+      };
+      out.message = QObject::tr("Submodule %1\nBefore: %2\nAfter: %3")
+                        .arg(sub.submodule.path, describeRevision(sub.oldRevision), describeRevision(sub.newRevision));
+      if (sub.submoduleChangesCount > 0) out.message += QObject::tr("\n%n changed file(s) inside", nullptr, sub.submoduleChangesCount);
+      return out;
+    }
+  }
+  return out;
 }
 
-int contextSize() {
-  const int size = Preferences::shared().integer(QStringLiteral("diffContextSize"));
-  return size > 0 ? size : 3;
-}
 
 }  // namespace
 
@@ -91,9 +148,35 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   diffMessage_ = new QLabel(tr("Select a file to see its changes."), this);
   diffMessage_->setAlignment(Qt::AlignCenter);
   diffMessage_->setWordWrap(true);
+  messagePage_ = new QWidget(this);
+  auto* messageLayout = new QVBoxLayout(messagePage_);
+  messageLayout->addStretch();
+  messageLayout->addWidget(diffMessage_);
+  loadLargeButton_ = new QPushButton(TextDisplayDecision::fallbackButton, messagePage_);
+  loadLargeButton_->hide();
+  messageLayout->addWidget(loadLargeButton_, 0, Qt::AlignHCenter);
+  messageLayout->addStretch();
+  connect(loadLargeButton_, &QPushButton::clicked, this, [this] {
+    loadLargeDiff_ = true;
+    if (pages_->currentIndex() == 0) {
+      loadRevisionDiff(revisionFiles_->currentFile());
+    } else {
+      loadWorkingTreeDiff(localFiles_->currentFile());
+    }
+  });
+  imagePage_ = new QWidget(this);
+  auto* imageLayout = new QHBoxLayout(imagePage_);
+  oldImage_ = new QLabel(imagePage_);
+  newImage_ = new QLabel(imagePage_);
+  for (QLabel* label : {oldImage_, newImage_}) {
+    label->setAlignment(Qt::AlignCenter);
+    label->setFrameShape(QFrame::StyledPanel);
+    imageLayout->addWidget(label, 1);
+  }
   diffStack_ = new QStackedWidget(this);
-  diffStack_->addWidget(diffMessage_);
+  diffStack_->addWidget(messagePage_);
   diffStack_->addWidget(diff_);
+  diffStack_->addWidget(imagePage_);
 
   // History page: list above, details below (header, files | diff).
   auto* filesAndDiff = new QSplitter(Qt::Horizontal);
@@ -328,20 +411,17 @@ void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
   if (revision && !revision->parents().empty()) parent = revision->parents().front().toString();
   const GitModule module = module_;
   const QString sha = selectedSha_;
-  const int context = contextSize();
+  const DiffSettings settings = DiffSettings::fromPreferences();
+  const bool loadLarge = std::exchange(loadLargeDiff_, false);
   diffJob_ = run<DiffContent>(
       QStringLiteral("Load diff"), 0,
-      [module, sha, parent, file, context](JobProgress& progress) {
-        return diffContentFrom(FilePatchReader::revision(module, sha, parent, *file, context, &progress), XFilePatch::Location::revision);
+      [module, sha, parent, file, settings, loadLarge](JobProgress& progress) {
+        return diffContentFrom(GetRevisionFileChangesGitCommand::execute(module, sha, parent, file, settings, &progress),
+                               XFilePatch::Location::revision, loadLarge);
       },
       [this, file](DiffContent content) {
         if (revisionFiles_->currentFile() != file || pages_->currentIndex() != 0) return;
-        if (content.rows.empty()) {
-          showDiffMessage(content.message);
-        } else {
-          diff_->setRows(std::move(content.rows));
-          diffStack_->setCurrentWidget(diff_);
-        }
+        showDiffContent(std::move(content));
         Q_EMIT diffLoaded();
       });
 }
@@ -350,26 +430,51 @@ void RepositoryView::loadWorkingTreeDiff(const ChangedFilePtr& file) {
   if (auto previous = diffJob_.lock()) previous->progress().cancel();
   if (!file || pages_->currentIndex() != 1) return;
   const GitModule module = module_;
-  const int context = contextSize();
+  const DiffSettings settings = DiffSettings::fromPreferences();
+  const bool loadLarge = std::exchange(loadLargeDiff_, false);
   diffJob_ = run<DiffContent>(
       QStringLiteral("Load diff"), 0,
-      [module, file, context](JobProgress& progress) {
-        return diffContentFrom(FilePatchReader::workingTree(module, *file, context, &progress),
-                               file->staged ? XFilePatch::Location::staged : XFilePatch::Location::unstaged);
+      [module, file, settings, loadLarge](JobProgress&) {
+        return diffContentFrom(GetWorkingDirectoryFileChangesGitCommand::execute(module, file, false, settings),
+                               file->staged ? XFilePatch::Location::staged : XFilePatch::Location::unstaged, loadLarge);
       },
       [this, file](DiffContent content) {
         if (localFiles_->currentFile() != file || pages_->currentIndex() != 1) return;
-        if (content.rows.empty()) {
-          showDiffMessage(content.message);
-        } else {
-          diff_->setRows(std::move(content.rows));
-          diffStack_->setCurrentWidget(diff_);
-        }
+        showDiffContent(std::move(content));
         Q_EMIT diffLoaded();
       });
 }
 
 void RepositoryView::showDiffMessage(const QString& message) {
   diffMessage_->setText(message);
-  diffStack_->setCurrentWidget(diffMessage_);
+  loadLargeButton_->hide();
+  diffStack_->setCurrentWidget(messagePage_);
 }
+
+void RepositoryView::showDiffContent(DiffContent content) {
+  if (content.isImage) {
+    auto showImage = [](QLabel* label, const std::optional<QImage>& image, const QString& missing) {
+      if (image && !image->isNull()) {
+        label->setPixmap(QPixmap::fromImage(image->width() > 480 ? image->scaledToWidth(480, Qt::SmoothTransformation) : *image));
+      } else {
+        label->setPixmap({});
+        label->setText(missing);
+      }
+    };
+    showImage(oldImage_, content.oldImage, tr("Created"));
+    showImage(newImage_, content.newImage, tr("Deleted"));
+    diffStack_->setCurrentWidget(imagePage_);
+  } else if (!content.rows.empty()) {
+    diff_->setRows(std::move(content.rows));
+    diffStack_->setCurrentWidget(diff_);
+  } else {
+    showDiffMessage(content.message);
+    loadLargeButton_->setVisible(content.offerLoadLarge);
+  }
+}
+
+bool RepositoryView::isShowingImages() const { return diffStack_->currentWidget() == imagePage_; }
+bool RepositoryView::isOfferingLargeDiff() const { return diffStack_->currentWidget() == messagePage_ && !loadLargeButton_->isHidden(); }
+QString RepositoryView::diffMessage() const { return diffStack_->currentWidget() == messagePage_ ? diffMessage_->text() : QString(); }
+QString RepositoryView::oldImageText() const { return oldImage_->text(); }
+bool RepositoryView::hasNewImage() const { return !newImage_->pixmap().isNull(); }

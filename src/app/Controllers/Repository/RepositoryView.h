@@ -8,6 +8,9 @@
 #include <memory>
 #include <optional>
 
+#include <QImage>
+
+#include "Controls/Diff/UnifiedDiffRows.h"
 #include "Models/GitModule.h"
 #include "Services/RepositorySnapshotLoader.h"
 
@@ -24,6 +27,17 @@ class RepositoryStatusBar;
 class ActivityManagerWindow;
 class QStackedWidget;
 class QLabel;
+class QPushButton;
+
+// What the diff pane shows for one change: text rows, two images, or a message.
+struct DiffContent {
+  std::vector<UnifiedDiffRow> rows;
+  QString message;
+  bool offerLoadLarge = false;
+  bool isImage = false;
+  std::optional<QImage> oldImage;
+  std::optional<QImage> newImage;
+};
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -54,6 +68,12 @@ class RepositoryView : public QWidget {
   ChangedFilesView* localChanges() const { return localFiles_; }
   DiffTextView* diffView() const { return diff_; }
   RevisionHeaderView* revisionHeader() const { return header_; }
+  // For tests: what the diff pane shows.
+  bool isShowingImages() const;
+  bool isOfferingLargeDiff() const;
+  QString diffMessage() const;
+  QString oldImageText() const;
+  bool hasNewImage() const;
 
  Q_SIGNALS:
   void snapshotLoaded();
@@ -76,6 +96,7 @@ class RepositoryView : public QWidget {
   void loadRevisionDiff(const ChangedFilePtr& file);
   void loadWorkingTreeDiff(const ChangedFilePtr& file);
   void showDiffMessage(const QString& message);
+  void showDiffContent(DiffContent content);
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
@@ -96,6 +117,12 @@ class RepositoryView : public QWidget {
   QStackedWidget* diffStack_;
   DiffTextView* diff_;
   QLabel* diffMessage_;
+  QWidget* messagePage_;
+  QPushButton* loadLargeButton_;
+  QWidget* imagePage_;
+  QLabel* oldImage_;
+  QLabel* newImage_;
+  bool loadLargeDiff_ = false;
   RepositoryStatusBar* statusBar_;
   ActivityManagerWindow* activity_ = nullptr;
 };

@@ -10,7 +10,7 @@
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
-#include "Controls/ChangedFilesView.h"
+#include "Controllers/LocalChanges/FileListView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
@@ -25,13 +25,6 @@ bool waitFor(QObject* sender, const char* signal, const std::function<void()>& a
   QSignalSpy spy(sender, signal);
   action();
   return spy.wait(10000) || spy.count() > 0;
-}
-
-int rowOf(ChangedFilesView* list, const QString& path) {
-  for (size_t i = 0; i < list->files().size(); ++i) {
-    if (list->files()[i]->path == path) return static_cast<int>(i);
-  }
-  return -1;
 }
 }  // namespace
 
@@ -55,7 +48,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
 
   // Selecting a file shows its diff.
   ASSERT_TRUE(waitFor(&view, SIGNAL(diffLoaded()), [&] {
-    view.unstagedList()->setCurrentItem(view.unstagedList()->topLevelItem(rowOf(view.unstagedList(), QStringLiteral("a.txt"))));
+    ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
   }));
   EXPECT_TRUE(view.diffView()->toPlainText().contains(u"+a changed"));
 
@@ -67,7 +60,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
   EXPECT_EQ(view.commitBox()->commitButton()->text(), QStringLiteral("Commit 1 File"));
 
   // Return in the staged list takes it back out.
-  view.stagedList()->setCurrentItem(view.stagedList()->topLevelItem(0));
+  ASSERT_TRUE(view.stagedList()->selectFile(QStringLiteral("a.txt")));
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { QTest::keyClick(view.stagedList(), Qt::Key_Return); }));
   EXPECT_TRUE(status(repo).contains(u" M a.txt"));
 
@@ -78,7 +71,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
     asked << message << informative << button;
     return answer;
   });
-  view.unstagedList()->setCurrentItem(view.unstagedList()->topLevelItem(rowOf(view.unstagedList(), QStringLiteral("b.txt"))));
+  ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("b.txt")));
   view.discard({view.unstagedList()->currentFile()});
   EXPECT_EQ(asked, (QStringList{QStringLiteral("Do you want to discard all your changes in the selected files?"),
                                 QStringLiteral("All uncommitted changes will be lost."), QStringLiteral("Discard")}));

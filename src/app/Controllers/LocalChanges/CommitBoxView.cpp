@@ -1,25 +1,29 @@
 #include "Controllers/LocalChanges/CommitBoxView.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "Controllers/LocalChanges/CommitMessageEdit.h"
+#include "Controllers/QueuedWork.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
-#include "Jobs/Job.h"
-#include "Jobs/JobQueue.h"
-#include "Models/CommitButtonTitle.h"
 #include "Models/GitModuleSettings.h"
+#include "Models/RepositoryState.h"
 #include "Models/SubjectCounter.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
@@ -27,18 +31,34 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   subject_->setPlaceholderText(tr("Subject"));
   counter_ = new QLabel(this);
   counter_->hide();
-  description_ = new QPlainTextEdit(this);
+  description_ = new CommitMessageEdit(this);
   description_->setPlaceholderText(tr("Description"));
   description_->setTabChangesFocus(true);
+  description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn());
   amend_ = new QCheckBox(tr("Amend"), this);
   signOff_ = new QCheckBox(tr("Sign-off"), this);
   commitButton_ = new QPushButton(this);
+
+  options_ = new QToolButton(this);
+  options_->setText(QStringLiteral("⋯"));
+  options_->setToolTip(tr("Commit options"));
+  options_->setPopupMode(QToolButton::InstantPopup);
+  auto* menu = new QMenu(options_);
+  recentMenu_ = menu->addMenu(tr("Recent Commit Messages"));
+  menu->addSeparator();
+  // Only the choice is kept: no spell checker is linked in yet.
+  spellChecking_ = menu->addAction(tr("Check Spelling While Typing"));
+  spellChecking_->setCheckable(true);
+  spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
+  menu->addAction(tr("Repository Settings…"), this, [this] { showRepositorySettings(); });
+  options_->setMenu(menu);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* subjectRow = new QHBoxLayout;
   subjectRow->addWidget(subject_, 1);
   subjectRow->addWidget(counter_);
+  subjectRow->addWidget(options_);
   layout->addLayout(subjectRow);
   layout->addWidget(description_, 1);
   auto* bottom = new QHBoxLayout;
@@ -58,15 +78,26 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   connect(amend_, &QCheckBox::toggled, this, &CommitBoxView::amendToggled);
   connect(signOff_, &QCheckBox::toggled, this, [this](bool on) {
     GitModuleSettings settings = GitModuleSettings::load(module_);
+    if (settings.signOff == on) return;
     settings.signOff = on;
     settings.save(module_);
   });
+  connect(spellChecking_, &QAction::toggled, this, [](bool on) {
+    Preferences::shared().setEnableCommitSpellChecking(on);
+    PreferencesNotifier::shared().post(PreferencesNotifier::Notification::enableCommitSpellCheckingChanged);
+  });
+  connect(recentMenu_, &QMenu::aboutToShow, this, &CommitBoxView::loadRecentMessages);
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::pageGuideLinePositionChanged, this,
+          [this] { description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn()); });
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::commitSubjectLimitChanged, this, &CommitBoxView::updateCounter);
   connect(commitButton_, &QPushButton::clicked, this, &CommitBoxView::commit);
   subject_->installEventFilter(this);
   description_->installEventFilter(this);
   updateCounter();
   updateButton();
 }
+
+QPlainTextEdit* CommitBoxView::descriptionField() const { return description_; }
 
 bool CommitBoxView::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
@@ -102,8 +133,8 @@ void CommitBoxView::messageEdited() {
 
 void CommitBoxView::updateCounter() {
   const Preferences& preferences = Preferences::shared();
-  const SubjectCounter counter = subjectCounter(subject_->text(), preferences.integer(QStringLiteral("commitSubjectLimitLow")),
-                                                preferences.integer(QStringLiteral("commitSubjectLimitHigh")));
+  const SubjectCounter counter = subjectCounter(subject_->text(), preferences.commitSubjectLimitLow(),
+                                                preferences.commitSubjectLimitHigh());
   counter_->setVisible(!counter.hidden);
   counter_->setText(QString::number(counter.count));
   const QColor color = counter.color == SubjectCounterColor::error     ? QColor(0xd0, 0x30, 0x30)
@@ -118,13 +149,34 @@ void CommitBoxView::setStagedFilesCount(int count) {
   updateButton();
 }
 
+void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::optional<CommitMessage>& mergeMessage) {
+  phase_ = commitPhase(state);
+  const bool merging = state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>();
+  if (!merging) {
+    mergeMessageShown_ = false;
+  } else if (!mergeMessageShown_ && mergeMessage && !composer_.amend() && composer_.message().isEmpty()) {
+    // Once per merge: a user who empties the fields keeps them empty.
+    mergeMessageShown_ = true;
+    composer_.setMessage(*mergeMessage);
+    showMessage(*mergeMessage);
+    messageEdited();
+  }
+  updateButton();
+}
+
 void CommitBoxView::updateButton() {
   CommitButtonInput input;
+  input.phase = phase_;
   input.amend = composer_.amend();
   input.stagedFilesCount = stagedCount_;
   const CommitButtonTitle title = commitButtonTitle(input);
   commitButton_->setText(title.text);
-  commitButton_->setEnabled(!busy_ && (stagedCount_ > 0 || composer_.amend()) && !subject_->text().trimmed().isEmpty());
+  // Continuing a rebase or a cherry-pick is not run from here yet.
+  const bool commits = title.action == CommitButtonAction::commit || title.action == CommitButtonAction::amendLastCommit ||
+                       title.action == CommitButtonAction::squashCommits;
+  commitButton_->setToolTip(commits ? QString() : tr("Continue from the command line for now"));
+  commitButton_->setEnabled(commits && !busy_ && (stagedCount_ > 0 || composer_.amend()) &&
+                            !subject_->text().trimmed().isEmpty());
 }
 
 void CommitBoxView::amendToggled(bool on) {
@@ -139,6 +191,48 @@ void CommitBoxView::amendToggled(bool on) {
   }
   showMessage(composer_.message());
   updateButton();
+}
+
+void CommitBoxView::loadRecentMessages() {
+  recentMenu_->clear();
+  recentMenu_->addAction(tr("Loading…"))->setEnabled(false);
+  const GitModule module = module_;
+  runQueued<GitResult<QStringList>>(
+      queue_, this, tr("Recent commit messages"), Job::Show::none(),
+      [module](JobProgress&) { return GetCommitMessagesGitCommand::recentMessages(module); },
+      [this](const GitResult<QStringList>& result) {
+        recentMenu_->clear();
+        const QStringList messages = result ? result.value() : QStringList();
+        if (messages.isEmpty()) recentMenu_->addAction(tr("No Recent Messages"))->setEnabled(false);
+        for (const QString& text : messages) {
+          const CommitMessage message = CommitMessage::fromText(text.trimmed());
+          const QString title = fontMetrics().elidedText(message.subject, Qt::ElideRight, 420);
+          QAction* action = recentMenu_->addAction(title);
+          action->setToolTip(text.trimmed());
+          connect(action, &QAction::triggered, this, [this, message] {
+            showMessage(message);
+            messageEdited();
+          });
+        }
+        Q_EMIT recentMessagesLoaded();
+      });
+}
+
+void CommitBoxView::showRepositorySettings(bool focusIdentity) {
+  QPointer<CommitBoxView> self(this);
+  ShowRepositorySettingsSheetCommand::execute(this, module_, queue_, focusIdentity, [self](const JelvSheetResult& result) {
+    if (self && result.isSuccess()) self->reloadSettings();
+  });
+}
+
+void CommitBoxView::reloadSettings() {
+  const QSignalBlocker blocker(signOff_);
+  signOff_->setChecked(GitModuleSettings::load(module_).signOff);
+}
+
+void CommitBoxView::connectErrorSheet(ErrorWindowController* sheet) {
+  connect(sheet, &ErrorWindowController::committed, this, &CommitBoxView::clearAfterCommit);
+  connect(sheet, &ErrorWindowController::identitySetupRequested, this, [this] { showRepositorySettings(true); });
 }
 
 void CommitBoxView::commit() {
@@ -162,8 +256,8 @@ void CommitBoxView::commit() {
                                  if (result.isSuccess()) {
                                    self->clearAfterCommit();
                                  } else if (!result.isError<Error::Canceled>()) {
-                                   auto* sheet = ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
-                                   connect(sheet, &ErrorWindowController::committed, self, &CommitBoxView::clearAfterCommit);
+                                   self->connectErrorSheet(
+                                       ErrorWindowController::present(self, self->module_, result.error(), self->queue_));
                                  }
                                  self->updateButton();
                                  Q_EMIT self->commitFinished();

@@ -1,19 +1,28 @@
 #pragma once
-// The commit box below the file lists: subject with its character counter, description,
-// amend and sign-off, and the commit button. The draft is kept in the repository's
-// settings as it is typed; amend parks the draft and brings it back.
+// The commit box below the file lists: subject with its character counter, description
+// with its page guide, amend and sign-off, the options menu (recent messages, spell
+// checking, repository settings) and the commit button. The draft is kept in the
+// repository's settings as it is typed; amend parks the draft and brings it back; a
+// merge or squash in progress fills in the message git prepared.
 #include <QWidget>
 #include <memory>
+#include <optional>
 
+#include "Models/CommitButtonTitle.h"
 #include "Models/CommitComposer.h"
 #include "Models/GitModule.h"
 
+class CommitMessageEdit;
+class ErrorWindowController;
 class JobQueue;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
+class QToolButton;
+class RepositoryState;
 
 class CommitBoxView : public QWidget {
   Q_OBJECT
@@ -21,21 +30,34 @@ class CommitBoxView : public QWidget {
   CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
 
   void setStagedFilesCount(int count);
+  // What git is in the middle of, and the message it prepared for a merge or squash
+  // (filled in once, while the fields are empty).
+  void setRepositoryState(const RepositoryState& state, const std::optional<CommitMessage>& mergeMessage);
   // Runs the commit job; failures open the error sheet.
   void commit();
   // After a commit made elsewhere (the error sheet's retry): empty fields, no draft.
   void clearAfterCommit();
+  // Reads sign-off again from the repository's settings (after the settings sheet).
+  void reloadSettings();
+  // Fills the "Recent Commit Messages" menu by a job; recentMessagesLoaded follows.
+  void loadRecentMessages();
+  void showRepositorySettings(bool focusIdentity = false);
 
   QLineEdit* subjectField() const { return subject_; }
-  QPlainTextEdit* descriptionField() const { return description_; }
+  QPlainTextEdit* descriptionField() const;
+  CommitMessageEdit* messageEditor() const { return description_; }
   QLabel* counterLabel() const { return counter_; }
   QCheckBox* amendBox() const { return amend_; }
   QCheckBox* signOffBox() const { return signOff_; }
   QPushButton* commitButton() const { return commitButton_; }
+  QToolButton* optionsButton() const { return options_; }
+  QMenu* recentMessagesMenu() const { return recentMenu_; }
+  QAction* spellCheckingAction() const { return spellChecking_; }
 
  Q_SIGNALS:
   void committed();
   void commitFinished();
+  void recentMessagesLoaded();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -46,17 +68,23 @@ class CommitBoxView : public QWidget {
   void updateCounter();
   void updateButton();
   void amendToggled(bool on);
+  void connectErrorSheet(ErrorWindowController* sheet);
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
   CommitComposer composer_;
   int stagedCount_ = 0;
+  CommitPhase phase_ = CommitPhase::none;
+  bool mergeMessageShown_ = false;
   bool busy_ = false;
   bool filling_ = false;  // the fields are set by code, not typed
   QLineEdit* subject_;
   QLabel* counter_;
-  QPlainTextEdit* description_;
+  CommitMessageEdit* description_;
   QCheckBox* amend_;
   QCheckBox* signOff_;
+  QToolButton* options_;
+  QMenu* recentMenu_;
+  QAction* spellChecking_;
   QPushButton* commitButton_;
 };

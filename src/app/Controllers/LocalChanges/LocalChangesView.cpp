@@ -1,7 +1,10 @@
 #include "Controllers/LocalChanges/LocalChangesView.h"
 
 #include <QApplication>
+#include <QActionGroup>
 #include <QClipboard>
+#include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -12,20 +15,29 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/Sheets/AddGitIgnorePatternController.h"
+#include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
-#include "Controls/ChangedFilesView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
 #include "Git/Commands/WorkingDirectory/DiscardChangedFilesCommand.h"
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
+#include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
+#include "Models/MergeMessage.h"
 #include "Models/PatchParser.h"
+#include "Models/PatternMenuItems.h"
+#include "Models/RepositoryState.h"
 #include "Models/XPatch.h"
 #include "Services/Preferences.h"
 
@@ -36,7 +48,7 @@ QPushButton* smallButton(const QString& title, QWidget* parent) {
   return button;
 }
 
-QWidget* listSection(QLabel* label, const QList<QPushButton*>& buttons, ChangedFilesView* list) {
+QWidget* listSection(QLabel* label, const QList<QWidget*>& buttons, FileListView* list) {
   auto* section = new QWidget;
   auto* layout = new QVBoxLayout(section);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -53,8 +65,27 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
   unstagedLabel_ = new QLabel(this);
   stagedLabel_ = new QLabel(this);
-  unstaged_ = new ChangedFilesView(this);
-  staged_ = new ChangedFilesView(this);
+  unstaged_ = new FileListView(this);
+  staged_ = new FileListView(this);
+  modeButton_ = new QToolButton(this);
+  modeButton_->setText(tr("View"));
+  modeButton_->setToolTip(tr("Show the files as a list or as folders"));
+  modeButton_->setPopupMode(QToolButton::InstantPopup);
+  {
+    auto* menu = new QMenu(modeButton_);
+    auto* group = new QActionGroup(menu);
+    const FileListViewMode stored = Preferences::shared().fileListMode() == 1 ? FileListViewMode::tree : FileListViewMode::list;
+    for (const auto& [title, mode] : {std::pair{tr("Show as List"), FileListViewMode::list},
+                                      std::pair{tr("Show as Tree"), FileListViewMode::tree}}) {
+      QAction* action = menu->addAction(title, this, [this, mode = mode] { setFileListMode(mode); });
+      action->setCheckable(true);
+      action->setChecked(mode == stored);
+      group->addAction(action);
+    }
+    modeButton_->setMenu(menu);
+    unstaged_->setMode(stored);
+    staged_->setMode(stored);
+  }
   stageButton_ = smallButton(tr("Stage"), this);
   discardButton_ = smallButton(tr("Discard Changes…"), this);
   unstageButton_ = smallButton(tr("Unstage"), this);
@@ -67,7 +98,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   commitBox_ = new CommitBoxView(module_, queue_, this);
 
   auto* lists = new QSplitter(Qt::Vertical);
-  lists->addWidget(listSection(unstagedLabel_, {stageButton_, discardButton_}, unstaged_));
+  lists->addWidget(listSection(unstagedLabel_, {modeButton_, stageButton_, discardButton_}, unstaged_));
   lists->addWidget(listSection(stagedLabel_, {unstageButton_}, staged_));
   lists->addWidget(commitBox_);
   auto* split = new QSplitter(Qt::Horizontal, this);
@@ -87,22 +118,22 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     return box.clickedButton() == yes;
   };
 
-  for (ChangedFilesView* list : {unstaged_, staged_}) {
+  for (FileListView* list : {unstaged_, staged_}) {
     list->installEventFilter(this);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint& p) { showContextMenu(list, p); });
-    connect(list, &ChangedFilesView::currentFileChanged, this, [this, list](ChangedFilePtr file) {
+    connect(list, &FileListView::currentFileChanged, this, [this, list](ChangedFilePtr file) {
       if (rebuilding_ || !file) return;
       // One diff at a time: choosing in one list clears the other.
-      ChangedFilesView* other = list == unstaged_ ? staged_ : unstaged_;
+      FileListView* other = list == unstaged_ ? staged_ : unstaged_;
       const QSignalBlocker blocker(other);
       other->clearSelection();
-      other->setCurrentItem(nullptr);
+      other->setCurrentIndex(QModelIndex());
       loadDiff(file);
     });
   }
-  connect(unstaged_, &QTreeWidget::itemDoubleClicked, this, [this] { stage(selection(unstaged_)); });
-  connect(staged_, &QTreeWidget::itemDoubleClicked, this, [this] { unstage(selection(staged_)); });
+  connect(unstaged_, &FileListView::fileActivated, this, [this] { stage(selection(unstaged_)); });
+  connect(staged_, &FileListView::fileActivated, this, [this] { unstage(selection(staged_)); });
   connect(stageButton_, &QPushButton::clicked, this, [this] {
     const ChangedFileList chosen = selection(unstaged_);
     stage(chosen.empty() ? unstaged_->files() : chosen);
@@ -116,13 +147,14 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   showFiles({});
 }
 
-ChangedFileList LocalChangesView::selection(ChangedFilesView* list) const {
-  ChangedFileList chosen;
-  for (QTreeWidgetItem* item : list->selectedItems()) {
-    const int row = list->indexOfTopLevelItem(item);
-    if (row >= 0 && row < static_cast<int>(list->files().size())) chosen.push_back(list->files()[static_cast<size_t>(row)]);
-  }
-  return chosen;
+ChangedFileList LocalChangesView::selection(FileListView* list) const { return list->selectedFiles(); }
+
+void LocalChangesView::setFileListMode(FileListViewMode mode) {
+  Preferences::shared().setFileListMode(static_cast<int>(mode));
+  unstaged_->setMode(mode);
+  staged_->setMode(mode);
+  const auto actions = modeButton_->menu()->actions();
+  for (int i = 0; i < actions.size(); ++i) actions[i]->setChecked(i == static_cast<int>(mode));
 }
 
 bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {
@@ -143,10 +175,21 @@ void LocalChangesView::reload() {
   queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
                              [self, module](JobProgress& progress) {
                                auto result = GetChangedFilesGitCommand::execute(module, {}, false, false, &progress);
+                               // The files first: the state only changes the commit box.
                                QMetaObject::invokeMethod(qApp, [self, result] {
                                  if (!self) return;
                                  if (result) self->showFiles(result.value().changedFiles);
                                  else ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
+                               });
+                               auto state = GetRepositoryStateGitCommand::execute(module, {}, &progress);
+                               std::optional<CommitMessage> mergeMessage;
+                               if (state && (state.value().is<RepositoryState::MergeInProgress>() ||
+                                             state.value().is<RepositoryState::SquashInProgress>())) {
+                                 mergeMessage = readMergeMessage(module);
+                               }
+                               QMetaObject::invokeMethod(qApp, [self, state, mergeMessage] {
+                                 if (!self) return;
+                                 if (state) self->commitBox_->setRepositoryState(state.value(), mergeMessage);
                                  Q_EMIT self->reloaded();
                                });
                              }));
@@ -241,13 +284,26 @@ void LocalChangesView::discard(const ChangedFileList& files) {
   runOperation(tr("Discard"), [module, plan] { return DiscardChangedFilesCommand::execute(module, plan); });
 }
 
-void LocalChangesView::showContextMenu(ChangedFilesView* list, const QPoint& position) {
+void LocalChangesView::showContextMenu(FileListView* list, const QPoint& position) {
   const ChangedFileList chosen = selection(list);
   if (chosen.empty()) return;
   QMenu menu(this);
   if (list == unstaged_) {
     menu.addAction(tr("Stage"), this, [this, chosen] { stage(chosen); });
     menu.addAction(tr("Discard Changes…"), this, [this, chosen] { discard(chosen); });
+    if (chosen.size() == 1) {
+      QMenu* ignoreMenu = menu.addMenu(tr("Ignore"));
+      const std::vector<PatternMenuItem> items = ignoreMenuItems(chosen.front()->path);
+      for (const PatternMenuItem& item : items) {
+        if (item.kind == PatternMenuItem::Kind::pattern) {
+          ignoreMenu->addAction(item.title, this, [this, pattern = item.pattern] { ignore(pattern); });
+        } else if (item.kind == PatternMenuItem::Kind::customPattern) {
+          ignoreMenu->addSeparator();
+          // The sheet starts from the file itself, the first entry of the list.
+          ignoreMenu->addAction(item.title, this, [this, start = items.front().pattern] { showIgnorePatternSheet(start); });
+        }
+      }
+    }
   } else {
     menu.addAction(tr("Unstage"), this, [this, chosen] { unstage(chosen); });
   }
@@ -255,7 +311,7 @@ void LocalChangesView::showContextMenu(ChangedFilesView* list, const QPoint& pos
   const QString root = module_.repositoryPath;
   menu.addAction(tr("Copy Full Path"), this, [root, chosen] {
     QStringList paths;
-    for (const auto& file : chosen) paths << root + QLatin1Char('/') + file->path;
+    for (const auto& file : chosen) paths << QDir(root).filePath(file->path);
     QApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
   });
   menu.addAction(tr("Copy File Name"), this, [chosen] {
@@ -263,5 +319,43 @@ void LocalChangesView::showContextMenu(ChangedFilesView* list, const QPoint& pos
     for (const auto& file : chosen) names << QFileInfo(file->path).fileName();
     QApplication::clipboard()->setText(names.join(QLatin1Char('\n')));
   });
+  // The desktop has no "reveal"; opening the folder is what a file manager offers.
+  menu.addAction(tr("Show in File Manager"), this, [root, file = chosen.front()] {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(QDir(root).filePath(file->path)).absolutePath()));
+  });
+  if (chosen.size() == 1) {
+    const QString name = QFileInfo(chosen.front()->path).fileName();
+    if (name == QStringLiteral(".gitignore") || name == QStringLiteral(".gitattributes")) {
+      menu.addSeparator();
+      menu.addAction(tr("Edit %1…").arg(name), this, [this, path = chosen.front()->path] { showEditFileSheet(path); });
+    }
+  }
   menu.exec(list->viewport()->mapToGlobal(position));
+}
+
+void LocalChangesView::ignore(const QString& pattern) {
+  const GitModule module = module_;
+  runOperation(tr("Ignore '%1'").arg(pattern), [module, pattern] { return IgnorePatternGitCommand::append(module, pattern); });
+}
+
+void LocalChangesView::showIgnorePatternSheet(const QString& initialPattern) {
+  auto* sheet = new AddGitIgnorePatternController(module_, initialPattern, window());
+  sheet->setJobQueue(queue_);
+  QPointer<LocalChangesView> self(this);
+  JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
+    if (!self) return;
+    if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
+    if (result.isSuccess()) self->reload();
+  });
+}
+
+void LocalChangesView::showEditFileSheet(const QString& relativePath) {
+  auto* sheet = new EditRepositoryFileController(QDir(module_.repositoryPath).filePath(relativePath), window());
+  sheet->setJobQueue(queue_);
+  QPointer<LocalChangesView> self(this);
+  JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
+    if (!self) return;
+    if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
+    if (result.isSuccess()) self->reload();
+  });
 }

@@ -1,7 +1,8 @@
 #pragma once
-// The "Local Changes" page: unstaged and staged files with their counts, the diff of the
-// selected file, and the commit box. Stage, unstage and discard run as jobs on the tab's
-// queue; a failure opens the error sheet; the status is read again afterwards.
+// The "Local Changes" page: unstaged and staged files with their counts (as lists or
+// folder trees), the diff of the selected file, and the commit box. Stage, unstage,
+// discard and ignore run as jobs on the tab's queue; a failure opens the error sheet;
+// the status is read again afterwards.
 #include <QWidget>
 #include <memory>
 
@@ -9,15 +10,17 @@
 
 #include "Git/ResultError.h"
 #include "Models/ChangedFile.h"
+#include "Models/FileListTree.h"
 #include "Models/GitModule.h"
 
-class ChangedFilesView;
 class CommitBoxView;
 class DiffTextView;
+class FileListView;
 class JobQueue;
 class QLabel;
 class QPushButton;
 class QStackedWidget;
+class QToolButton;
 
 class LocalChangesView : public QWidget {
   Q_OBJECT
@@ -35,8 +38,18 @@ class LocalChangesView : public QWidget {
     confirm_ = std::move(confirm);
   }
 
-  ChangedFilesView* unstagedList() const { return unstaged_; }
-  ChangedFilesView* stagedList() const { return staged_; }
+  // Both lists as a flat list or a folder tree; the choice is stored ("fileListMode").
+  void setFileListMode(FileListViewMode mode);
+  // Appends the pattern to .gitignore by a job, then reads the status again.
+  void ignore(const QString& pattern);
+  // "Add files to .gitignore" with the pattern to start from.
+  void showIgnorePatternSheet(const QString& initialPattern);
+  // The small editor sheet for a text file of the work tree (".gitignore", ".gitattributes").
+  void showEditFileSheet(const QString& relativePath);
+
+  FileListView* unstagedList() const { return unstaged_; }
+  FileListView* stagedList() const { return staged_; }
+  QToolButton* fileListModeButton() const { return modeButton_; }
   QLabel* unstagedLabel() const { return unstagedLabel_; }
   QLabel* stagedLabel() const { return stagedLabel_; }
   DiffTextView* diffView() const { return diff_; }
@@ -56,8 +69,8 @@ class LocalChangesView : public QWidget {
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
   void showFiles(const ChangedFileList& files);
   void loadDiff(const ChangedFilePtr& file);
-  void showContextMenu(ChangedFilesView* list, const QPoint& position);
-  ChangedFileList selection(ChangedFilesView* list) const;
+  void showContextMenu(FileListView* list, const QPoint& position);
+  ChangedFileList selection(FileListView* list) const;
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
@@ -65,8 +78,9 @@ class LocalChangesView : public QWidget {
   bool rebuilding_ = false;  // selection events are silent while lists are refilled
   QLabel* unstagedLabel_;
   QLabel* stagedLabel_;
-  ChangedFilesView* unstaged_;
-  ChangedFilesView* staged_;
+  FileListView* unstaged_;
+  FileListView* staged_;
+  QToolButton* modeButton_;
   QPushButton* stageButton_;
   QPushButton* unstageButton_;
   QPushButton* discardButton_;

@@ -4,9 +4,8 @@
 #include <optional>
 
 #include "Git/ResultError.h"
+#include "Models/ConfigLocation.h"
 #include "Models/GitModule.h"
-
-enum class ConfigLocation { local, global };
 
 struct GetCommitTemplate {
   // The configured path, or nothing when the key isn't set (git exits 1 then).

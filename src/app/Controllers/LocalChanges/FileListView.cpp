@@ -1,0 +1,82 @@
+#include "Controllers/LocalChanges/FileListView.h"
+
+#include <QHeaderView>
+
+#include "Controllers/LocalChanges/FileListModel.h"
+
+FileListView::FileListView(QWidget* parent) : QTreeView(parent), model_(new FileListModel(this)) {
+  setModel(model_);
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setRootIsDecorated(false);
+  setExpandsOnDoubleClick(true);
+  setIconSize(QSize(16, 16));
+  header()->setStretchLastSection(true);
+  connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
+    if (!refilling_) Q_EMIT currentFileChanged(model_->fileAt(current));
+  });
+  connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (ChangedFilePtr file = model_->fileAt(index)) Q_EMIT fileActivated(file);
+  });
+  connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+    if (!refilling_) collapsed_.insert(model_->directoryAt(index));
+  });
+  connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+    if (!refilling_) collapsed_.remove(model_->directoryAt(index));
+  });
+}
+
+const ChangedFileList& FileListView::files() const { return model_->files(); }
+FileListViewMode FileListView::mode() const { return model_->mode(); }
+
+void FileListView::setFiles(const ChangedFileList& files) { refill(files, model_->mode()); }
+
+void FileListView::setMode(FileListViewMode mode) {
+  if (mode == model_->mode()) return;
+  refill(model_->files(), mode);
+}
+
+void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
+  // Remember by path: the refreshed list holds new objects for the same files.
+  const ChangedFilePtr current = currentFile();
+  QStringList selected;
+  for (const auto& file : model_->filesAt(selectionModel()->selectedRows())) selected << file->path;
+
+  refilling_ = true;
+  model_->setFiles(files, mode);
+  setRootIsDecorated(mode == FileListViewMode::tree);
+  if (mode == FileListViewMode::tree) {
+    expandAll();
+    for (const QString& path : std::as_const(collapsed_)) {
+      const QModelIndex folder = model_->indexOfDirectory(path);
+      if (folder.isValid()) collapse(folder);
+    }
+  }
+  // Small lists only: finding each selected file is a walk of the list.
+  if (selected.size() <= 1000) {
+    QItemSelection selection;
+    for (const QString& path : std::as_const(selected)) {
+      const QModelIndex index = model_->indexOfFile(path);
+      if (index.isValid()) selection.select(index, index);
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  }
+  if (current) {
+    const QModelIndex index = model_->indexOfFile(current->path);
+    if (index.isValid()) selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  }
+  refilling_ = false;
+}
+
+ChangedFileList FileListView::selectedFiles() const { return model_->filesAt(selectionModel()->selectedRows()); }
+
+ChangedFilePtr FileListView::currentFile() const { return model_->fileAt(currentIndex()); }
+
+bool FileListView::selectFile(const QString& path) {
+  const QModelIndex index = model_->indexOfFile(path);
+  if (!index.isValid()) return false;
+  scrollTo(index);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  return true;
+}

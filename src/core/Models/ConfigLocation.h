@@ -1,0 +1,4 @@
+#pragma once
+
+// Which configuration file a config read or write addresses.
+enum class ConfigLocation { local, global };

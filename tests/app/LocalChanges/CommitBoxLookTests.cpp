@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/CommitMessageEdit.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
+#include "Jobs/JobQueue.h"
+#include "support/TempRepository.h"
+
+namespace {
+// With JELV_SCREENSHOT_DIR set, the rendered states are also written there as PNG files.
+void keep(const QImage& image, const QString& name) {
+  const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR");
+  if (directory.isEmpty()) return;
+  QDir().mkpath(QString::fromLocal8Bit(directory));
+  image.save(QString::fromLocal8Bit(directory) + QLatin1Char('/') + name + QStringLiteral(".png"));
+}
+
+// The most saturated colour drawn in the image: the counter's digits.
+QColor inkOf(const QImage& image) {
+  QColor best;
+  int bestScore = -1;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor c = image.pixelColor(x, y);
+      const int score = c.hsvSaturation() * (255 - c.lightness() / 2);
+      if (score > bestScore) {
+        bestScore = score;
+        best = c;
+      }
+    }
+  }
+  return best;
+}
+}  // namespace
+
+// The counter is drawn in three visibly different colours as the subject passes the
+// two limits (50 and 70 by default), the error one red.
+TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("src/a.cpp"), "a\n", QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("src/a.cpp"), "a2\n");
+  repo.writeFile(QStringLiteral("notes.txt"), "n\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("src/a.cpp")});
+
+  QMainWindow window;
+  auto queue = std::make_shared<JobQueue>();
+  auto* view = new LocalChangesView(repo.module(), queue);
+  window.setCentralWidget(view);
+  window.resize(1100, 720);
+  window.show();
+  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
+  view->reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+  CommitBoxView* box = view->commitBox();
+  box->descriptionField()->setPlainText(QStringLiteral("Why the change was needed, in a line that runs past the guide on purpose."));
+
+  std::vector<QColor> inks;
+  const std::pair<int, const char*> states[] = {{36, "commit-box-normal"}, {62, "commit-box-low"}, {78, "commit-box-high"}};
+  for (const auto& [length, name] : states) {
+    box->subjectField()->setText(QStringLiteral("Explain the parser's new limits").leftJustified(length, QLatin1Char('.')));
+    QApplication::processEvents();
+    ASSERT_FALSE(box->counterLabel()->isHidden());
+    inks.push_back(inkOf(box->counterLabel()->grab().toImage()));
+    keep(window.grab().toImage(), QString::fromLatin1(name));
+  }
+  EXPECT_NE(inks[0], inks[1]);
+  EXPECT_NE(inks[1], inks[2]);
+  EXPECT_GT(inks[2].red(), inks[2].green() + 60);
+
+}
+
+// The guide is a faint line at its column, and none is drawn at column 0.
+TEST(CommitBoxLook, PageGuideIsDrawnAtItsColumn) {
+  CommitMessageEdit editor;
+  editor.resize(700, 160);
+  editor.setPlainText(QStringLiteral("short line"));
+  editor.show();
+  editor.setPageGuideColumn(40);
+  const qreal x = editor.pageGuideX();
+  ASSERT_GT(x, 100);
+  ASSERT_LT(x, editor.viewport()->width());
+  const auto inkAtGuide = [&] {
+    const QImage image = editor.viewport()->grab().toImage();
+    const int y = image.height() - 3;  // below the text
+    const QColor background = image.pixelColor(static_cast<int>(x) + 8, y);
+    return image.pixelColor(static_cast<int>(x), y) != background || image.pixelColor(static_cast<int>(x) + 1, y) != background;
+  };
+  EXPECT_TRUE(inkAtGuide());
+  editor.setPageGuideColumn(0);
+  EXPECT_LT(editor.pageGuideX(), 0);
+  EXPECT_FALSE(inkAtGuide());
+}
+
+TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
+  repo.writeFile(QStringLiteral(".git/hooks/pre-commit"),
+                 "#!/bin/sh\necho 'error: trailing whitespace in a.txt:1' >&2\necho 'hint: run the formatter' >&2\nexit 1\n");
+  QFile::setPermissions(repo.gitDir() + QStringLiteral("/hooks/pre-commit"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  repo.writeFile(QStringLiteral("a.txt"), "b \n");
+  repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
+
+  QMainWindow window;
+  auto queue = std::make_shared<JobQueue>();
+  auto* view = new LocalChangesView(repo.module(), queue);
+  window.setCentralWidget(view);
+  window.resize(1100, 720);
+  window.show();
+  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
+  view->reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+  view->commitBox()->subjectField()->setText(QStringLiteral("Trim a"));
+  QSignalSpy finished(view->commitBox(), &CommitBoxView::commitFinished);
+  view->commitBox()->commit();
+  ASSERT_TRUE(finished.wait(10000));
+  auto* sheet = window.findChild<ErrorWindowController*>();
+  ASSERT_NE(sheet, nullptr);
+  QApplication::processEvents();
+  // The failed commit keeps its message for the retry.
+  EXPECT_EQ(view->commitBox()->subjectField()->text(), QStringLiteral("Trim a"));
+  EXPECT_TRUE(sheet->isVisible());
+  keep(sheet->grab().toImage(), QStringLiteral("error-sheet"));
+  keep(window.grab().toImage(), QStringLiteral("error-sheet-window"));
+}

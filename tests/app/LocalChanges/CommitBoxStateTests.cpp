@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <cstdlib>
+
+#include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controllers/Sheets/RepositorySettingsController.h"
+#include "Jobs/JobQueue.h"
+#include "Models/GitModuleSettings.h"
+#include "support/TempRepository.h"
+
+namespace {
+bool waitFor(QObject* sender, const char* signal, const std::function<void()>& action) {
+  QSignalSpy spy(sender, signal);
+  action();
+  return spy.wait(10000) || spy.count() > 0;
+}
+
+QString lastMessage(const TempRepository& repo) {
+  return repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B")}).trimmed();
+}
+
+// Takes the identity away from git for one test: no environment, and a home folder
+// without a global file. The repository forbids guessing from the host name.
+class WithoutIdentity {
+ public:
+  explicit WithoutIdentity(const QString& home) {
+    for (const char* name : kNames) {
+      const char* value = std::getenv(name);
+      saved_.push_back(value ? std::optional<QByteArray>(value) : std::nullopt);
+      ::unsetenv(name);
+    }
+    ::setenv("HOME", home.toLocal8Bit().constData(), 1);
+  }
+  ~WithoutIdentity() {
+    for (size_t i = 0; i < saved_.size(); ++i) {
+      if (saved_[i]) ::setenv(kNames[i], saved_[i]->constData(), 1);
+    }
+  }
+
+ private:
+  static constexpr const char* kNames[] = {"GIT_AUTHOR_NAME", "GIT_AUTHOR_EMAIL", "GIT_COMMITTER_NAME", "GIT_COMMITTER_EMAIL",
+                                           "HOME"};
+  std::vector<std::optional<QByteArray>> saved_;
+};
+}  // namespace
+
+// The menu lists the last messages newest first; choosing one fills the fields and
+// becomes the draft.
+TEST(CommitBox, RecentMessagesFillTheFields) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "1\n", QStringLiteral("First change"));
+  repo.commitFile(QStringLiteral("a.txt"), "2\n", QStringLiteral("Second change\n\nWith a body\nof two lines"));
+  repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("Third change"));
+
+  auto queue = std::make_shared<JobQueue>();
+  CommitBoxView box(repo.module(), queue);
+  ASSERT_TRUE(waitFor(&box, SIGNAL(recentMessagesLoaded()), [&] { box.loadRecentMessages(); }));
+  QStringList titles;
+  for (QAction* action : box.recentMessagesMenu()->actions()) titles << action->text();
+  EXPECT_EQ(titles, (QStringList{QStringLiteral("Third change"), QStringLiteral("Second change"), QStringLiteral("First change")}));
+
+  box.recentMessagesMenu()->actions().at(1)->trigger();
+  EXPECT_EQ(box.subjectField()->text(), QStringLiteral("Second change"));
+  EXPECT_EQ(box.descriptionField()->toPlainText(), QStringLiteral("With a body\nof two lines"));
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Second change\n\nWith a body\nof two lines"));
+}
+
+// A squash merge fills in git's prepared message once and turns the button into
+// "Squash Commits"; committing it records the squash.
+TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
+  repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("Topic work"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.git({QStringLiteral("merge"), QStringLiteral("--squash"), QStringLiteral("topic")});
+
+  auto queue = std::make_shared<JobQueue>();
+  LocalChangesView view(repo.module(), queue);
+  view.show();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  CommitBoxView* box = view.commitBox();
+  EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Squashed commit of the following:"));
+  EXPECT_TRUE(box->descriptionField()->toPlainText().contains(u"Topic work"));
+  EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Squash Commits"));
+
+  // Emptied by the user, the fields stay empty at the next refresh.
+  box->subjectField()->clear();
+  box->descriptionField()->clear();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  EXPECT_TRUE(box->subjectField()->text().isEmpty());
+
+  box->subjectField()->setText(QStringLiteral("Squash topic"));
+  ASSERT_TRUE(waitFor(box, SIGNAL(commitFinished()), [&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
+  EXPECT_EQ(lastMessage(repo), QStringLiteral("Squash topic"));
+  EXPECT_EQ(repo.git({QStringLiteral("show"), QStringLiteral("--name-only"), QStringLiteral("--format=")}).trimmed(),
+            QStringLiteral("b.txt"));
+}
+
+// Without an identity the commit fails; the error sheet's repair opens the repository
+// settings at the identity, and once it is saved the same commit goes through.
+TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("a.txt"), "b\n");
+  repo.stageAll();
+  repo.git({QStringLiteral("config"), QStringLiteral("user.useConfigOnly"), QStringLiteral("true")});
+  const QTemporaryDir emptyHome;
+  WithoutIdentity noIdentity(emptyHome.path());
+
+  QMainWindow window;
+  auto queue = std::make_shared<JobQueue>();
+  auto* view = new LocalChangesView(repo.module(), queue);
+  window.setCentralWidget(view);
+  window.show();
+  ASSERT_TRUE(waitFor(view, SIGNAL(reloaded()), [&] { view->reload(); }));
+  CommitBoxView* box = view->commitBox();
+  box->subjectField()->setText(QStringLiteral("Change a"));
+  const QString before = repo.headSha();
+  ASSERT_TRUE(waitFor(box, SIGNAL(commitFinished()), [&] { box->commit(); }));
+  EXPECT_EQ(repo.headSha(), before);
+
+  auto* errorSheet = window.findChild<ErrorWindowController*>();
+  ASSERT_NE(errorSheet, nullptr);
+  ASSERT_TRUE(errorSheet->firstButton()->isVisible());
+  EXPECT_EQ(errorSheet->firstButton()->text(), QStringLiteral("Setup identity for this repository"));
+  QTest::mouseClick(errorSheet->firstButton(), Qt::LeftButton);
+
+  RepositorySettingsController* settings = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    settings = window.findChild<RepositorySettingsController*>();
+    return settings && settings->isLoaded();
+  }, 10000));
+  settings->nameField()->setText(QStringLiteral("Ada Lovelace"));
+  settings->emailField()->setText(QStringLiteral("ada@example.com"));
+  QSignalSpy ended(settings, &QDialog::finished);
+  QTest::mouseClick(settings->submitButton(), Qt::LeftButton);
+  ASSERT_TRUE(ended.wait(10000));
+
+  ASSERT_TRUE(waitFor(box, SIGNAL(commitFinished()), [&] { box->commit(); }));
+  EXPECT_NE(repo.headSha(), before);
+  EXPECT_EQ(repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%an <%ae>")}).trimmed(),
+            QStringLiteral("Ada Lovelace <ada@example.com>"));
+}

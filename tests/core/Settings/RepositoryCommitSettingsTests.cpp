@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "Git/Commands/Config/GetConfigValueGitCommand.h"
+#include "Git/Commands/Config/SetConfigValueGitCommand.h"
+#include "Models/GitModuleSettings.h"
+#include "Models/RepositoryCommitSettings.h"
+#include "Services/Preferences.h"
+#include "support/TempRepository.h"
+
+namespace {
+QString localValue(const TempRepository& repo, const QString& key) {
+  int status = 0;
+  return repo.git({QStringLiteral("config"), QStringLiteral("--local"), QStringLiteral("--get"), key}, true, &status).trimmed();
+}
+}  // namespace
+
+TEST(ConfigValueGitCommands, ReadWriteAndRemoveLocalKeys) {
+  Preferences::shared().setGitInstance(GitInstanceType::system());
+  TempRepository repo;
+  const GitModule module = repo.module();
+  const QString key = QStringLiteral("user.name");
+
+  auto missing = GetConfigValueGitCommand::execute(module, key, ConfigLocation::local);
+  ASSERT_TRUE(missing.isSuccess());
+  EXPECT_FALSE(missing.value().has_value());
+  // The global file of the test environment has an identity.
+  auto global = GetConfigValueGitCommand::execute(module, key, ConfigLocation::global);
+  ASSERT_TRUE(global.isSuccess());
+  EXPECT_EQ(global.value(), std::optional<QString>(QStringLiteral("Jelv Test")));
+
+  // Inner and trailing blanks survive the round trip.
+  ASSERT_TRUE(SetConfigValueGitCommand::execute(module, key, QStringLiteral("Ada  Lovelace "), ConfigLocation::local));
+  auto written = GetConfigValueGitCommand::execute(module, key, ConfigLocation::local);
+  ASSERT_TRUE(written.isSuccess());
+  EXPECT_EQ(written.value(), std::optional<QString>(QStringLiteral("Ada  Lovelace ")));
+
+  ASSERT_TRUE(SetConfigValueGitCommand::execute(module, key, std::nullopt, ConfigLocation::local));
+  EXPECT_TRUE(localValue(repo, key).isEmpty());
+  // Removing again is no failure: the key is absent as asked.
+  EXPECT_TRUE(SetConfigValueGitCommand::execute(module, key, std::nullopt, ConfigLocation::local));
+  // A key without a section is refused by git and reported.
+  EXPECT_TRUE(SetConfigValueGitCommand::execute(module, QStringLiteral("nosection"), QStringLiteral("x"), ConfigLocation::local)
+                  .isFailure());
+}
+
+TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
+  Preferences::shared().setGitInstance(GitInstanceType::system());
+  TempRepository repo;
+  const GitModule module = repo.module();
+
+  auto loaded = RepositoryCommitSettings::load(module);
+  ASSERT_TRUE(loaded.isSuccess());
+  const RepositoryCommitSettings before = loaded.value();
+  EXPECT_TRUE(before.userName.isEmpty());
+  EXPECT_EQ(before.globalUserName, QStringLiteral("Jelv Test"));
+  EXPECT_FALSE(before.templatePath.has_value());
+
+  RepositoryCommitSettings after = before;
+  after.userName = QStringLiteral("  Ada Lovelace ");
+  after.userEmail = QStringLiteral("ada@example.com");
+  after.signingKey = QStringLiteral("ABCD1234");
+  after.signOff = true;
+  after.commitTemplate = QStringLiteral("Subject\n\nWhy:\n");
+  ASSERT_TRUE(RepositoryCommitSettings::save(module, before, after));
+
+  EXPECT_EQ(localValue(repo, QStringLiteral("user.name")), QStringLiteral("Ada Lovelace"));
+  EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
+  const GitModuleSettings stored = GitModuleSettings::load(module);
+  EXPECT_EQ(stored.signingKey, std::optional<QString>(QStringLiteral("ABCD1234")));
+  EXPECT_TRUE(stored.signOff);
+  const QString templatePath = localValue(repo, QStringLiteral("commit.template"));
+  EXPECT_EQ(templatePath, repo.gitDir() + QStringLiteral("/commit_msg_template.txt"));
+  EXPECT_EQ(repo.readFile(QStringLiteral(".git/commit_msg_template.txt")), QByteArray("Subject\n\nWhy:\n"));
+
+  auto reread = RepositoryCommitSettings::load(module);
+  ASSERT_TRUE(reread.isSuccess());
+  EXPECT_EQ(reread.value().userName, QStringLiteral("Ada Lovelace"));
+  EXPECT_EQ(reread.value().commitTemplate, QStringLiteral("Subject\n\nWhy:\n"));
+  EXPECT_EQ(reread.value().signingKey, QStringLiteral("ABCD1234"));
+
+  // Emptied fields remove the local keys; the template file stays but is no longer used.
+  RepositoryCommitSettings cleared = reread.value();
+  cleared.userName.clear();
+  cleared.commitTemplate.clear();
+  cleared.signingKey.clear();
+  ASSERT_TRUE(RepositoryCommitSettings::save(module, reread.value(), cleared));
+  EXPECT_TRUE(localValue(repo, QStringLiteral("user.name")).isEmpty());
+  EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
+  EXPECT_TRUE(localValue(repo, QStringLiteral("commit.template")).isEmpty());
+  EXPECT_TRUE(QFile::exists(templatePath));
+  EXPECT_FALSE(GitModuleSettings::load(module).signingKey.has_value());
+  EXPECT_TRUE(GitModuleSettings::load(module).signOff);
+}
+
+// Nothing changed: nothing is written, so even a configuration git refuses to write
+// doesn't make saving fail.
+TEST(RepositoryCommitSettings, AnUnchangedSheetWritesNothing) {
+  Preferences::shared().setGitInstance(GitInstanceType::system());
+  TempRepository repo;
+  auto loaded = RepositoryCommitSettings::load(repo.module());
+  ASSERT_TRUE(loaded.isSuccess());
+  // A stale config lock makes every config write fail.
+  repo.writeFile(QStringLiteral(".git/config.lock"), "");
+  EXPECT_TRUE(RepositoryCommitSettings::save(repo.module(), loaded.value(), loaded.value()));
+  RepositoryCommitSettings renamed = loaded.value();
+  renamed.userName = QStringLiteral("Someone");
+  EXPECT_TRUE(RepositoryCommitSettings::save(repo.module(), loaded.value(), renamed).isFailure());
+}

@@ -1,17 +1,14 @@
 #include "UI/JelvApplication.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QLabel>
-#include <QMainWindow>
 #include <QTimer>
 
-#include "Controllers/Repository/RepositoryView.h"
-#include "Jobs/JobQueue.h"
 #include "Logging/AdvancedLogger.h"
+#include "Models/AppSettings.h"
 #include "Services/Preferences.h"
-#include "UI/Appearance.h"
-#include "Services/RepositorySnapshotLoader.h"
+#include "Services/SingleInstance.h"
+#include "UI/AppDelegate.h"
+#include "UI/JelvDocumentController.h"
 
 namespace JelvApplication {
 
@@ -19,33 +16,34 @@ int run(QApplication& app) {
   QApplication::setApplicationName(QStringLiteral("Jelv"));
   QApplication::setOrganizationDomain(QStringLiteral("jelv.org"));
   QApplication::setDesktopFileName(QStringLiteral("org.jelv.Jelv"));
+  const QStringList arguments = QApplication::arguments().mid(1);
+
+  // A second launch hands its folders and URLs to the first and ends.
+  SingleInstance instance;
+  if (!qEnvironmentVariableIsSet("JELV_SEPARATE_INSTANCE") && instance.claim() == SingleInstance::Role::secondary &&
+      SingleInstance::forward(QDBusConnection::sessionBus(), arguments)) {
+    return 0;
+  }
+
   AdvancedLogger::setup(AdvancedLogger::defaultLogDirectory());
   LOG_INFO(QStringLiteral("Jelv starting"));
-  Appearance::apply(app, Preferences::shared().integer(QStringLiteral("appearance")));
+  Preferences& preferences = Preferences::shared();
+  AppSettings& registry = AppSettings::shared();
+  registry.initializeDatabase();
 
-  QMainWindow window;
-  window.setWindowTitle(QStringLiteral("Jelv"));
-  const QStringList args = QApplication::arguments();
-  std::optional<GitModule> module;
-  if (args.size() > 1) {
-    auto found = RepositorySnapshotLoader::moduleForPath(args.at(1));
-    if (found) module = found.value();
-  }
-  if (module) {
-    window.setCentralWidget(new RepositoryView(*module, std::make_shared<JobQueue>(), &window));
-    window.setWindowTitle(QDir(module->repositoryPath).dirName() + QStringLiteral(" — Jelv"));
-  } else {
-    auto* label = new QLabel(QStringLiteral("Welcome to Jelv. Open a repository to start"), &window);
-    label->setAlignment(Qt::AlignCenter);
-    window.setCentralWidget(label);
-  }
-  window.resize(1100, 700);
-  window.show();
+  AppDelegate delegate(registry, preferences);
+  delegate.setReachableByLaterLaunches(instance.role() == SingleInstance::Role::primary);
+  QObject::connect(&instance, &SingleInstance::argumentsReceived, &delegate, &AppDelegate::handleArguments);
+  delegate.applicationWillFinishLaunching();
+  delegate.applicationDidFinishLaunching(arguments);
 
-  // For start-up measurements and smoke tests: quit once the window is shown.
-  if (qEnvironmentVariableIsSet("JELV_QUIT_AFTER_SHOW")) QTimer::singleShot(0, &app, &QApplication::quit);
+  // For start-up measurements and smoke tests: quit once the first window is shown.
+  if (qEnvironmentVariableIsSet("JELV_QUIT_AFTER_SHOW")) {
+    QTimer::singleShot(0, &app, [&delegate] { delegate.documents().quit(); });
+  }
   const int code = app.exec();
   LOG_INFO(QStringLiteral("Jelv quitting"));
+  preferences.sync();
   AdvancedLogger::flush();
   return code;
 }

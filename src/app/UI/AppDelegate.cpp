@@ -1,0 +1,132 @@
+#include "UI/AppDelegate.h"
+
+#include <QApplication>
+
+#include "Logging/AdvancedLogger.h"
+#include "Models/AppSettings.h"
+#include "Models/ApplicationUrl.h"
+#include "Services/Preferences.h"
+#include "UI/Appearance.h"
+#include "UI/JelvDocumentController.h"
+#include "UI/JelvMainWindow.h"
+#include "UI/JelvWindowController.h"
+#include "UI/WelcomeWindowController.h"
+
+AppDelegate::AppDelegate(AppSettings& registry, Preferences& preferences, QObject* parent)
+    : QObject(parent), registry_(registry), preferences_(preferences) {}
+
+AppDelegate::~AppDelegate() {
+  delete welcomeWindowController_.data();
+  delete documents_;
+}
+
+WelcomeWindowController* AppDelegate::welcomeWindowController() const { return welcomeWindowController_.data(); }
+
+void AppDelegate::applicationWillFinishLaunching() {
+  // The defaults are registered by the preferences store itself when it is created.
+  // Windows are restored by the document controller from its own saved session.
+  documents_ = new JelvDocumentController(registry_, preferences_);
+  connect(documents_, &JelvDocumentController::lastWindowClosed, this, &AppDelegate::lastWindowClosed);
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
+  AdvancedLogger::setup(AdvancedLogger::defaultLogDirectory());
+  if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())) Appearance::apply(*app, preferences_.appearance());
+  LOG_INFO(QStringLiteral("Application Update Channel: %1").arg(preferences_.applicationUpdateChannel()));
+  LOG_INFO(QStringLiteral("Git instance: %1").arg(preferences_.gitInstance().printedName()));
+  if (!arguments.isEmpty()) LOG_INFO(QStringLiteral("Command line arguments: '%1'").arg(arguments.join(QStringLiteral("' '"))));
+
+  const LaunchPlan plan = ApplicationStartup::plan(preferences_, arguments);
+  documents_->restoreWindows(plan.restoredWindows);
+  documents_->openFiles(plan.folders);
+  for (const QString& url : plan.urls) handleURLEvent(url);
+  if (plan.openUntitled) applicationShouldOpenUntitledFile();
+}
+
+UntitledFileDecision AppDelegate::applicationShouldOpenUntitledFile() {
+  const UntitledFileDecision decision = ApplicationStartup::applicationShouldOpenUntitledFile(preferences_);
+  switch (decision.kind) {
+    case UntitledFileDecision::Kind::nothing: break;
+    case UntitledFileDecision::Kind::welcome: showWelcome(); break;
+    case UntitledFileDecision::Kind::repositoryManager: documents_->newRepositoryManagerAsTab(); break;
+    case UntitledFileDecision::Kind::importedTabs: {
+      JelvMainWindow* window = documents_->newWindow();
+      for (int i = 0; i < decision.repositoryPaths.size(); ++i) {
+        documents_->openRepository(decision.repositoryPaths.at(i), window, i == std::max(0, decision.selectedIndex));
+      }
+      break;
+    }
+  }
+  return decision;
+}
+
+void AppDelegate::showWelcome() {
+  if (!welcomeWindowController_) {
+    welcomeWindowController_ = new WelcomeWindowController(registry_, preferences_);
+    connect(welcomeWindowController_, &WelcomeWindowController::welcomeCompleted, this, &AppDelegate::welcomeCompleted);
+    // Leaving the welcome window without a folder leaves nothing to show: end.
+    connect(welcomeWindowController_, &QObject::destroyed, this, [this] {
+      if (documents_->windows().isEmpty()) documents_->quit();
+    });
+  }
+  welcomeWindowController_->show();
+  welcomeWindowController_->raise();
+  welcomeWindowController_->activateWindow();
+}
+
+void AppDelegate::welcomeCompleted() { documents_->newRepositoryManagerAsTab(); }
+
+void AppDelegate::handleArguments(const QStringList& arguments) {
+  QStringList wanted;
+  for (const QString& argument : arguments) {
+    if (!argument.trimmed().isEmpty()) wanted << argument;
+  }
+  if (wanted.isEmpty()) {
+    // A plain second launch: show what is there, or open as at a fresh start.
+    if (welcomeWindowController_) {
+      showWelcome();
+    } else if (JelvMainWindow* front = documents_->frontWindow()) {
+      front->show();
+      front->raise();
+      front->activateWindow();
+    } else {
+      applicationShouldOpenUntitledFile();
+    }
+    return;
+  }
+  LOG_INFO(QStringLiteral("Arguments from another launch: '%1'").arg(wanted.join(QStringLiteral("' '"))));
+  const LaunchPlan plan = ApplicationStartup::plan(preferences_, wanted);
+  documents_->openFiles(plan.folders);
+  for (const QString& url : plan.urls) handleURLEvent(url);
+}
+
+void AppDelegate::handleURLEvent(const QString& url) {
+  const ApplicationUrl parsed = ApplicationUrl::parse(url);
+  switch (parsed.kind) {
+    case ApplicationUrl::Kind::openRepository:
+      LOG_INFO(QStringLiteral("Open repository by URL: ") + parsed.target);
+      // Only local paths are matched and opened; matching a remote's URL would need the
+      // remotes of every open tab.
+      if (parsed.target.contains(QStringLiteral("://")) && !parsed.target.startsWith(QStringLiteral("file:"))) {
+        LOG_WARNING(QStringLiteral("No open repository for ") + parsed.target);
+      } else {
+        documents_->openRepository(parsed.target);
+      }
+      break;
+    case ApplicationUrl::Kind::cloneRepository:
+      LOG_WARNING(QStringLiteral("Cannot clone '%1': cloning is not available yet").arg(parsed.target));
+      break;
+    case ApplicationUrl::Kind::unknown:
+      LOG_WARNING(QStringLiteral("Ignoring URL: ") + url);
+      break;
+  }
+}
+
+void AppDelegate::lastWindowClosed() {
+  if (welcomeWindowController_ && welcomeWindowController_->isVisible()) return;
+  if (!documents_->windows().isEmpty()) return;
+  // Closing the last window does not end the process while a later launch can bring it
+  // back; without that link the process would be left with no way to reach it.
+  if (!reachable_) documents_->quit();
+}

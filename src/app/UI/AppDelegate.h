@@ -1,0 +1,52 @@
+#pragma once
+// The application's start and the events the desktop sends it: folders and URLs on the
+// command line or from a second launch, and the choice of what opens when nothing else
+// does (the welcome window, a repository manager, or the tabs of an older version).
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include "Services/ApplicationStartup.h"
+
+class AppSettings;
+class JelvDocumentController;
+class Preferences;
+class WelcomeWindowController;
+
+class AppDelegate : public QObject {
+  Q_OBJECT
+
+ public:
+  AppDelegate(AppSettings& registry, Preferences& preferences, QObject* parent = nullptr);
+  ~AppDelegate() override;
+
+  // Before any window: the document controller and the handler of URL events.
+  void applicationWillFinishLaunching();
+  // The rest of the start-up; arguments are the command line without the program.
+  void applicationDidFinishLaunching(const QStringList& arguments);
+
+  // What the desktop hands over later (a second launch): folders and URLs. With none,
+  // a window comes to the front, or opens if none is left.
+  void handleArguments(const QStringList& arguments);
+  void handleURLEvent(const QString& url);
+  // Runs the untitled decision and opens what it says.
+  UntitledFileDecision applicationShouldOpenUntitledFile();
+
+  // Whether closing the last window may end the process: only when no other launch can
+  // reach this one again.
+  void setReachableByLaterLaunches(bool reachable) { reachable_ = reachable; }
+
+  JelvDocumentController& documents() const { return *documents_; }
+  WelcomeWindowController* welcomeWindowController() const;
+
+ private:
+  void showWelcome();
+  void welcomeCompleted();
+  void lastWindowClosed();
+
+  AppSettings& registry_;
+  Preferences& preferences_;
+  JelvDocumentController* documents_ = nullptr;
+  QPointer<WelcomeWindowController> welcomeWindowController_;
+  bool reachable_ = false;
+};

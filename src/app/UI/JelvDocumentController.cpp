@@ -1,0 +1,227 @@
+#include "UI/JelvDocumentController.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTabWidget>
+
+#include "Logging/AdvancedLogger.h"
+#include "Models/AppSettings.h"
+#include "Services/ApplicationStartup.h"
+#include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
+#include "Services/RepositoryOpener.h"
+#include "UI/JelvMainWindow.h"
+#include "UI/JelvWindowController.h"
+
+JelvDocumentController::JelvDocumentController(AppSettings& registry, Preferences& preferences, QObject* parent)
+    : QObject(parent), registry_(registry), preferences_(preferences),
+      // Tabs are placed by the completion handler, which knows the tab it fills.
+      opener_(new RepositoryOpener(registry, {}, this)) {
+  // A rename in the registry shows in the tab titles.
+  auto retitle = [this] {
+    for (JelvMainWindow* window : windows()) {
+      for (int i = 0; i < window->tabCount(); ++i) window->tab(i)->updateTitle();
+    }
+  };
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryInfoChanged, this, retitle);
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryManagerDataUpdated, this, retitle);
+}
+
+JelvDocumentController::~JelvDocumentController() {
+  quitting_ = true;
+  for (const QPointer<JelvMainWindow>& window : windows_) delete window.data();
+}
+
+QList<JelvMainWindow*> JelvDocumentController::windows() const {
+  QList<JelvMainWindow*> list;
+  for (const QPointer<JelvMainWindow>& window : windows_) {
+    if (window) list << window.data();
+  }
+  return list;
+}
+
+JelvMainWindow* JelvDocumentController::frontWindow() const {
+  const QList<JelvMainWindow*> open = windows();
+  if (auto* active = qobject_cast<JelvMainWindow*>(QApplication::activeWindow()); active && open.contains(active)) return active;
+  if (lastActive_ && open.contains(lastActive_.data())) return lastActive_.data();
+  return open.isEmpty() ? nullptr : open.last();
+}
+
+JelvMainWindow* JelvDocumentController::newWindow() {
+  auto* window = new JelvMainWindow(*this);
+  adopt(window);
+  return window;
+}
+
+void JelvDocumentController::adopt(JelvMainWindow* window) {
+  windows_.append(window);
+  lastActive_ = window;
+  connect(window, &JelvMainWindow::tabsChanged, this, &JelvDocumentController::saveSession);
+  connect(window, &JelvMainWindow::activated, this, [this, window] { lastActive_ = window; });
+  // A closed window leaves the list at once; its deletion comes later.
+  auto forget = [this](JelvMainWindow* gone) {
+    const auto before = windows_.size();
+    windows_.removeIf([gone](const QPointer<JelvMainWindow>& w) { return !w || w.data() == gone; });
+    if (quitting_ || windows_.size() == before) return;
+    saveSession();
+    if (windows_.isEmpty()) Q_EMIT lastWindowClosed();
+  };
+  connect(window, &JelvMainWindow::closed, this, [forget, window] { forget(window); });
+  connect(window, &QObject::destroyed, this, [forget] { forget(nullptr); });
+}
+
+JelvWindowController* JelvDocumentController::newRepositoryManagerAsTab(JelvMainWindow* window) {
+  if (!window) window = frontWindow();
+  if (!window) window = newWindow();
+  auto* tab = JelvWindowController::newRepositoryManager();
+  window->addTab(tab);
+  window->show();
+  return tab;
+}
+
+JelvMainWindow* JelvDocumentController::newRepositoryManagerAsWindow() {
+  JelvMainWindow* window = newWindow();
+  window->addTab(JelvWindowController::newRepositoryManager());
+  window->show();
+  return window;
+}
+
+JelvWindowController* JelvDocumentController::findRepositoryTab(const QString& repositoryPath) const {
+  const QString wanted = QDir::cleanPath(repositoryPath);
+  for (JelvMainWindow* window : windows()) {
+    for (int i = 0; i < window->tabCount(); ++i) {
+      JelvWindowController* tab = window->tab(i);
+      if (tab->kind() != JelvWindowController::Kind::repositoryManager && QDir::cleanPath(tab->repositoryPath()) == wanted) {
+        return tab;
+      }
+    }
+  }
+  return nullptr;
+}
+
+void JelvDocumentController::bringToFront(JelvWindowController* tab) {
+  for (JelvMainWindow* window : windows()) {
+    if (window->tabWidget()->indexOf(tab) < 0) continue;
+    window->selectTab(tab);
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return;
+  }
+}
+
+void JelvDocumentController::openRepository(const QString& url, JelvMainWindow* window, bool select) {
+  const QString path = RepositoryOpener::localPath(url);
+  if (path.isEmpty()) return;
+  if (JelvWindowController* existing = findRepositoryTab(path)) {
+    bringToFront(existing);
+    return;
+  }
+  if (!window) window = frontWindow();
+  if (!window) window = newWindow();
+  auto* tab = JelvWindowController::opening(path);
+  window->addTab(tab, select);
+  window->show();
+  ++pendingOpens_;
+  QPointer<JelvWindowController> slot(tab);
+  QPointer<JelvMainWindow> host(window);
+  opener_->openRepository(path, [this, slot, host](const RepositoryOpener::Result& result) {
+    if (slot && host) {
+      if (!result.gitModule) {
+        removeOpeningTab(host, slot);
+        auto* alert = new QMessageBox(QMessageBox::Warning, tr("Cannot open the repository"), result.failureText,
+                                      QMessageBox::Ok, host);
+        alert->setAttribute(Qt::WA_DeleteOnClose);
+        alert->open();
+        Q_EMIT openFailed(result.failureText);
+      } else if (JelvWindowController* other = findRepositoryTab(result.gitModule->repositoryPath);
+                 other && other != slot && other->kind() == JelvWindowController::Kind::repository) {
+        // A sub-folder of a repository that is already open.
+        removeOpeningTab(host, slot);
+        bringToFront(other);
+      } else {
+        slot->showRepository(*result.gitModule, registry_);
+        Q_EMIT repositoryOpened(slot);
+      }
+    }
+    finishOpen();
+  });
+}
+
+void JelvDocumentController::removeOpeningTab(JelvMainWindow* window, JelvWindowController* tab) {
+  window->closeTab(tab, false);
+  // A window is never left without tabs by a failed open.
+  if (window->tabCount() == 0) newRepositoryManagerAsTab(window);
+}
+
+void JelvDocumentController::finishOpen() {
+  if (--pendingOpens_ > 0) return;
+  saveSession();
+  Q_EMIT opensFinished();
+}
+
+void JelvDocumentController::openFiles(const QStringList& paths) {
+  for (const QString& path : paths) {
+    LOG_INFO(QStringLiteral("Open file: ") + path);
+    openRepository(path);
+  }
+}
+
+void JelvDocumentController::openDocument(QWidget* parent) {
+  auto* panel = new QFileDialog(parent, tr("Open a directory that contains a Git repository"));
+  panel->setObjectName(QStringLiteral("openPanel"));
+  panel->setAttribute(Qt::WA_DeleteOnClose);
+  panel->setFileMode(QFileDialog::Directory);
+  panel->setOption(QFileDialog::ShowDirsOnly, true);
+  QPointer<JelvMainWindow> window(qobject_cast<JelvMainWindow*>(parent ? parent->window() : nullptr));
+  connect(panel, &QFileDialog::fileSelected, this, [this, window](const QString& path) { openRepository(path, window); });
+  panel->open();
+}
+
+void JelvDocumentController::restoreWindows(const std::vector<WindowSession>& sessions) {
+  restoring_ = true;
+  for (const WindowSession& session : sessions) {
+    JelvMainWindow* window = newWindow();
+    if (!session.geometry.isEmpty()) window->restoreGeometry(session.geometry);
+    for (const TabSession& tab : session.tabs) {
+      if (tab.kind == TabSession::Kind::repositoryManager) {
+        window->addTab(JelvWindowController::newRepositoryManager(), false);
+      } else {
+        openRepository(tab.repositoryPath, window, false);
+      }
+    }
+    if (window->tabCount() == 0) window->addTab(JelvWindowController::newRepositoryManager());
+    window->tabWidget()->setCurrentIndex(std::min(session.currentTab, window->tabCount() - 1));
+    window->show();
+  }
+  restoring_ = false;
+  saveSession();
+}
+
+std::vector<WindowSession> JelvDocumentController::windowSessions() const {
+  std::vector<WindowSession> sessions;
+  for (JelvMainWindow* window : windows()) {
+    WindowSession session = window->session();
+    if (!session.tabs.empty()) sessions.push_back(std::move(session));
+  }
+  return sessions;
+}
+
+void JelvDocumentController::saveSession() {
+  if (quitting_ || restoring_) return;
+  ApplicationStartup::saveWindows(preferences_, windowSessions());
+}
+
+void JelvDocumentController::quit() {
+  saveSession();
+  preferences_.sync();
+  quitting_ = true;
+  for (JelvMainWindow* window : windows()) window->close();
+  QCoreApplication::quit();
+}
+
+void JelvDocumentController::showPreferences(QWidget* parent) {
+  if (preferencesHandler_) preferencesHandler_(parent);
+}

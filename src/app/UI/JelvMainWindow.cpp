@@ -1,0 +1,166 @@
+#include "UI/JelvMainWindow.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
+
+#include "UI/JelvDocumentController.h"
+#include "UI/JelvWindowController.h"
+
+JelvMainWindow::JelvMainWindow(JelvDocumentController& documents, QWidget* parent)
+    : QMainWindow(parent), documents_(documents), tabs_(new QTabWidget(this)) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setObjectName(QStringLiteral("jelvMainWindow"));
+  tabs_->setDocumentMode(true);
+  tabs_->setTabsClosable(true);
+  tabs_->setMovable(true);
+  tabs_->setElideMode(Qt::ElideRight);
+  tabs_->tabBar()->setExpanding(false);
+  auto* plus = new QToolButton(tabs_);
+  plus->setObjectName(QStringLiteral("newTabButton"));
+  plus->setText(QStringLiteral("+"));
+  plus->setToolTip(tr("New tab (Ctrl+T)"));
+  plus->setAutoRaise(true);
+  tabs_->setCornerWidget(plus, Qt::TopRightCorner);
+  setCentralWidget(tabs_);
+  resize(1200, 760);
+
+  connect(plus, &QToolButton::clicked, this, [this] { documents_.newRepositoryManagerAsTab(this); });
+  connect(tabs_, &QTabWidget::tabCloseRequested, this, &JelvMainWindow::closeTabAt);
+  connect(tabs_, &QTabWidget::currentChanged, this, [this] {
+    updateTitle();
+    Q_EMIT tabsChanged();
+  });
+  connect(tabs_->tabBar(), &QTabBar::tabMoved, this, &JelvMainWindow::tabsChanged);
+  buildMenus();
+  updateTitle();
+}
+
+JelvMainWindow::~JelvMainWindow() = default;
+
+void JelvMainWindow::buildMenus() {
+  auto add = [this](QMenu* menu, const QString& name, const QString& text, const QList<QKeySequence>& keys, auto slot) {
+    QAction* action = menu->addAction(text);
+    action->setObjectName(name);
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+  };
+  QMenu* file = menuBar()->addMenu(tr("&File"));
+  add(file, QStringLiteral("newTabAction"), tr("New Tab"), {QKeySequence(QStringLiteral("Ctrl+T"))},
+      [this] { documents_.newRepositoryManagerAsTab(this); });
+  add(file, QStringLiteral("newWindowAction"), tr("New Window"), {QKeySequence::New},
+      [this] { documents_.newRepositoryManagerAsWindow(); });
+  add(file, QStringLiteral("openAction"), tr("Open…"), {QKeySequence::Open}, [this] { documents_.openDocument(this); });
+  file->addSeparator();
+  add(file, QStringLiteral("closeTabAction"), tr("Close Tab"), {QKeySequence(QStringLiteral("Ctrl+W"))}, [this] {
+    if (auto* tab = currentTab()) closeTab(tab);
+  });
+  add(file, QStringLiteral("closeWindowAction"), tr("Close Window"), {QKeySequence(QStringLiteral("Ctrl+Shift+W"))},
+      [this] { close(); });
+  QAction* preferences = add(file, QStringLiteral("preferencesAction"), tr("Preferences…"),
+                             {QKeySequence(QStringLiteral("Ctrl+,"))}, [this] { documents_.showPreferences(this); });
+  // Hidden until a preferences window is there to show.
+  preferences->setVisible(documents_.hasPreferences());
+  file->addSeparator();
+  add(file, QStringLiteral("quitAction"), tr("Quit"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
+      [this] { documents_.quit(); });
+
+  QMenu* view = menuBar()->addMenu(tr("&View"));
+  add(view, QStringLiteral("nextTabAction"), tr("Select Next Tab"),
+      {QKeySequence(QStringLiteral("Ctrl+Tab")), QKeySequence(QStringLiteral("Ctrl+PgDown"))},
+      [this] { selectNextTab(); });
+  add(view, QStringLiteral("previousTabAction"), tr("Select Previous Tab"),
+      // Shift+Tab arrives as Backtab from most keyboards.
+      {QKeySequence(QStringLiteral("Ctrl+Shift+Tab")), QKeySequence(QStringLiteral("Ctrl+Shift+Backtab")),
+       QKeySequence(QStringLiteral("Ctrl+PgUp"))},
+      [this] { selectPreviousTab(); });
+}
+
+QAction* JelvMainWindow::action(const QString& objectName) const { return findChild<QAction*>(objectName); }
+
+int JelvMainWindow::tabCount() const { return tabs_->count(); }
+
+JelvWindowController* JelvMainWindow::tab(int index) const {
+  return qobject_cast<JelvWindowController*>(tabs_->widget(index));
+}
+
+JelvWindowController* JelvMainWindow::currentTab() const {
+  return qobject_cast<JelvWindowController*>(tabs_->currentWidget());
+}
+
+void JelvMainWindow::addTab(JelvWindowController* tab, bool select) {
+  const int index = tabs_->addTab(tab, tab->title());
+  tabs_->setTabToolTip(index, tab->toolTip());
+  connect(tab, &JelvWindowController::titleChanged, this, [this, tab] {
+    const int at = tabs_->indexOf(tab);
+    if (at < 0) return;
+    tabs_->setTabText(at, tab->title());
+    tabs_->setTabToolTip(at, tab->toolTip());
+    updateTitle();
+    Q_EMIT tabsChanged();
+  });
+  connect(tab, &JelvWindowController::openRepositoryRequested, this,
+          [this](const QString& path) { documents_.openRepository(path, this); });
+  connect(tab, &JelvWindowController::openDocumentRequested, this, [this] { documents_.openDocument(this); });
+  if (select) tabs_->setCurrentIndex(index);
+  updateTitle();
+  Q_EMIT tabsChanged();
+}
+
+void JelvMainWindow::selectTab(JelvWindowController* tab) {
+  const int index = tabs_->indexOf(tab);
+  if (index >= 0) tabs_->setCurrentIndex(index);
+}
+
+void JelvMainWindow::closeTabAt(int index) {
+  if (auto* controller = tab(index)) closeTab(controller);
+}
+
+void JelvMainWindow::closeTab(JelvWindowController* tab, bool closeEmptyWindow) {
+  const int index = tabs_->indexOf(tab);
+  if (index < 0) return;
+  tab->closeTab();
+  tabs_->removeTab(index);
+  tab->hide();
+  tab->deleteLater();
+  updateTitle();
+  Q_EMIT tabsChanged();
+  if (closeEmptyWindow && tabs_->count() == 0) close();
+}
+
+void JelvMainWindow::selectNextTab() {
+  if (tabs_->count() > 1) tabs_->setCurrentIndex((tabs_->currentIndex() + 1) % tabs_->count());
+}
+
+void JelvMainWindow::selectPreviousTab() {
+  if (tabs_->count() > 1) tabs_->setCurrentIndex((tabs_->currentIndex() + tabs_->count() - 1) % tabs_->count());
+}
+
+WindowSession JelvMainWindow::session() const {
+  WindowSession session;
+  session.geometry = saveGeometry();
+  for (int i = 0; i < tabs_->count(); ++i) session.tabs.push_back(tab(i)->session());
+  session.currentTab = std::max(0, tabs_->currentIndex());
+  return session;
+}
+
+void JelvMainWindow::updateTitle() {
+  const JelvWindowController* front = currentTab();
+  setWindowTitle(front ? front->title() + QStringLiteral(" — Jelv") : QStringLiteral("Jelv"));
+}
+
+void JelvMainWindow::closeEvent(QCloseEvent* event) {
+  // Every tab's jobs stop with the window.
+  while (tabs_->count() > 0) closeTab(tab(0), false);
+  QMainWindow::closeEvent(event);
+  Q_EMIT closed();
+}
+
+void JelvMainWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) Q_EMIT activated();
+  QMainWindow::changeEvent(event);
+}

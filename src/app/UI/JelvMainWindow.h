@@ -1,0 +1,54 @@
+#pragma once
+// A window of tabs, each tab a JelvWindowController. The title follows the tab in
+// front; closing the last tab closes the window. The menus call the document
+// controller, which knows all windows.
+#include <QMainWindow>
+
+#include "Models/WindowSession.h"
+
+class JelvDocumentController;
+class JelvWindowController;
+class QAction;
+class QTabWidget;
+
+class JelvMainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit JelvMainWindow(JelvDocumentController& documents, QWidget* parent = nullptr);
+  ~JelvMainWindow() override;
+
+  QTabWidget* tabWidget() const { return tabs_; }
+  int tabCount() const;
+  JelvWindowController* tab(int index) const;
+  JelvWindowController* currentTab() const;
+  void addTab(JelvWindowController* tab, bool select = true);
+  void selectTab(JelvWindowController* tab);
+  // Cancels the tab's jobs and drops it. The user's close of the last tab closes the
+  // window; otherwise the window stays, even empty, for the caller to fill.
+  void closeTab(JelvWindowController* tab, bool closeEmptyWindow = true);
+  void selectNextTab();
+  void selectPreviousTab();
+
+  WindowSession session() const;
+  QAction* action(const QString& objectName) const;
+
+ Q_SIGNALS:
+  // A tab came, went, moved, changed its title, or another one came to the front.
+  void tabsChanged();
+  void activated();
+  // The window closed; it is deleted later.
+  void closed();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void buildMenus();
+  void updateTitle();
+  void closeTabAt(int index);
+
+  JelvDocumentController& documents_;
+  QTabWidget* tabs_;
+};

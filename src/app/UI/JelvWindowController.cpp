@@ -1,0 +1,142 @@
+#include "UI/JelvWindowController.h"
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QDir>
+#include <QLabel>
+#include <QStyle>
+#include <QToolBar>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
+#include "Jobs/JobQueue.h"
+#include "Models/AppSettings.h"
+#include "Services/Preferences.h"
+#include "UI/RepositoryManagerPlaceholder.h"
+
+namespace {
+JelvWindowController::RepositoryManagerFactory& managerFactory() {
+  static JelvWindowController::RepositoryManagerFactory factory = [](QWidget* parent) -> QWidget* {
+    return new RepositoryManagerPlaceholder(parent);
+  };
+  return factory;
+}
+}  // namespace
+
+void JelvWindowController::setRepositoryManagerFactory(RepositoryManagerFactory factory) {
+  managerFactory() = std::move(factory);
+}
+
+JelvWindowController::JelvWindowController(Kind kind, QWidget* parent)
+    : QWidget(parent), jobQueue_(std::make_shared<JobQueue>()), kind_(kind) {
+  layout_ = new QVBoxLayout(this);
+  layout_->setContentsMargins(0, 0, 0, 0);
+  layout_->setSpacing(0);
+}
+
+JelvWindowController* JelvWindowController::newRepositoryManager(QWidget* parent) {
+  auto* tab = new JelvWindowController(Kind::repositoryManager, parent);
+  tab->title_ = tr("Repositories");
+  tab->repositoryManagerController_ = managerFactory()(tab);
+  tab->layout_->addWidget(tab->repositoryManagerController_);
+  // Connected by name: the manager view is built apart from the shell.
+  QWidget* manager = tab->repositoryManagerController_;
+  if (manager->metaObject()->indexOfSignal("openRepositoryRequested(QString)") >= 0) {
+    connect(manager, SIGNAL(openRepositoryRequested(QString)), tab, SLOT(forwardOpenRepository(QString)));
+  }
+  if (manager->metaObject()->indexOfSignal("openDocumentRequested()") >= 0) {
+    connect(manager, SIGNAL(openDocumentRequested()), tab, SLOT(forwardOpenDocument()));
+  }
+  return tab;
+}
+
+JelvWindowController* JelvWindowController::opening(const QString& path, QWidget* parent) {
+  auto* tab = new JelvWindowController(Kind::opening, parent);
+  tab->path_ = path;
+  const QString name = QDir(path).dirName();
+  tab->title_ = name.isEmpty() ? path : name;
+  tab->openingLabel_ = new QLabel(tr("Opening %1…").arg(path), tab);
+  tab->openingLabel_->setAlignment(Qt::AlignCenter);
+  tab->layout_->addWidget(tab->openingLabel_);
+  return tab;
+}
+
+JelvWindowController::~JelvWindowController() {
+  // The view's jobs hold the queue too; cancel before the widgets go.
+  jobQueue_->cancelAllTasks();
+}
+
+void JelvWindowController::closeTab() { jobQueue_->cancelAllTasks(); }
+
+void JelvWindowController::showRepository(const GitModule& module, AppSettings& registry) {
+  if (kind_ != Kind::opening) return;
+  kind_ = Kind::repository;
+  module_ = module;
+  registry_ = &registry;
+  path_ = module.repositoryPath;
+  delete openingLabel_;
+  openingLabel_ = nullptr;
+  buildToolbar();
+  repositoryController_ = new RepositoryView(module, jobQueue_, this);
+  layout_->addWidget(repositoryController_, 1);
+  updateTitle();
+}
+
+void JelvWindowController::buildToolbar() {
+  toolbar_ = new QToolBar(this);
+  toolbar_->setObjectName(QStringLiteral("repositoryToolbar"));
+  toolbar_->setMovable(false);
+  toolbar_->setIconSize(QSize(18, 18));
+  toolbar_->setToolButtonStyle(Preferences::shared().useOldToolbarStyleWithLabels() ? Qt::ToolButtonTextUnderIcon
+                                                                                   : Qt::ToolButtonTextBesideIcon);
+  // Only what the repository tab can already do; further operations join as they exist.
+  auto add = [this](const QString& name, const QString& text, QStyle::StandardPixmap icon, const QString& tip,
+                    auto slot) {
+    QAction* action = toolbar_->addAction(style()->standardIcon(icon), text);
+    action->setObjectName(name);
+    action->setToolTip(tip);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+  };
+  add(QStringLiteral("refreshAction"), tr("Refresh"), QStyle::SP_BrowserReload, tr("Read the repository again (Ctrl+R)"),
+      [this] { repositoryController_->refresh(); });
+  toolbar_->addSeparator();
+  add(QStringLiteral("localChangesAction"), tr("Local Changes"), QStyle::SP_FileDialogDetailedView,
+      tr("Show the working tree's changes"), [this] {
+        repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->localChangesItem());
+      });
+  add(QStringLiteral("historyAction"), tr("History"), QStyle::SP_FileDialogListView, tr("Show all commits"), [this] {
+    repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->allCommitsItem());
+  });
+  toolbar_->addSeparator();
+  add(QStringLiteral("showInFolderAction"), tr("Show in Folder"), QStyle::SP_DirOpenIcon,
+      tr("Open the working tree in the file manager"),
+      [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(path_)); });
+  add(QStringLiteral("activityAction"), tr("Activity"), QStyle::SP_FileDialogInfoView,
+      tr("Show the running and finished operations of this tab"),
+      [this] { repositoryController_->showActivityManager(); });
+  layout_->addWidget(toolbar_);
+}
+
+QString JelvWindowController::repositoryPath() const { return path_; }
+
+QString JelvWindowController::toolTip() const { return kind_ == Kind::repositoryManager ? title_ : path_; }
+
+TabSession JelvWindowController::session() const {
+  if (kind_ == Kind::repositoryManager) return {TabSession::Kind::repositoryManager, {}};
+  return {TabSession::Kind::repository, path_};
+}
+
+void JelvWindowController::updateTitle() {
+  if (kind_ != Kind::repository || !module_ || !registry_) return;
+  const QString name = registry_->getRepositoryInfo(*module_).name;
+  if (name == title_) return;
+  title_ = name;
+  Q_EMIT titleChanged();
+}
+
+void JelvWindowController::forwardOpenRepository(const QString& path) { Q_EMIT openRepositoryRequested(path); }
+
+void JelvWindowController::forwardOpenDocument() { Q_EMIT openDocumentRequested(); }

@@ -1,0 +1,81 @@
+#pragma once
+// One tab: its own job queue and either the repository manager or one repository.
+// A repository tab starts as "opening" while its folder is checked off the main thread
+// and then shows the repository with its toolbar. Closing the tab cancels its jobs.
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "Models/GitModule.h"
+#include "Models/WindowSession.h"
+
+class AppSettings;
+class JobQueue;
+class RepositoryView;
+class QAction;
+class QLabel;
+class QToolBar;
+class QVBoxLayout;
+
+class JelvWindowController : public QWidget {
+  Q_OBJECT
+
+ public:
+  enum class Kind { repositoryManager, opening, repository };
+
+  // Makes the widget of a repository-manager tab. It should have a signal
+  // openRepositoryRequested(QString) and may have openDocumentRequested(); both are
+  // connected by name, so any view with them fits.
+  using RepositoryManagerFactory = std::function<QWidget*(QWidget* parent)>;
+  static void setRepositoryManagerFactory(RepositoryManagerFactory factory);
+
+  static JelvWindowController* newRepositoryManager(QWidget* parent = nullptr);
+  static JelvWindowController* opening(const QString& path, QWidget* parent = nullptr);
+  ~JelvWindowController() override;
+
+  // Turns an opening tab into the repository's tab, named as the registry names it.
+  void showRepository(const GitModule& module, AppSettings& registry);
+  // Ends the tab's work: cancels every job of its queue. The tab may still be deleted later.
+  void closeTab();
+
+  Kind kind() const { return kind_; }
+  QString title() const { return title_; }
+  QString toolTip() const;
+  // The path the tab was opened with (opening) or the repository's path.
+  QString repositoryPath() const;
+  std::optional<GitModule> gitModule() const { return module_; }
+  const std::shared_ptr<JobQueue>& jobQueue() const { return jobQueue_; }
+  RepositoryView* repositoryController() const { return repositoryController_; }
+  QWidget* repositoryManagerController() const { return repositoryManagerController_; }
+  QToolBar* toolbar() const { return toolbar_; }
+  TabSession session() const;
+
+  // Reads the tab's name from the registry again (after a rename there).
+  void updateTitle();
+
+ Q_SIGNALS:
+  void titleChanged();
+  void openRepositoryRequested(const QString& path);
+  void openDocumentRequested();
+
+ private Q_SLOTS:
+  void forwardOpenRepository(const QString& path);
+  void forwardOpenDocument();
+
+ private:
+  JelvWindowController(Kind kind, QWidget* parent);
+  void buildToolbar();
+
+  const std::shared_ptr<JobQueue> jobQueue_;
+  Kind kind_;
+  QString path_;
+  QString title_;
+  std::optional<GitModule> module_;
+  AppSettings* registry_ = nullptr;
+  QVBoxLayout* layout_ = nullptr;
+  QWidget* repositoryManagerController_ = nullptr;
+  RepositoryView* repositoryController_ = nullptr;
+  QLabel* openingLabel_ = nullptr;
+  QToolBar* toolbar_ = nullptr;
+};

@@ -1,0 +1,177 @@
+#include <QAction>
+#include <QMessageBox>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QThread>
+#include <QToolBar>
+
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controls/ChangedFilesView.h"
+#include "Jobs/Job.h"
+#include "Jobs/JobQueue.h"
+#include "Models/RepositoryValidation.h"
+#include "Services/PreferencesNotifier.h"
+#include "ShellTestSupport.h"
+#include "UI/JelvMainWindow.h"
+#include "UI/JelvWindowController.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+// A job that runs until it is canceled (or ten seconds pass).
+std::shared_ptr<Job> scheduleWaitingJob(JobQueue& queue) {
+  auto job = Job::make(QStringLiteral("Wait"), Job::Show::none(), Job::ProgressType::infinite, [](JobProgress& progress) {
+    for (int i = 0; i < 1000 && !progress.isCanceled(); ++i) QThread::msleep(10);
+  });
+  queue.schedule(job);
+  return job;
+}
+
+QStringList tabTitles(const JelvMainWindow& window) {
+  QStringList titles;
+  for (int i = 0; i < window.tabCount(); ++i) titles << window.tabWidget()->tabText(i);
+  return titles;
+}
+
+}  // namespace
+
+using DocumentController = ShellTest;
+
+TEST_F(DocumentController, OpensRepositoriesInTabsAndBringsAnOpenOneToTheFront) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  alpha.commitFile(QStringLiteral("src/a.txt"), "a\n", QStringLiteral("Initial"));
+  TempRepository beta(true, QStringLiteral("beta"));
+  JelvDocumentController documents(registry(), preferences());
+
+  documents.openRepository(alpha.path());
+  documents.openRepository(QStringLiteral("file://") + beta.path());
+  ASSERT_TRUE(settle(documents));
+  ASSERT_EQ(documents.windows().size(), 1);
+  JelvMainWindow* window = documents.windows().first();
+  EXPECT_EQ(tabTitles(*window), (QStringList{"alpha", "beta"}));
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("beta — Jelv"));
+  EXPECT_EQ(window->tab(0)->kind(), JelvWindowController::Kind::repository);
+  EXPECT_TRUE(registry().repositoryItemExists(alpha.path()));
+  EXPECT_TRUE(registry().repositoryItemExists(beta.path()));
+
+  // A sub-folder of alpha, or alpha again, fronts alpha's tab instead of a new one.
+  documents.openRepository(alpha.path() + QStringLiteral("/src"));
+  ASSERT_TRUE(settle(documents));
+  EXPECT_EQ(window->tabCount(), 2);
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("alpha — Jelv"));
+  window->tabWidget()->setCurrentIndex(1);
+  documents.openRepository(alpha.path());
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+
+  // A rename in the registry reaches the tab and the window title.
+  for (const auto& record : registry().getRepositories()) {
+    if (record->repositoryPath == alpha.path()) registry().renameRepository(record->id, QStringLiteral("Alpha Renamed"));
+  }
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryInfoChanged);
+  EXPECT_EQ(window->tabWidget()->tabText(0), QStringLiteral("Alpha Renamed"));
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Alpha Renamed — Jelv"));
+}
+
+TEST_F(DocumentController, ARefusedFolderIsReportedAndLeavesNoTabBehind) {
+  const QString plain = folder(QStringLiteral("not-a-repository"));
+  JelvDocumentController documents(registry(), preferences());
+  QSignalSpy failed(&documents, &JelvDocumentController::openFailed);
+
+  documents.openRepository(plain);
+  ASSERT_TRUE(settle(documents));
+  ASSERT_EQ(failed.size(), 1);
+  const QString expected = RepositoryValidation::openFailureText(RepositoryRefusal::notARepository, plain);
+  EXPECT_EQ(failed.at(0).at(0).toString(), expected);
+  // The window that was opened for it shows the repository manager rather than nothing.
+  ASSERT_EQ(documents.windows().size(), 1);
+  JelvMainWindow* window = documents.windows().first();
+  ASSERT_EQ(window->tabCount(), 1);
+  EXPECT_EQ(window->tab(0)->kind(), JelvWindowController::Kind::repositoryManager);
+  auto* alert = window->findChild<QMessageBox*>();
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->text(), expected);
+  EXPECT_FALSE(registry().repositoryItemExists(plain));
+}
+
+TEST_F(DocumentController, ClosingATabCancelsItsJobsOnly) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  TempRepository beta(true, QStringLiteral("beta"));
+  JelvDocumentController documents(registry(), preferences());
+  documents.openRepository(alpha.path());
+  documents.openRepository(beta.path());
+  ASSERT_TRUE(settle(documents));
+  JelvMainWindow* window = documents.windows().first();
+  ASSERT_EQ(window->tabCount(), 2);
+
+  auto closing = scheduleWaitingJob(*window->tab(1)->jobQueue());
+  auto staying = scheduleWaitingJob(*window->tab(0)->jobQueue());
+  window->action(QStringLiteral("closeTabAction"))->trigger();  // beta is in front
+  EXPECT_TRUE(QTest::qWaitFor([&] { return closing->progress().isCanceled(); }, 5000));
+  EXPECT_FALSE(staying->progress().isCanceled());
+  EXPECT_EQ(tabTitles(*window), QStringList{"alpha"});
+  staying->progress().cancel();
+
+  // Closing the last tab closes the window, and with it the last window.
+  QSignalSpy last(&documents, &JelvDocumentController::lastWindowClosed);
+  window->action(QStringLiteral("closeTabAction"))->trigger();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(last.size(), 1);
+  EXPECT_TRUE(documents.windows().isEmpty());
+}
+
+TEST_F(DocumentController, KeyboardWalksTheTabsAndTheTitleFollows) {
+  JelvDocumentController documents(registry(), preferences());
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  documents.openRepository(alpha.path());
+  ASSERT_TRUE(settle(documents));
+  JelvMainWindow* window = documents.windows().first();
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+
+  QTest::keyClick(window, Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(tabTitles(*window), (QStringList{"alpha", "Repositories"}));
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Repositories — Jelv"));
+  QTest::keyClick(window, Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("alpha — Jelv"));
+  QTest::keyClick(window, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Repositories — Jelv"));
+  QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+  EXPECT_EQ(tabTitles(*window), QStringList{"alpha"});
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("alpha — Jelv"));
+}
+
+TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  alpha.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Initial"));
+  alpha.writeFile(QStringLiteral("a.txt"), "changed\n");
+  JelvDocumentController documents(registry(), preferences());
+  QSignalSpy opened(&documents, &JelvDocumentController::repositoryOpened);
+  documents.openRepository(alpha.path());
+  ASSERT_TRUE(opened.wait(20000));
+  JelvWindowController* tab = documents.windows().first()->tab(0);
+  RepositoryView* view = tab->repositoryController();
+  ASSERT_TRUE(view);
+  QSignalSpy loaded(view, &RepositoryView::snapshotLoaded);
+  ASSERT_TRUE(loaded.wait(20000));
+
+  ASSERT_TRUE(tab->toolbar());
+  QStringList visible;
+  for (QAction* action : tab->toolbar()->actions()) {
+    if (action->isVisible() && !action->isSeparator()) visible << action->objectName();
+  }
+  EXPECT_EQ(visible, (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
+                                  "activityAction"}));
+
+  tab->findChild<QAction*>(QStringLiteral("localChangesAction"))->trigger();
+  EXPECT_TRUE(view->localChanges()->isVisible());
+  ASSERT_EQ(view->localChanges()->files().size(), 1u);
+  tab->findChild<QAction*>(QStringLiteral("historyAction"))->trigger();
+  EXPECT_FALSE(view->localChanges()->isVisible());
+
+  // Refresh reads the repository again: a new file shows up among the local changes.
+  alpha.writeFile(QStringLiteral("b.txt"), "new\n");
+  tab->findChild<QAction*>(QStringLiteral("refreshAction"))->trigger();
+  ASSERT_TRUE(loaded.wait(20000));
+  EXPECT_EQ(view->localChanges()->files().size(), 2u);
+}

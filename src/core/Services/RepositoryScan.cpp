@@ -4,6 +4,7 @@
 #include <QThread>
 #include <QThreadPool>
 #include <algorithm>
+#include <mutex>
 #include <filesystem>
 #include <system_error>
 
@@ -45,7 +46,7 @@ void RepositoryScan::findGitRepositories(const QString& folder, QStringList& res
   for (const QString& directory : walk) findGitRepositories(directory, result, level - 1);
 }
 
-int RepositoryScan::rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder) {
+int RepositoryScan::rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder, const Progress& progress) {
   if (!sourceFolder || sourceFolder->trimmed().isEmpty()) return 0;
   const QString folder = QDir::cleanPath(sourceFolder->trimmed());
   settings.deleteAllRepositories();
@@ -57,11 +58,18 @@ int RepositoryScan::rescanRepositories(AppSettings& settings, const std::optiona
   // made one by one afterwards, in the order found: two repositories of the same new
   // folder must not both create its category.
   std::vector<char> valid(size_t(found.size()), 0);  // not vector<bool>: written from several threads
+  const int total = int(found.size());
+  int done = 0;
+  std::mutex progressLock;  // so that the counts are reported in order
+  if (progress) progress(0, total);
   QThreadPool pool;
   pool.setMaxThreadCount(std::max(2, QThread::idealThreadCount() * 2));
   for (qsizetype i = 0; i < found.size(); ++i) {
-    pool.start([&valid, &found, i] {
+    pool.start([&valid, &found, &done, &progressLock, &progress, total, i] {
       valid[size_t(i)] = std::holds_alternative<GitModule>(RepositoryValidation::validate(found[i]));
+      const std::lock_guard<std::mutex> guard(progressLock);
+      ++done;
+      if (progress) progress(done, total);
     });
   }
   pool.waitForDone();

@@ -3,6 +3,7 @@
 // the rescan of the user's source folder, and the addition of paths by hand.
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -20,8 +21,11 @@ struct RepositoryScan {
 
   // Empties the registry's repositories (categories stay) and fills it again from the
   // folder. Runs git for each repository found: call it off the main thread. Gives the
-  // number of repositories added.
-  static int rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder);
+  // number of repositories added. `progress` hears (validated, found) from worker threads
+  // while the repositories found are checked.
+  using Progress = std::function<void(int done, int total)>;
+  static int rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder,
+                                const Progress& progress = {});
 
   struct Refused {
     QString path;

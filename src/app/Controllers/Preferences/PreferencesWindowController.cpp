@@ -1,0 +1,302 @@
+#include "Controllers/Preferences/PreferencesWindowController.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFontComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QShowEvent>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QThreadPool>
+#include <QVBoxLayout>
+
+#include "Controllers/Preferences/PreferenceControls.h"
+#include "Controls/GitOutputView.h"
+#include "Services/Preferences.h"
+#include "Services/RepositoryRescanner.h"
+#include "UI/Appearance.h"
+
+namespace {
+using Notification = PreferencesNotifier::Notification;
+
+QFormLayout* form(QWidget* page) {
+  auto* layout = new QFormLayout(page);
+  layout->setContentsMargins(20, 16, 20, 16);
+  layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  layout->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  layout->setVerticalSpacing(10);
+  return layout;
+}
+
+QLabel* note(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setWordWrap(true);
+  label->setEnabled(false);  // the quieter text colour
+  return label;
+}
+}  // namespace
+
+PreferencesWindowController::PreferencesWindowController(AppSettings& settings, QWidget* parent)
+    : QWidget(parent, Qt::Window), settings_(settings) {
+  setWindowTitle(tr("Preferences"));
+  controls_ = new PreferenceControls(this);
+  tabs_ = new QTabWidget(this);
+  tabs_->addTab(makeGeneralPage(), tr("General"));
+  tabs_->addTab(makeCommitListPage(), tr("Commit List"));
+  tabs_->addTab(makeDiffPage(), tr("Diff"));
+  tabs_->addTab(makeStatusPage(), tr("Status Updates"));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(8, 8, 8, 8);
+  layout->addWidget(tabs_);
+  resize(620, 440);
+
+  auto* close = new QShortcut(QKeySequence::Close, this);
+  connect(close, &QShortcut::activated, this, &QWidget::close);
+  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escape, &QShortcut::activated, this, &QWidget::close);
+
+  auto& rescanner = RepositoryRescanner::shared();
+  connect(&rescanner, &RepositoryRescanner::started, this, [this] {
+    rescanButton_->setEnabled(false);
+    rescanStatus_->setText(tr("Looking for repositories…"));
+  });
+  connect(&rescanner, &RepositoryRescanner::progressChanged, this, [this](int done, int total) {
+    if (total > 0) rescanStatus_->setText(tr("Checking repositories: %1 of %2").arg(done).arg(total));
+  });
+  connect(&rescanner, &RepositoryRescanner::finished, this, [this](int added) {
+    rescanButton_->setEnabled(!sourceFolder_->text().isEmpty());
+    rescanStatus_->setText(tr("Found %n repositories.", nullptr, added));
+  });
+  reload();
+}
+
+PreferencesWindowController* PreferencesWindowController::showWindow(AppSettings& settings) {
+  static QPointer<PreferencesWindowController> window;
+  if (!window) {
+    window = new PreferencesWindowController(settings);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+  }
+  window->show();
+  window->raise();
+  window->activateWindow();
+  return window;
+}
+
+QWidget* PreferencesWindowController::makeGeneralPage() {
+  auto* page = new QWidget(this);
+  QFormLayout* layout = form(page);
+
+  sourceFolder_ = new QLineEdit(page);
+  sourceFolder_->setObjectName(QStringLiteral("defaultSourceFolder"));
+  sourceFolder_->setReadOnly(true);
+  sourceFolder_->setPlaceholderText(tr("Not set"));
+  auto* choose = new QPushButton(tr("Choose…"), page);
+  connect(choose, &QPushButton::clicked, this, [this] {
+    const QString start = sourceFolder_->text().isEmpty() ? QDir::homePath() : sourceFolder_->text();
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Source Folder"), start);
+    if (!folder.isEmpty()) setSourceFolder(folder);
+  });
+  auto* folderRow = new QHBoxLayout;
+  folderRow->addWidget(sourceFolder_, 1);
+  folderRow->addWidget(choose);
+  layout->addRow(tr("Source folder:"), folderRow);
+
+  rescanButton_ = new QPushButton(tr("Rescan Repositories"), page);
+  rescanButton_->setObjectName(QStringLiteral("rescan"));
+  rescanStatus_ = note({}, page);
+  connect(rescanButton_, &QPushButton::clicked, this, [this] { RepositoryRescanner::shared().start(settings_); });
+  auto* rescanRow = new QHBoxLayout;
+  rescanRow->addWidget(rescanButton_);
+  rescanRow->addWidget(rescanStatus_, 1);
+  layout->addRow(QString(), rescanRow);
+  layout->addRow(QString(), note(tr("A rescan lists the repositories in the source folder anew, with a category per "
+                                    "sub-folder. Categories stay; names and colour tags of the listed repositories "
+                                    "are reset."),
+                                 page));
+
+  gitInstance_ = new QComboBox(page);
+  gitInstance_->setObjectName(QStringLiteral("gitInstanceType"));
+  gitInstance_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  gitStatus_ = note({}, page);
+  connect(gitInstance_, &QComboBox::activated, this, &PreferencesWindowController::gitInstanceChosen);
+  layout->addRow(tr("Git:"), gitInstance_);
+  layout->addRow(QString(), gitStatus_);
+
+  auto* appearance = new QComboBox(page);
+  appearance->addItems({tr("System"), tr("Light"), tr("Dark")});
+  controls_->bind(appearance, QStringLiteral("appearance"), std::nullopt);
+  connect(appearance, &QComboBox::currentIndexChanged, this, [this](int index) {
+    if (controls_->isLoading()) return;
+    if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance()); app && index >= 0) Appearance::apply(*app, index);
+  });
+  layout->addRow(tr("Appearance:"), appearance);
+  return page;
+}
+
+QWidget* PreferencesWindowController::makeCommitListPage() {
+  auto* page = new QWidget(this);
+  QFormLayout* layout = form(page);
+  auto* order = new QComboBox(page);
+  order->addItems({tr("Topological (no parent before its children)"), tr("By commit date")});
+  controls_->bind(order, QStringLiteral("useTopologicalCommitOrder"), Notification::revisionOrderingChanged, true);
+  layout->addRow(tr("Order:"), order);
+
+  auto* maxCount = new QSpinBox(page);
+  maxCount->setRange(100, 10'000'000);
+  maxCount->setSingleStep(1000);
+  maxCount->setGroupSeparatorShown(true);
+  controls_->bind(maxCount, QStringLiteral("maxCommitCount"), Notification::revisionOrderingChanged);
+  layout->addRow(tr("Load at most:"), maxCount);
+  layout->addRow(QString(), note(tr("commits. Larger histories show their newest commits only."), page));
+  return page;
+}
+
+QWidget* PreferencesWindowController::makeDiffPage() {
+  auto* page = new QWidget(this);
+  QFormLayout* layout = form(page);
+  auto* context = new QSpinBox(page);
+  context->setRange(0, 1000);
+  context->setSuffix(tr(" lines"));
+  controls_->bind(context, QStringLiteral("contextSize"), Notification::diffContextSizeChanged);
+  layout->addRow(tr("Context:"), context);
+
+  auto* entireFile = new QCheckBox(tr("Show the entire file"), page);
+  controls_->bind(entireFile, QStringLiteral("diffShowEntireFile"), Notification::diffContextSizeChanged);
+  connect(entireFile, &QCheckBox::toggled, context, [context](bool on) { context->setEnabled(!on); });
+  controls_->onReload([context, entireFile] { context->setEnabled(!entireFile->isChecked()); });
+  layout->addRow(QString(), entireFile);
+
+  auto* whitespace = new QCheckBox(tr("Ignore white space"), page);
+  controls_->bind(whitespace, QStringLiteral("diffIgnoreWhitespaces"), Notification::diffIgnoreWhitespacesChanged);
+  layout->addRow(QString(), whitespace);
+  auto* wrap = new QCheckBox(tr("Wrap long lines"), page);
+  controls_->bind(wrap, QStringLiteral("diffWordWrapKey"), Notification::diffTextViewWordWrapChanged);
+  layout->addRow(QString(), wrap);
+  auto* hidden = new QCheckBox(tr("Show hidden symbols"), page);
+  controls_->bind(hidden, QStringLiteral("diffShowHiddenSymbols"), Notification::diffShowHiddenSymbolsChanged);
+  layout->addRow(QString(), hidden);
+
+  fontFamily_ = new QFontComboBox(page);
+  fontFamily_->setObjectName(QStringLiteral("diffFontName"));
+  fontFamily_->setFontFilters(QFontComboBox::MonospacedFonts);
+  fontSize_ = new QSpinBox(page);
+  fontSize_->setObjectName(QStringLiteral("diffFontSize"));
+  fontSize_->setRange(6, 72);
+  fontSize_->setSuffix(tr(" pt"));
+  fontSize_->setKeyboardTracking(false);
+  connect(fontFamily_, &QFontComboBox::currentFontChanged, this, &PreferencesWindowController::fontChanged);
+  connect(fontSize_, &QSpinBox::valueChanged, this, &PreferencesWindowController::fontChanged);
+  auto* fontRow = new QHBoxLayout;
+  fontRow->addWidget(fontFamily_, 1);
+  fontRow->addWidget(fontSize_);
+  layout->addRow(tr("Font:"), fontRow);
+  return page;
+}
+
+QWidget* PreferencesWindowController::makeStatusPage() {
+  auto* page = new QWidget(this);
+  QFormLayout* layout = form(page);
+  auto* enabled = new QCheckBox(tr("Update the status of listed repositories automatically"), page);
+  controls_->bind(enabled, QStringLiteral("disableAutomaticStatusUpdate"), Notification::updateRepoStatusAutomaticallyChanged, true);
+  layout->addRow(enabled);
+  auto* interval = new QSpinBox(page);
+  interval->setRange(5, 24 * 60 * 60);
+  interval->setSuffix(tr(" seconds"));
+  controls_->bind(interval, QStringLiteral("automaticStatusUpdateInterval"), Notification::updateRepoStatusAutomaticallyChanged);
+  connect(enabled, &QCheckBox::toggled, interval, &QWidget::setEnabled);
+  controls_->onReload([interval, enabled] { interval->setEnabled(enabled->isChecked()); });
+  layout->addRow(tr("Every:"), interval);
+  return page;
+}
+
+void PreferencesWindowController::reload() {
+  controls_->reload();
+  sourceFolder_->setText(QDir::toNativeSeparators(Preferences::shared().defaultSourceFolder().value_or(QString())));
+  rescanButton_->setEnabled(!sourceFolder_->text().isEmpty() && !RepositoryRescanner::shared().isRunning());
+  loadFont();
+  loadGitInstances();
+}
+
+void PreferencesWindowController::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  // Another window may have changed a key since this one was made.
+  if (!event->spontaneous()) controls_->reload();
+}
+
+void PreferencesWindowController::setSourceFolder(const QString& folder) {
+  Preferences::shared().setDefaultSourceFolder(QDir::cleanPath(folder));
+  sourceFolder_->setText(QDir::toNativeSeparators(QDir::cleanPath(folder)));
+  rescanButton_->setEnabled(!RepositoryRescanner::shared().isRunning());
+}
+
+void PreferencesWindowController::loadGitInstances() {
+  gitStatus_->setText(tr("Reading the versions of the Git instances…"));
+  const int generation = ++gitLoadGeneration_;
+  QString custom = Preferences::shared().string(QStringLiteral("customGitInstancePath"));
+  std::optional<QString> customPath = custom.isEmpty() ? std::nullopt : std::optional<QString>(custom);
+  QPointer<PreferencesWindowController> self(this);
+  QThreadPool::globalInstance()->start([self, generation, customPath] {
+    auto entries = GitInstanceVersions::read(customPath);
+    QMetaObject::invokeMethod(
+        qApp,
+        [self, generation, entries = std::move(entries)] {
+          if (self && generation == self->gitLoadGeneration_) self->showGitInstances(entries);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void PreferencesWindowController::showGitInstances(const std::vector<GitInstanceVersions::Entry>& entries) {
+  gitEntries_ = entries;
+  const GitInstanceType current = Preferences::shared().gitInstance();
+  loadingGit_ = true;
+  gitInstance_->clear();
+  int selected = -1;
+  for (size_t i = 0; i < entries.size(); ++i) {
+    gitInstance_->addItem(GitInstanceVersions::title(entries[i]));
+    if (entries[i].instance == current) selected = int(i);
+  }
+  gitInstance_->addItem(tr("Other…"));
+  gitInstance_->setCurrentIndex(selected);
+  loadingGit_ = false;
+  gitStatus_->setText(selected < 0 ? tr("The selected Git (%1) does not answer.").arg(current.launchPath()) : QString());
+  Q_EMIT gitInstancesLoaded();
+}
+
+void PreferencesWindowController::gitInstanceChosen(int index) {
+  if (loadingGit_ || index < 0) return;
+  if (index < int(gitEntries_.size())) {
+    Preferences::shared().setGitInstance(gitEntries_[size_t(index)].instance);
+    return;
+  }
+  chooseCustomGitInstance();
+}
+
+void PreferencesWindowController::chooseCustomGitInstance() {
+  const QString path = QFileDialog::getOpenFileName(this, tr("Choose a Git Executable"), QStringLiteral("/usr/local/bin"));
+  if (!path.isEmpty()) Preferences::shared().setGitInstance(GitInstanceType::custom(path));
+  loadGitInstances();  // also puts the selection back after a cancel
+}
+
+void PreferencesWindowController::loadFont() {
+  loadingFont_ = true;
+  const QFont font = GitOutputView::codeFont();
+  fontFamily_->setCurrentFont(font);
+  fontSize_->setValue(font.pointSize() > 0 ? font.pointSize() : 10);
+  loadingFont_ = false;
+}
+
+void PreferencesWindowController::fontChanged() {
+  if (loadingFont_) return;
+  Preferences::shared().setDiffFont(fontFamily_->currentFont().family(), fontSize_->value());
+  PreferencesNotifier::shared().post(Notification::diffTextViewFontChanged);
+}

@@ -1,0 +1,49 @@
+#include "Controllers/RepositoryManager/RepositoryColorTags.h"
+
+#include <QPainter>
+#include <QPixmap>
+#include <array>
+
+namespace {
+struct Tag {
+  const char* name;
+  QRgb rgb;
+};
+// Mid-tone colours that read on light and dark backgrounds alike.
+constexpr std::array<Tag, 7> tags{{
+    {"Red", 0xe5484d},
+    {"Orange", 0xf76b15},
+    {"Yellow", 0xe2a336},
+    {"Green", 0x30a46c},
+    {"Blue", 0x0090ff},
+    {"Purple", 0x8e4ec6},
+    {"Grey", 0x8b8d98},
+}};
+}  // namespace
+
+namespace RepositoryColorTags {
+
+int count() { return int(tags.size()); }
+
+bool isValid(std::optional<int> index) { return index && *index >= 0 && *index < count(); }
+
+QString name(int index) { return isValid(index) ? QString::fromLatin1(tags[size_t(index)].name) : QString(); }
+
+QColor color(int index) { return isValid(index) ? QColor(tags[size_t(index)].rgb) : QColor(); }
+
+QIcon icon(std::optional<int> index, int size) {
+  QPixmap pixmap(size * 2, size * 2);  // drawn at twice the size for high-density screens
+  pixmap.setDevicePixelRatio(2.0);
+  pixmap.fill(Qt::transparent);
+  if (isValid(index)) {
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color(*index));
+    const qreal inset = size * 0.15;
+    painter.drawEllipse(QRectF(inset, inset, size - 2 * inset, size - 2 * inset));
+  }
+  return QIcon(pixmap);
+}
+
+}  // namespace RepositoryColorTags

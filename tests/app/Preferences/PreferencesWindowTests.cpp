@@ -1,0 +1,218 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFontComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "Controllers/Preferences/PreferencesWindowController.h"
+#include "Git/Commands/Config/GetGitVersionGitCommand.h"
+#include "Models/AppSettings.h"
+#include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
+#include "Services/RepositoryRescanner.h"
+#include "UI/Appearance.h"
+#include "support/TempRepository.h"
+#include "support/TestEnvironment.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+
+namespace {
+using Notification = PreferencesNotifier::Notification;
+
+// Every notification posted while it lives.
+struct NotificationLog {
+  NotificationLog() : spy(&PreferencesNotifier::shared(), &PreferencesNotifier::notified) {}
+  QList<Notification> all() const {
+    QList<Notification> list;
+    for (const auto& arguments : spy) list << arguments.at(0).value<Notification>();
+    return list;
+  }
+  QSignalSpy spy;
+};
+
+const QStringList keysOfTheWindow{
+    "appearance", "useTopologicalCommitOrder", "maxCommitCount", "contextSize", "diffShowEntireFile", "diffIgnoreWhitespaces",
+    "diffWordWrapKey", "diffShowHiddenSymbols", "disableAutomaticStatusUpdate", "automaticStatusUpdateInterval", "defaultSourceFolder",
+    "diffFontName", "diffFontSize", "gitInstanceType", "customGitInstancePath"};
+}  // namespace
+
+class PreferencesWindowTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    for (const QString& key : keysOfTheWindow) Preferences::shared().remove(key);
+    settings = std::make_unique<AppSettings>(dbDir.path() + QStringLiteral("/db.sqlite3"));
+    settings->initializeDatabase();
+    window = std::make_unique<PreferencesWindowController>(*settings);
+  }
+  void TearDown() override {
+    if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())) Appearance::apply(*app, 0);
+  }
+  template <typename T>
+  T* control(const QString& key) const {
+    T* found = window->findChild<T*>(key);
+    EXPECT_TRUE(found) << key.toStdString();
+    return found;
+  }
+  // What a fresh reader of the store file finds, as the next start of the program would.
+  QVariant storedOnDisk(const QString& key) const {
+    Preferences::shared().sync();
+    QSettings file(TestEnvironment::root() + QStringLiteral("/config/jelv-test.ini"), QSettings::IniFormat);
+    return file.value(key);
+  }
+
+  QTemporaryDir dbDir;
+  std::unique_ptr<AppSettings> settings;
+  std::unique_ptr<PreferencesWindowController> window;
+};
+
+TEST_F(PreferencesWindowTest, ControlsShowTheDefaultsAndWriteTheirKeysWithTheirNotification) {
+  EXPECT_TRUE(control<QComboBox>("useTopologicalCommitOrder")->currentIndex() == 0);
+  EXPECT_EQ(control<QSpinBox>("maxCommitCount")->value(), 50000);
+  EXPECT_EQ(control<QSpinBox>("contextSize")->value(), 3);
+  EXPECT_TRUE(control<QCheckBox>("disableAutomaticStatusUpdate")->isChecked());  // shown as "update automatically"
+  EXPECT_EQ(control<QSpinBox>("automaticStatusUpdateInterval")->value(), 60);
+
+  struct Row {
+    const char* key;
+    std::function<void()> change;
+    QVariant stored;
+    Notification notification;
+  };
+  const std::vector<Row> rows{
+      {"useTopologicalCommitOrder", [&] { control<QComboBox>("useTopologicalCommitOrder")->setCurrentIndex(1); }, false,
+       Notification::revisionOrderingChanged},
+      {"maxCommitCount", [&] { control<QSpinBox>("maxCommitCount")->setValue(120000); }, 120000, Notification::revisionOrderingChanged},
+      {"contextSize", [&] { control<QSpinBox>("contextSize")->setValue(8); }, 8, Notification::diffContextSizeChanged},
+      {"diffShowEntireFile", [&] { control<QCheckBox>("diffShowEntireFile")->setChecked(true); }, true,
+       Notification::diffContextSizeChanged},
+      {"diffIgnoreWhitespaces", [&] { control<QCheckBox>("diffIgnoreWhitespaces")->setChecked(true); }, true,
+       Notification::diffIgnoreWhitespacesChanged},
+      {"diffWordWrapKey", [&] { control<QCheckBox>("diffWordWrapKey")->setChecked(true); }, true,
+       Notification::diffTextViewWordWrapChanged},
+      {"diffShowHiddenSymbols", [&] { control<QCheckBox>("diffShowHiddenSymbols")->setChecked(true); }, true,
+       Notification::diffShowHiddenSymbolsChanged},
+      {"disableAutomaticStatusUpdate", [&] { control<QCheckBox>("disableAutomaticStatusUpdate")->setChecked(false); }, true,
+       Notification::updateRepoStatusAutomaticallyChanged},
+      {"automaticStatusUpdateInterval", [&] { control<QSpinBox>("automaticStatusUpdateInterval")->setValue(300); }, 300,
+       Notification::updateRepoStatusAutomaticallyChanged},
+  };
+  for (const Row& row : rows) {
+    NotificationLog log;
+    row.change();
+    EXPECT_EQ(Preferences::shared().value(QString::fromLatin1(row.key)), row.stored) << row.key;
+    EXPECT_EQ(storedOnDisk(QString::fromLatin1(row.key)).toString(), row.stored.toString()) << row.key;
+    EXPECT_EQ(log.all(), QList<Notification>{row.notification}) << row.key;
+  }
+  // The interval follows the switch it belongs to.
+  EXPECT_FALSE(control<QSpinBox>("automaticStatusUpdateInterval")->isEnabled());
+  EXPECT_FALSE(control<QSpinBox>("contextSize")->isEnabled());
+}
+
+TEST_F(PreferencesWindowTest, ReloadShowsWhatAnotherWindowWroteWithoutPostingAnything) {
+  Preferences::shared().setValue(QStringLiteral("contextSize"), 12);
+  Preferences::shared().setValue(QStringLiteral("useTopologicalCommitOrder"), false);
+  Preferences::shared().setValue(QStringLiteral("diffIgnoreWhitespaces"), true);
+  NotificationLog log;
+  window->reload();
+  EXPECT_EQ(control<QSpinBox>("contextSize")->value(), 12);
+  EXPECT_EQ(control<QComboBox>("useTopologicalCommitOrder")->currentIndex(), 1);
+  EXPECT_TRUE(control<QCheckBox>("diffIgnoreWhitespaces")->isChecked());
+  EXPECT_TRUE(log.all().isEmpty());
+  EXPECT_EQ(Preferences::shared().integer(QStringLiteral("contextSize")), 12);
+}
+
+TEST_F(PreferencesWindowTest, AppearanceAppliesAtOnceAndTheFontIsStoredByNameAndSize) {
+  auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
+  ASSERT_TRUE(app);
+  control<QComboBox>("appearance")->setCurrentIndex(2);
+  EXPECT_EQ(Preferences::shared().integer(QStringLiteral("appearance")), 2);
+  EXPECT_TRUE(Appearance::isDark(*app));
+  control<QComboBox>("appearance")->setCurrentIndex(1);
+  EXPECT_FALSE(Appearance::isDark(*app));
+
+  NotificationLog log;
+  auto* size = control<QSpinBox>("diffFontSize");
+  size->setValue(size->value() == 17 ? 18 : 17);
+  EXPECT_EQ(Preferences::shared().diffFontSize(), std::optional<double>(size->value()));
+  EXPECT_EQ(Preferences::shared().diffFontName(), control<QFontComboBox>("diffFontName")->currentFont().family());
+  EXPECT_EQ(log.all(), QList<Notification>{Notification::diffTextViewFontChanged});
+}
+
+TEST_F(PreferencesWindowTest, GitInstancesAreListedWithTheirVersionsAndTheChoiceIsStored) {
+  // A custom "git" that is not git at all must be left out of the list.
+  QTemporaryDir bin;
+  const QString fake = bin.path() + QStringLiteral("/not-git");
+  QFile script(fake);
+  ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+  script.write("#!/bin/sh\necho hello\n");
+  script.close();
+  script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  Preferences::shared().setGitInstance(GitInstanceType::custom(fake));
+
+  QSignalSpy loaded(window.get(), &PreferencesWindowController::gitInstancesLoaded);
+  window->reload();
+  ASSERT_TRUE(loaded.wait(20000));
+  auto* combo = control<QComboBox>("gitInstanceType");
+
+  const QString systemVersion = QString::fromUtf8(runProgram(QStringLiteral("/usr/bin/git"), {QStringLiteral("version")}))
+                                    .section(QStringLiteral("version"), 1)
+                                    .trimmed();
+  QStringList titles;
+  for (int i = 0; i < combo->count(); ++i) titles << combo->itemText(i);
+  EXPECT_TRUE(titles.contains(QStringLiteral("system — %1 (/usr/bin/git)").arg(systemVersion))) << titles.join(" | ").toStdString();
+  EXPECT_EQ(titles.last(), QStringLiteral("Other…"));
+  for (const QString& title : titles) EXPECT_FALSE(title.contains(fake)) << title.toStdString();
+  // The stored choice answers nothing, so no entry is selected and the window says so.
+  EXPECT_EQ(combo->currentIndex(), -1);
+
+  const int systemIndex = int(titles.indexOf(QStringLiteral("system — %1 (/usr/bin/git)").arg(systemVersion)));
+  combo->setCurrentIndex(systemIndex);
+  Q_EMIT combo->activated(systemIndex);
+  EXPECT_EQ(Preferences::shared().gitInstance(), GitInstanceType::system());
+  EXPECT_EQ(Preferences::shared().integer(QStringLiteral("gitInstanceType")), 0);
+}
+
+TEST_F(PreferencesWindowTest, TheSourceFolderIsStoredAndItsRescanFillsTheRegistry) {
+  QTemporaryDir source;
+  auto makeRepository = [&](const QString& relative) {
+    const QString path = source.path() + QLatin1Char('/') + relative;
+    QDir().mkpath(path);
+    runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), path});
+  };
+  makeRepository(QStringLiteral("clients/acme/web"));
+  makeRepository(QStringLiteral("tools"));
+
+  auto* rescan = window->findChild<QPushButton*>(QStringLiteral("rescan"));
+  ASSERT_TRUE(rescan);
+  EXPECT_FALSE(rescan->isEnabled());  // nothing to rescan yet
+  window->setSourceFolder(source.path() + QStringLiteral("/"));
+  EXPECT_EQ(Preferences::shared().defaultSourceFolder(), std::optional<QString>(QDir::cleanPath(source.path())));
+  ASSERT_TRUE(rescan->isEnabled());
+
+  QSignalSpy finished(&RepositoryRescanner::shared(), &RepositoryRescanner::finished);
+  QSignalSpy progress(&RepositoryRescanner::shared(), &RepositoryRescanner::progressChanged);
+  QSignalSpy dataUpdated(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryManagerDataUpdated);
+  rescan->click();
+  EXPECT_FALSE(rescan->isEnabled());
+  ASSERT_TRUE(finished.wait(20000));
+  EXPECT_EQ(finished.at(0).at(0).toInt(), 2);
+  EXPECT_EQ(dataUpdated.count(), 1);
+  ASSERT_FALSE(progress.isEmpty());
+  EXPECT_EQ(progress.last().at(0).toInt(), 2);  // both checked, out of two
+  EXPECT_EQ(progress.last().at(1).toInt(), 2);
+  EXPECT_TRUE(rescan->isEnabled());
+
+  QStringList categories;
+  for (const CategoryRecord& category : settings->getCategories()) categories << category.name;
+  EXPECT_EQ(categories, (QStringList{"clients", "acme"}));
+  EXPECT_EQ(settings->getRepositories().size(), 2u);
+}

@@ -1,0 +1,391 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "Controllers/RepositoryManager/RepositoryManagerController.h"
+#include "Controllers/RepositoryManager/RepositoryManagerTreeWidget.h"
+#include "Models/AppSettings.h"
+#include "Services/Preferences.h"
+#include "support/TempRepository.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+
+namespace {
+using Kind = RepositoryManagerDrop::Kind;
+enum class Zone { top, middle, bottom };
+
+// Lets queued reloads run and closed alerts go away.
+void settle() {
+  QCoreApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QCoreApplication::processEvents();
+}
+
+// The tree as indented text: sections and categories end with "/", repositories with
+// their colour tag in brackets when they have one.
+void describe(QTreeWidgetItem* item, int depth, QStringList& out) {
+  QString line = QString(depth * 2, QLatin1Char(' ')) + item->text(0);
+  const Kind kind = RepositoryManagerTreeWidget::node(item).kind;
+  if (kind == Kind::category || kind == Kind::repositoriesSection || kind == Kind::recentSection) line += QLatin1Char('/');
+  const QVariant tag = item->data(0, RepositoryManagerTreeWidget::ColorTagRole);
+  if (tag.isValid()) line += QStringLiteral(" [%1]").arg(tag.toInt());
+  out << line;
+  for (int i = 0; i < item->childCount(); ++i) describe(item->child(i), depth + 1, out);
+}
+QStringList describe(QTreeWidget& tree) {
+  QStringList out;
+  for (int i = 0; i < tree.topLevelItemCount(); ++i) describe(tree.topLevelItem(i), 0, out);
+  return out;
+}
+
+QTreeWidgetItem* findByText(QTreeWidget& tree, const QString& text, Kind kind) {
+  QTreeWidgetItemIterator it(&tree);
+  for (; *it; ++it) {
+    if ((*it)->text(0) == text && RepositoryManagerTreeWidget::node(*it).kind == kind) return *it;
+  }
+  return nullptr;
+}
+
+QMessageBox* openAlert(QWidget& parent) {
+  for (QMessageBox* box : parent.findChildren<QMessageBox*>()) {
+    if (box->isVisible()) return box;
+  }
+  return nullptr;
+}
+
+void clickButton(QMessageBox* box, const QString& text) {
+  ASSERT_TRUE(box);
+  for (QAbstractButton* button : box->buttons()) {
+    if (button->text().remove(QLatin1Char('&')) == text) {
+      button->click();
+      return;
+    }
+  }
+  ADD_FAILURE() << "no button " << text.toStdString();
+}
+}  // namespace
+
+// A registry file with a few real folders; the controller is shown so that item
+// geometry (for drops) is real.
+class ManagerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dbPath = dir.path() + QStringLiteral("/db.sqlite3");
+    settings = std::make_unique<AppSettings>(dbPath);
+    // One second later at each use, so that "lastOpened" and positions never tie.
+    settings->setClock([t = QDateTime(QDate(2025, 5, 1), QTime(9, 0), Qt::UTC)]() mutable {
+      t = t.addSecs(1);
+      return t;
+    });
+    settings->initializeDatabase();
+    Preferences::shared().remove(QStringLiteral("defaultSourceFolder"));
+  }
+
+  QString folder(const QString& name) const {
+    const QString path = dir.path() + QStringLiteral("/disk/") + name;
+    QDir().mkpath(path);
+    return path;
+  }
+  int64_t add(const QString& name, std::optional<int64_t> category = std::nullopt) {
+    const int64_t id = *settings->addRepository(folder(name));
+    if (category) settings->moveRepository(id, category);
+    return id;
+  }
+
+  RepositoryManagerController& show() {
+    controller = std::make_unique<RepositoryManagerController>(*settings);
+    controller->resize(900, 700);
+    controller->show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(controller.get()));
+    return *controller;
+  }
+  RepositoryManagerTreeWidget& tree() { return *controller->tree(); }
+
+  // Drops the dragged item on the target's zone, as the mouse would; gives whether the
+  // tree accepted the drag over that spot.
+  bool drop(QTreeWidgetItem* dragged, QTreeWidgetItem* target, Zone zone) {
+    tree().scrollToItem(target);
+    const QRect r = tree().visualItemRect(target);
+    const int y = zone == Zone::top ? r.top() + 1 : zone == Zone::bottom ? r.bottom() - 1 : r.center().y();
+    const QPointF point(r.center().x(), y);
+    std::unique_ptr<QMimeData> data(tree().dragData(dragged));
+    EXPECT_TRUE(data);
+    if (!data) return false;
+    // Move and drop go to the widget that accepted the enter, as in a real drag.
+    QDragEnterEvent enter(point.toPoint(), Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(tree().viewport(), &enter);
+    QDragMoveEvent move(point.toPoint(), Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(tree().viewport(), &move);
+    const bool accepted = move.isAccepted();
+    QDropEvent dropEvent(point, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(tree().viewport(), &dropEvent);
+    settle();
+    return accepted;
+  }
+
+  // The file as another connection sees it.
+  std::unique_ptr<AppSettings> reopen() const {
+    auto other = std::make_unique<AppSettings>(dbPath);
+    other->initializeDatabase();
+    return other;
+  }
+  RepositoryRecordPtr storedRepository(int64_t id) const {
+    for (const auto& record : reopen()->getRepositories())
+      if (record->id == id) return record;
+    return nullptr;
+  }
+
+  QTemporaryDir dir;
+  QString dbPath;
+  std::unique_ptr<AppSettings> settings;
+  std::unique_ptr<RepositoryManagerController> controller;
+};
+
+TEST_F(ManagerTest, TheTreeShowsTheRegistryWithOrphansAtTheTopAndTheFiveMostRecent) {
+  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  const int64_t libs = settings->createCategory(QStringLiteral("libs"), work);
+  settings->createCategory(QStringLiteral("Scanned"), -1);  // a scan's top-level category
+  add(QStringLiteral("api"), work);
+  const int64_t zlib = add(QStringLiteral("zlib"), libs);
+  settings->setRepositoryColorTag(zlib, 3);
+  add(QStringLiteral("Orphan"), 4242);  // names a category that does not exist
+  add(QStringLiteral("beta"));
+  const int64_t never = add(QStringLiteral("never-opened"));
+  for (const char* name : {"r1", "r2", "r3", "r4"}) add(QString::fromLatin1(name));
+  settings->deleteRepository(never);
+  QDir(folder(QStringLiteral("r4"))).removeRecursively();
+
+  show();
+  EXPECT_EQ(describe(tree()), (QStringList{
+                                  "Repositories/",
+                                  "  Work/",
+                                  "    libs/",
+                                  "      zlib [3]",
+                                  "    api",
+                                  "  Scanned/",
+                                  "  beta",
+                                  "  Orphan",
+                                  "  r1",
+                                  "  r2",
+                                  "  r3",
+                                  "  r4",
+                                  "Recent Repositories/",
+                                  "  r4",
+                                  "  r3",
+                                  "  r2",
+                                  "  r1",
+                                  "  beta",
+                              }))
+      << describe(tree()).join(QLatin1Char('\n')).toStdString();
+  // A folder that is gone stays listed, marked.
+  QTreeWidgetItem* gone = findByText(tree(), QStringLiteral("r4"), Kind::repository);
+  EXPECT_TRUE(gone->toolTip(0).contains(QStringLiteral("no longer exists")));
+  EXPECT_FALSE(findByText(tree(), QStringLiteral("r3"), Kind::repository)->toolTip(0).contains(QStringLiteral("no longer")));
+}
+
+TEST_F(ManagerTest, DragAndDropFilesAndReordersInTheDatabase) {
+  const int64_t a = settings->createCategory(QStringLiteral("A"), std::nullopt);
+  const int64_t b = settings->createCategory(QStringLiteral("B"), std::nullopt);
+  const int64_t c = settings->createCategory(QStringLiteral("C"), std::nullopt);
+  settings->moveRepositoryCategory(a, std::nullopt, 0);
+  settings->moveRepositoryCategory(b, std::nullopt, 1);
+  settings->moveRepositoryCategory(c, std::nullopt, 2);
+  const int64_t app = add(QStringLiteral("app"));
+  const int64_t inB = add(QStringLiteral("in-b"), b);
+  show();
+
+  // A repository onto a category goes inside it.
+  EXPECT_TRUE(drop(findByText(tree(), QStringLiteral("app"), Kind::repository), findByText(tree(), QStringLiteral("A"), Kind::category),
+                   Zone::middle));
+  EXPECT_EQ(storedRepository(app)->categoryId, std::optional<int64_t>(a));
+  // Onto a repository: into that repository's category.
+  EXPECT_TRUE(drop(findByText(tree(), QStringLiteral("app"), Kind::repository),
+                   findByText(tree(), QStringLiteral("in-b"), Kind::repository), Zone::middle));
+  EXPECT_EQ(storedRepository(app)->categoryId, std::optional<int64_t>(b));
+  // Onto the section: back to the top level, stored as NULL.
+  EXPECT_TRUE(drop(findByText(tree(), QStringLiteral("app"), Kind::repository), tree().repositoriesSection(), Zone::middle));
+  EXPECT_EQ(storedRepository(app)->categoryId, std::nullopt);
+
+  // A category dropped on the upper edge of another goes before it.
+  EXPECT_TRUE(drop(findByText(tree(), QStringLiteral("C"), Kind::category), findByText(tree(), QStringLiteral("A"), Kind::category),
+                   Zone::top));
+  QStringList order;
+  for (const CategoryRecord& category : reopen()->getCategories()) order << category.name;
+  EXPECT_EQ(order, (QStringList{"C", "A", "B"}));
+  // Into another category, where it shows after the move.
+  EXPECT_TRUE(drop(findByText(tree(), QStringLiteral("B"), Kind::category), findByText(tree(), QStringLiteral("C"), Kind::category),
+                   Zone::middle));
+  EXPECT_EQ(reopen()->getParentCategory(b), std::optional<int64_t>(c));
+  EXPECT_EQ(storedRepository(inB)->categoryId, std::optional<int64_t>(b));
+  QTreeWidgetItem* movedB = findByText(tree(), QStringLiteral("B"), Kind::category);
+  ASSERT_TRUE(movedB);
+  EXPECT_EQ(movedB->parent()->text(0), QStringLiteral("C"));
+
+  // Refused: a category into its own child, and anything onto the recent list.
+  const QStringList before = describe(tree());
+  drop(findByText(tree(), QStringLiteral("C"), Kind::category), movedB, Zone::middle);
+  EXPECT_EQ(reopen()->getParentCategory(c), std::nullopt);
+  EXPECT_FALSE(drop(findByText(tree(), QStringLiteral("app"), Kind::repository), tree().recentSection(), Zone::middle));
+  EXPECT_EQ(describe(tree()), before);
+}
+
+TEST_F(ManagerTest, RenameAndColourTagWriteTheRowAndAnEmptyNameIsUndone) {
+  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  const int64_t id = add(QStringLiteral("api"), work);
+  show();
+
+  findByText(tree(), QStringLiteral("api"), Kind::repository)->setText(0, QStringLiteral("  Public API "));
+  settle();
+  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
+  // The recent list follows, since it shows the same row.
+  EXPECT_TRUE(findByText(tree(), QStringLiteral("Public API"), Kind::recentRepository));
+
+  findByText(tree(), QStringLiteral("Work"), Kind::category)->setText(0, QStringLiteral("Clients"));
+  settle();
+  EXPECT_EQ(reopen()->getCategories().front().name, QStringLiteral("Clients"));
+
+  findByText(tree(), QStringLiteral("Public API"), Kind::repository)->setText(0, QStringLiteral("   "));
+  settle();
+  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
+  EXPECT_TRUE(findByText(tree(), QStringLiteral("Public API"), Kind::repository));
+
+  controller->setColorTag(id, 5);
+  settle();
+  EXPECT_EQ(storedRepository(id)->colorTag, std::optional<int>(5));
+  EXPECT_EQ(findByText(tree(), QStringLiteral("Public API"), Kind::repository)->data(0, RepositoryManagerTreeWidget::ColorTagRole), 5);
+  controller->setColorTag(id, std::nullopt);
+  settle();
+  EXPECT_EQ(storedRepository(id)->colorTag, std::nullopt);
+}
+
+TEST_F(ManagerTest, DeleteAsksFirstAndNeverTouchesTheDisk) {
+  const int64_t outer = settings->createCategory(QStringLiteral("Outer"), std::nullopt);
+  const int64_t inner = settings->createCategory(QStringLiteral("Inner"), outer);
+  const int64_t kept = add(QStringLiteral("kept"), inner);
+  const int64_t removed = add(QStringLiteral("removed"));
+  show();
+
+  tree().setFocus();
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("removed"), Kind::repository));
+  QTest::keyClick(&tree(), Qt::Key_Delete);
+  QMessageBox* box = openAlert(*controller);
+  ASSERT_TRUE(box);
+  EXPECT_EQ(box->text(), QStringLiteral("Remove “removed” from the list?"));
+  clickButton(box, QStringLiteral("Cancel"));
+  settle();
+  EXPECT_TRUE(storedRepository(removed));
+
+  controller->confirmDelete({Kind::repository, removed});
+  clickButton(openAlert(*controller), QStringLiteral("Remove"));
+  settle();
+  EXPECT_FALSE(storedRepository(removed));
+  EXPECT_TRUE(QFileInfo(folder(QStringLiteral("removed"))).isDir());
+  EXPECT_FALSE(findByText(tree(), QStringLiteral("removed"), Kind::repository));
+
+  // A category's content moves up one level.
+  controller->confirmDelete({Kind::category, inner});
+  box = openAlert(*controller);
+  ASSERT_TRUE(box);
+  EXPECT_EQ(box->informativeText(), QStringLiteral("Included repositories will be moved to the root."));
+  clickButton(box, QStringLiteral("Delete"));
+  settle();
+  EXPECT_EQ(storedRepository(kept)->categoryId, std::optional<int64_t>(outer));
+  EXPECT_EQ(findByText(tree(), QStringLiteral("kept"), Kind::repository)->parent()->text(0), QStringLiteral("Outer"));
+}
+
+TEST_F(ManagerTest, AddingValidatesEachPathAndReportsTheRefusedOnes) {
+  TempRepository repository(true, QStringLiteral("service"));
+  const QString plain = folder(QStringLiteral("just-a-folder"));
+  show();
+  QSignalSpy finished(controller.get(), &RepositoryManagerController::addFinished);
+  controller->addRepositories({repository.path(), plain});
+  ASSERT_TRUE(finished.wait(15000));
+  EXPECT_EQ(finished.at(0).at(0).toInt(), 1);
+  settle();
+
+  const auto rows = reopen()->getRepositories();
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows.front()->repositoryPath, repository.path());
+  EXPECT_TRUE(findByText(tree(), QStringLiteral("service"), Kind::repository));
+
+  QMessageBox* alert = openAlert(*controller);
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->windowTitle(), QStringLiteral("The directory is not a git repository"));
+  EXPECT_EQ(alert->text(), QStringLiteral("'") + plain + QStringLiteral("' is not a git repository. Please select a correct path."));
+  alert->accept();
+}
+
+TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategories) {
+  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  add(QStringLiteral("api"), work);
+  show();
+  QSignalSpy open(controller.get(), &RepositoryManagerController::openRepositoryRequested);
+  tree().setFocus();
+
+  QTreeWidgetItem* category = findByText(tree(), QStringLiteral("Work"), Kind::category);
+  tree().setCurrentItem(category);
+  ASSERT_TRUE(category->isExpanded());
+  QTest::keyClick(&tree(), Qt::Key_Return);
+  EXPECT_FALSE(category->isExpanded());
+  EXPECT_EQ(open.count(), 0);
+  // A rebuild keeps the folded state and the selection.
+  controller->reload();
+  category = findByText(tree(), QStringLiteral("Work"), Kind::category);
+  EXPECT_FALSE(category->isExpanded());
+  EXPECT_EQ(tree().currentItem(), category);
+  QTest::keyClick(&tree(), Qt::Key_Return);
+
+  // Alt+Down and Alt+Up move a category past its neighbour.
+  settings->createCategory(QStringLiteral("Zeta"), std::nullopt);
+  controller->reload();
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("Work"), Kind::category));
+  QTest::keyClick(&tree(), Qt::Key_Down, Qt::AltModifier);
+  settle();
+  EXPECT_EQ(reopen()->getCategories().front().name, QStringLiteral("Zeta"));
+  EXPECT_EQ(tree().currentItem()->text(0), QStringLiteral("Work"));
+  QTest::keyClick(&tree(), Qt::Key_Down, Qt::AltModifier);  // already last
+  QTest::keyClick(&tree(), Qt::Key_Up, Qt::AltModifier);
+  settle();
+  EXPECT_EQ(reopen()->getCategories().front().name, QStringLiteral("Work"));
+
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("api"), Kind::repository));
+  QTest::keyClick(&tree(), Qt::Key_Return);
+  ASSERT_EQ(open.count(), 1);
+  EXPECT_EQ(open.at(0).at(0).toString(), folder(QStringLiteral("api")));
+
+  // Double-click on the recent entry opens the same repository.
+  QTreeWidgetItem* recent = findByText(tree(), QStringLiteral("api"), Kind::recentRepository);
+  const QPoint center = tree().visualItemRect(recent).center();
+  QTest::mouseClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, center);
+  QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, center);
+  ASSERT_EQ(open.count(), 2);
+  EXPECT_EQ(open.at(1).at(0).toString(), folder(QStringLiteral("api")));
+}
+
+TEST_F(ManagerTest, NewCategoryGoesInsideTheSelectedOne) {
+  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  show();
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("Work"), Kind::category));
+  controller->createCategory();
+  settle();
+  settle();
+  const auto categories = reopen()->getCategories();
+  ASSERT_EQ(categories.size(), 2u);
+  EXPECT_EQ(categories.back().parentId, std::optional<int64_t>(work));
+  QTreeWidgetItem* created = findByText(tree(), QStringLiteral("New Category"), Kind::category);
+  ASSERT_TRUE(created);
+  EXPECT_EQ(created->parent()->text(0), QStringLiteral("Work"));
+  EXPECT_EQ(tree().currentItem(), created);
+  // ...with its name open for typing.
+  QLineEdit* editor = tree().viewport()->findChild<QLineEdit*>();
+  ASSERT_TRUE(editor);
+  EXPECT_EQ(editor->text(), QStringLiteral("New Category"));
+}

@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QTimer>
 
+#include "Controllers/Preferences/PreferencesWindowController.h"
+#include "Controllers/RepositoryManager/RepositoryManagerController.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
 #include "Services/SingleInstance.h"
 #include "UI/AppDelegate.h"
 #include "UI/JelvDocumentController.h"
+#include "UI/JelvWindowController.h"
 
 namespace JelvApplication {
 
@@ -35,6 +38,10 @@ int run(QApplication& app) {
   delegate.setReachableByLaterLaunches(instance.role() == SingleInstance::Role::primary);
   QObject::connect(&instance, &SingleInstance::argumentsReceived, &delegate, &AppDelegate::handleArguments);
   delegate.applicationWillFinishLaunching();
+  // Before the first window: its menus and manager tabs are made from these.
+  JelvWindowController::setRepositoryManagerFactory(
+      [&registry](QWidget* parent) -> QWidget* { return new RepositoryManagerController(registry, parent); });
+  delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
   delegate.applicationDidFinishLaunching(arguments);
 
   // For start-up measurements and smoke tests: quit once the first window is shown.

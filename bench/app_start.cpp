@@ -18,6 +18,8 @@ int main(int argc, char** argv) {
     task.environment = Task::Environment::current();
     task.environment.set(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     task.environment.set(QStringLiteral("JELV_QUIT_AFTER_SHOW"), QStringLiteral("1"));
+    // A Jelv already running on the session bus would otherwise take the launch over.
+    task.environment.set(QStringLiteral("JELV_SEPARATE_INSTANCE"), QStringLiteral("1"));
     task.environment.set(QStringLiteral("HOME"), home.path());
     task.environment.set(QStringLiteral("XDG_CONFIG_HOME"), home.path() + QStringLiteral("/config"));
     task.environment.set(QStringLiteral("XDG_DATA_HOME"), home.path() + QStringLiteral("/data"));

@@ -27,6 +27,13 @@ JelvDocumentController::JelvDocumentController(AppSettings& registry, Preference
   };
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryInfoChanged, this, retitle);
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryManagerDataUpdated, this, retitle);
+  // A logout ends the process without a quit; keep the geometry of that moment too.
+  if (auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+    connect(app, &QGuiApplication::commitDataRequest, this, [this] {
+      saveSession();
+      preferences_.sync();
+    });
+  }
 }
 
 JelvDocumentController::~JelvDocumentController() {
@@ -75,7 +82,7 @@ void JelvDocumentController::adopt(JelvMainWindow* window) {
 JelvWindowController* JelvDocumentController::newRepositoryManagerAsTab(JelvMainWindow* window) {
   if (!window) window = frontWindow();
   if (!window) window = newWindow();
-  auto* tab = JelvWindowController::newRepositoryManager();
+  auto* tab = JelvWindowController::newRepositoryManager(registry_);
   window->addTab(tab);
   window->show();
   return tab;
@@ -83,7 +90,7 @@ JelvWindowController* JelvDocumentController::newRepositoryManagerAsTab(JelvMain
 
 JelvMainWindow* JelvDocumentController::newRepositoryManagerAsWindow() {
   JelvMainWindow* window = newWindow();
-  window->addTab(JelvWindowController::newRepositoryManager());
+  window->addTab(JelvWindowController::newRepositoryManager(registry_));
   window->show();
   return window;
 }
@@ -187,12 +194,12 @@ void JelvDocumentController::restoreWindows(const std::vector<WindowSession>& se
     if (!session.geometry.isEmpty()) window->restoreGeometry(session.geometry);
     for (const TabSession& tab : session.tabs) {
       if (tab.kind == TabSession::Kind::repositoryManager) {
-        window->addTab(JelvWindowController::newRepositoryManager(), false);
+        window->addTab(JelvWindowController::newRepositoryManager(registry_), false);
       } else {
         openRepository(tab.repositoryPath, window, false);
       }
     }
-    if (window->tabCount() == 0) window->addTab(JelvWindowController::newRepositoryManager());
+    if (window->tabCount() == 0) window->addTab(JelvWindowController::newRepositoryManager(registry_));
     window->tabWidget()->setCurrentIndex(std::min(session.currentTab, window->tabCount() - 1));
     window->show();
   }

@@ -18,8 +18,8 @@
 
 namespace {
 JelvWindowController::RepositoryManagerFactory& managerFactory() {
-  static JelvWindowController::RepositoryManagerFactory factory = [](QWidget* parent) -> QWidget* {
-    return new RepositoryManagerPlaceholder(parent);
+  static JelvWindowController::RepositoryManagerFactory factory = [](AppSettings& registry, QWidget* parent) -> QWidget* {
+    return new RepositoryManagerPlaceholder(registry, parent);
   };
   return factory;
 }
@@ -36,10 +36,11 @@ JelvWindowController::JelvWindowController(Kind kind, QWidget* parent)
   layout_->setSpacing(0);
 }
 
-JelvWindowController* JelvWindowController::newRepositoryManager(QWidget* parent) {
+JelvWindowController* JelvWindowController::newRepositoryManager(AppSettings& registry, QWidget* parent) {
   auto* tab = new JelvWindowController(Kind::repositoryManager, parent);
   tab->title_ = tr("Repositories");
-  tab->repositoryManagerController_ = managerFactory()(tab);
+  tab->registry_ = &registry;
+  tab->repositoryManagerController_ = managerFactory()(registry, tab);
   tab->layout_->addWidget(tab->repositoryManagerController_);
   // Connected by name: the manager view is built apart from the shell.
   QWidget* manager = tab->repositoryManagerController_;

@@ -27,10 +27,10 @@ class JelvWindowController : public QWidget {
   // Makes the widget of a repository-manager tab. It should have a signal
   // openRepositoryRequested(QString) and may have openDocumentRequested(); both are
   // connected by name, so any view with them fits.
-  using RepositoryManagerFactory = std::function<QWidget*(QWidget* parent)>;
+  using RepositoryManagerFactory = std::function<QWidget*(AppSettings& registry, QWidget* parent)>;
   static void setRepositoryManagerFactory(RepositoryManagerFactory factory);
 
-  static JelvWindowController* newRepositoryManager(QWidget* parent = nullptr);
+  static JelvWindowController* newRepositoryManager(AppSettings& registry, QWidget* parent = nullptr);
   static JelvWindowController* opening(const QString& path, QWidget* parent = nullptr);
   ~JelvWindowController() override;
 

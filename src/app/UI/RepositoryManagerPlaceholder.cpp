@@ -9,7 +9,8 @@
 #include "Models/AppSettings.h"
 #include "Services/PreferencesNotifier.h"
 
-RepositoryManagerPlaceholder::RepositoryManagerPlaceholder(QWidget* parent) : QWidget(parent) {
+RepositoryManagerPlaceholder::RepositoryManagerPlaceholder(AppSettings& registry, QWidget* parent)
+    : QWidget(parent), registry_(registry) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(24, 18, 24, 18);
   auto* heading = new QLabel(tr("Recent Repositories"), this);
@@ -33,10 +34,9 @@ RepositoryManagerPlaceholder::RepositoryManagerPlaceholder(QWidget* parent) : QW
 
 void RepositoryManagerPlaceholder::reload() {
   list_->clear();
-  AppSettings& registry = AppSettings::shared();
-  if (registry.isConnected()) {
+  if (registry_.isConnected()) {
     int shown = 0;
-    for (const RepositoryRecordPtr& record : registry.getRecentRepositories()) {
+    for (const RepositoryRecordPtr& record : registry_.getRecentRepositories()) {
       if (shown++ == shownRepositories) break;
       auto* item = new QListWidgetItem(record->name, list_);
       item->setData(Qt::UserRole, record->repositoryPath);

@@ -11,7 +11,7 @@ class RepositoryManagerPlaceholder : public QWidget {
   Q_OBJECT
 
  public:
-  explicit RepositoryManagerPlaceholder(QWidget* parent = nullptr);
+  explicit RepositoryManagerPlaceholder(AppSettings& registry, QWidget* parent = nullptr);
   // Reads the registry again.
   void reload();
   QListWidget* list() const { return list_; }
@@ -24,5 +24,6 @@ class RepositoryManagerPlaceholder : public QWidget {
 
  private:
   void openItem(QListWidgetItem* item);
+  AppSettings& registry_;
   QListWidget* list_;
 };

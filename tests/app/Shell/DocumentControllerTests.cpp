@@ -175,3 +175,20 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   ASSERT_TRUE(loaded.wait(20000));
   EXPECT_EQ(view->localChanges()->files().size(), 2u);
 }
+
+TEST_F(DocumentController, TheManagerTabOpensWhatItsViewAsksFor) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  registry().addRepository(alpha.path());
+  JelvDocumentController documents(registry(), preferences());
+  JelvMainWindow* window = documents.newRepositoryManagerAsWindow();
+  QWidget* manager = window->tab(0)->repositoryManagerController();
+  ASSERT_TRUE(manager);
+
+  // Whatever view the tab hosts, its request reaches the document controller by name.
+  ASSERT_TRUE(QMetaObject::invokeMethod(manager, "openRepositoryRequested", Q_ARG(QString, alpha.path())));
+  ASSERT_TRUE(settle(documents));
+  ASSERT_EQ(window->tabCount(), 2);
+  EXPECT_EQ(window->tab(1)->kind(), JelvWindowController::Kind::repository);
+  EXPECT_EQ(window->currentTab(), window->tab(1));
+  EXPECT_EQ(window->tab(0)->kind(), JelvWindowController::Kind::repositoryManager);
+}

@@ -40,7 +40,7 @@ int run(QApplication& app) {
   delegate.applicationWillFinishLaunching();
   // Before the first window: its menus and manager tabs are made from these.
   JelvWindowController::setRepositoryManagerFactory(
-      [&registry](QWidget* parent) -> QWidget* { return new RepositoryManagerController(registry, parent); });
+      [](AppSettings& registry, QWidget* parent) -> QWidget* { return new RepositoryManagerController(registry, parent); });
   delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
   delegate.applicationDidFinishLaunching(arguments);
 

@@ -4,14 +4,12 @@
 #include <QTimer>
 
 #include "Controllers/Preferences/PreferencesWindowController.h"
-#include "Controllers/RepositoryManager/RepositoryManagerController.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
 #include "Services/SingleInstance.h"
 #include "UI/AppDelegate.h"
 #include "UI/JelvDocumentController.h"
-#include "UI/JelvWindowController.h"
 
 namespace JelvApplication {
 
@@ -38,9 +36,7 @@ int run(QApplication& app) {
   delegate.setReachableByLaterLaunches(instance.role() == SingleInstance::Role::primary);
   QObject::connect(&instance, &SingleInstance::argumentsReceived, &delegate, &AppDelegate::handleArguments);
   delegate.applicationWillFinishLaunching();
-  // Before the first window: its menus and manager tabs are made from these.
-  JelvWindowController::setRepositoryManagerFactory(
-      [](AppSettings& registry, QWidget* parent) -> QWidget* { return new RepositoryManagerController(registry, parent); });
+  // Before the first window: its menu shows Preferences only when this is set.
   delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
   delegate.applicationDidFinishLaunching(arguments);
 

@@ -10,16 +10,16 @@
 #include <QVBoxLayout>
 
 #include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/RepositoryManager/RepositoryManagerController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Jobs/JobQueue.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
-#include "UI/RepositoryManagerPlaceholder.h"
 
 namespace {
 JelvWindowController::RepositoryManagerFactory& managerFactory() {
   static JelvWindowController::RepositoryManagerFactory factory = [](AppSettings& registry, QWidget* parent) -> QWidget* {
-    return new RepositoryManagerPlaceholder(registry, parent);
+    return new RepositoryManagerController(registry, parent);
   };
   return factory;
 }

@@ -24,9 +24,9 @@ class JelvWindowController : public QWidget {
  public:
   enum class Kind { repositoryManager, opening, repository };
 
-  // Makes the widget of a repository-manager tab. It should have a signal
-  // openRepositoryRequested(QString) and may have openDocumentRequested(); both are
-  // connected by name, so any view with them fits.
+  // Makes the widget of a repository-manager tab (RepositoryManagerController unless
+  // replaced). Its signals openRepositoryRequested(QString) and, if it has one,
+  // openDocumentRequested() are connected by name, so any view with them fits.
   using RepositoryManagerFactory = std::function<QWidget*(AppSettings& registry, QWidget* parent)>;
   static void setRepositoryManagerFactory(RepositoryManagerFactory factory);
 

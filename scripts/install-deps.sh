@@ -5,7 +5,7 @@ set -euo pipefail
 
 PACKAGES=(
   build-essential cmake ninja-build pkg-config ccache
-  qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev libhunspell-dev hunspell-en-us
   libspdlog-dev libfmt-dev libsqlite3-dev libsecret-1-dev libglib2.0-dev libcmark-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   git git-lfs git-flow gnupg

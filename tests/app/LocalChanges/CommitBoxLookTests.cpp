@@ -9,12 +9,17 @@
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
 #include "Controllers/LocalChanges/CommitMessageEdit.h"
+#include "Controllers/LocalChanges/FileListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controls/SpellChecking/SpellChecker.h"
 #include "Jobs/JobQueue.h"
+#include "Services/Preferences.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -48,8 +53,8 @@ QColor inkOf(const QImage& image) {
 // two limits (50 and 70 by default), the error one red.
 TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   TempRepository repo;
-  repo.commitFile(QStringLiteral("src/a.cpp"), "a\n", QStringLiteral("base"));
-  repo.writeFile(QStringLiteral("src/a.cpp"), "a2\n");
+  repo.commitFile(QStringLiteral("src/a.cpp"), "int limit() {\n  return 50;\n}\n", QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("src/a.cpp"), "int limit() {\n  // Subjects up to 72 characters read well in most tools.\n  return 72;\n}\n");
   repo.writeFile(QStringLiteral("notes.txt"), "n\n");
   repo.git({QStringLiteral("add"), QStringLiteral("src/a.cpp")});
 
@@ -62,8 +67,12 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   QSignalSpy reloaded(view, &LocalChangesView::reloaded);
   view->reload();
   ASSERT_TRUE(reloaded.wait(10000));
+  // A file's diff on the right, as a user would look at it before committing.
+  QSignalSpy diff(view, SIGNAL(diffLoaded()));
+  view->stagedList()->selectFile(QStringLiteral("src/a.cpp"));
+  diff.wait(3000);
   CommitBoxView* box = view->commitBox();
-  box->descriptionField()->setPlainText(QStringLiteral("Why the change was needed, in a line that runs past the guide on purpose."));
+  box->descriptionField()->setPlainText(QStringLiteral("The old limit cut long subjects; the new one is reccomended by most projects."));
 
   std::vector<QColor> inks;
   const std::pair<int, const char*> states[] = {{36, "commit-box-normal"}, {62, "commit-box-low"}, {78, "commit-box-high"}};
@@ -132,4 +141,32 @@ TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
   EXPECT_TRUE(sheet->isVisible());
   keep(sheet->grab().toImage(), QStringLiteral("error-sheet"));
   keep(window.grab().toImage(), QStringLiteral("error-sheet-window"));
+}
+
+// With the dictionary installed, a misspelt word of the description is underlined and
+// the switch in the options menu takes the underlines away (and is remembered).
+TEST(CommitBoxLook, MisspeltWordsAreUnderlinedWhileSpellCheckingIsOn) {
+  ASSERT_TRUE(SpellChecker::shared().isAvailable()) << "needs hunspell-en-us";
+  EXPECT_TRUE(SpellChecker::shared().suggestions(QStringLiteral("sentnce")).contains(QStringLiteral("sentence")));
+
+  TempRepository repo;
+  auto queue = std::make_shared<JobQueue>();
+  Preferences::shared().setEnableCommitSpellChecking(true);
+  CommitBoxView box(repo.module(), queue);
+  box.descriptionField()->setPlainText(QStringLiteral("This sentnce calls parseLine once."));
+  const auto underlined = [&] {
+    QStringList words;
+    const QTextBlock block = box.descriptionField()->document()->firstBlock();
+    for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+      if (range.format.underlineStyle() == QTextCharFormat::SpellCheckUnderline) words << block.text().mid(range.start, range.length);
+    }
+    return words;
+  };
+  EXPECT_EQ(underlined(), QStringList{QStringLiteral("sentnce")});
+
+  box.spellCheckingAction()->trigger();
+  EXPECT_FALSE(Preferences::shared().enableCommitSpellChecking());
+  EXPECT_TRUE(underlined().isEmpty());
+  box.spellCheckingAction()->trigger();
+  EXPECT_EQ(underlined(), QStringList{QStringLiteral("sentnce")});
 }

@@ -46,7 +46,7 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   auto* menu = new QMenu(options_);
   recentMenu_ = menu->addMenu(tr("Recent Commit Messages"));
   menu->addSeparator();
-  // Only the choice is kept: no spell checker is linked in yet.
+  // The description is checked; the one-line subject field has no place for underlines.
   spellChecking_ = menu->addAction(tr("Check Spelling While Typing"));
   spellChecking_->setCheckable(true);
   spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
@@ -82,7 +82,9 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
     settings.signOff = on;
     settings.save(module_);
   });
-  connect(spellChecking_, &QAction::toggled, this, [](bool on) {
+  description_->setSpellChecking(spellChecking_->isChecked());
+  connect(spellChecking_, &QAction::toggled, this, [this](bool on) {
+    description_->setSpellChecking(on);
     Preferences::shared().setEnableCommitSpellChecking(on);
     PreferencesNotifier::shared().post(PreferencesNotifier::Notification::enableCommitSpellCheckingChanged);
   });
@@ -90,6 +92,9 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::pageGuideLinePositionChanged, this,
           [this] { description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn()); });
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::commitSubjectLimitChanged, this, &CommitBoxView::updateCounter);
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::enableCommitSpellCheckingChanged, this, [this] {
+    spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
+  });
   connect(commitButton_, &QPushButton::clicked, this, &CommitBoxView::commit);
   subject_->installEventFilter(this);
   description_->installEventFilter(this);

@@ -1,11 +1,57 @@
 #include "Controllers/LocalChanges/CommitMessageEdit.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextDocument>
+
+#include "Controls/SpellChecking/CommitSpellHighlighter.h"
+#include "Controls/SpellChecking/SpellChecker.h"
+#include "Extensions/CheckableWords.h"
 
 #include "Services/Preferences.h"
 
-CommitMessageEdit::CommitMessageEdit(QWidget* parent) : QPlainTextEdit(parent) {}
+CommitMessageEdit::CommitMessageEdit(QWidget* parent)
+    : QPlainTextEdit(parent), highlighter_(new CommitSpellHighlighter(document())) {}
+
+void CommitMessageEdit::setSpellChecking(bool on) { highlighter_->setEnabled(on); }
+bool CommitMessageEdit::spellChecking() const { return highlighter_->isEnabled(); }
+
+void CommitMessageEdit::contextMenuEvent(QContextMenuEvent* event) {
+  std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
+  // Suggestions for the misspelt word under the pointer come first.
+  const QTextCursor at = cursorForPosition(event->pos());
+  const QTextBlock block = at.block();
+  const qsizetype offset = at.position() - block.position();
+  if (highlighter_->isEnabled()) {
+    for (const WordSpan& word : checkableWords(block.text())) {
+      if (offset < word.start || offset > word.start + word.length) continue;
+      const QString text = block.text().mid(word.start, word.length);
+      if (SpellChecker::shared().isCorrect(text)) break;
+      QAction* first = menu->actions().value(0);
+      const QStringList suggestions = SpellChecker::shared().suggestions(text);
+      for (const QString& suggestion : suggestions) {
+        auto* action = new QAction(suggestion, menu.get());
+        connect(action, &QAction::triggered, this, [this, block, word, suggestion] {
+          QTextCursor replace(block);
+          replace.setPosition(block.position() + static_cast<int>(word.start));
+          replace.setPosition(block.position() + static_cast<int>(word.start + word.length), QTextCursor::KeepAnchor);
+          replace.insertText(suggestion);
+        });
+        menu->insertAction(first, action);
+      }
+      if (suggestions.isEmpty()) {
+        auto* none = new QAction(tr("No Guesses Found"), menu.get());
+        none->setEnabled(false);
+        menu->insertAction(first, none);
+      }
+      menu->insertSeparator(first);
+      break;
+    }
+  }
+  menu->exec(event->globalPos());
+}
 
 int CommitMessageEdit::storedPageGuideColumn() {
   const QVariant stored = Preferences::shared().value(QStringLiteral("pageGuideLinePosition"));

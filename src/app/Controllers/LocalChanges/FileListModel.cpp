@@ -121,18 +121,23 @@ QIcon FileListModel::statusIcon(const ChangedFile& file) const {
   const quint32 key = (static_cast<quint32>(file.changeType) << 2) | (file.isNew ? 2u : 0u) | (dark ? 1u : 0u);
   auto found = icons_.constFind(key);
   if (found != icons_.constEnd()) return found.value();
-  // A bold status letter in the colour of its change, drawn once per kind.
-  QPixmap pixmap(32, 32);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  QFont font = QApplication::font();
-  font.setBold(true);
-  font.setPixelSize(24);
-  painter.setFont(font);
-  painter.setPen(ChangedFilesView::statusColor(file.changeType, file.isNew, dark));
-  painter.drawText(pixmap.rect(), Qt::AlignCenter, ChangedFilesView::statusLetter(file.changeType, file.isNew));
-  painter.end();
-  return icons_.insert(key, QIcon(pixmap)).value();
+  // A bold status letter in the colour of its change, drawn once per kind; on a selected
+  // row in the selection's text colour, which the change colour may not stand out from.
+  const auto draw = [&file](const QColor& color) {
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QFont font = QApplication::font();
+    font.setBold(true);
+    font.setPixelSize(24);
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.drawText(pixmap.rect(), Qt::AlignCenter, ChangedFilesView::statusLetter(file.changeType, file.isNew));
+    return pixmap;
+  };
+  QIcon icon(draw(ChangedFilesView::statusColor(file.changeType, file.isNew, dark)));
+  icon.addPixmap(draw(QApplication::palette().color(QPalette::HighlightedText)), QIcon::Selected);
+  return icons_.insert(key, icon).value();
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {

@@ -101,10 +101,15 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   lists->addWidget(listSection(unstagedLabel_, {modeButton_, stageButton_, discardButton_}, unstaged_));
   lists->addWidget(listSection(stagedLabel_, {unstageButton_}, staged_));
   lists->addWidget(commitBox_);
+  // The lists get the room; the commit box keeps about its natural height.
+  lists->setStretchFactor(0, 3);
+  lists->setStretchFactor(1, 2);
+  lists->setStretchFactor(2, 1);
   auto* split = new QSplitter(Qt::Horizontal, this);
   split->addWidget(lists);
   split->addWidget(diffStack_);
   split->setStretchFactor(1, 2);
+  split->setSizes({420, 680});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(split);

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
@@ -13,9 +14,11 @@
 #include <cstdlib>
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/FileListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
+#include "Controls/Diff/DiffTextView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
@@ -153,4 +156,48 @@ TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
   EXPECT_NE(repo.headSha(), before);
   EXPECT_EQ(repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%an <%ae>")}).trimmed(),
             QStringLiteral("Ada Lovelace <ada@example.com>"));
+}
+
+// While amending, the staged list shows what the amended commit will hold: the last
+// commit's changes and whatever is staged on top; off again, only the index.
+TEST(CommitBox, AmendShowsTheAmendedCommitInTheStagedList) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("First"));
+  repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("Add b"));
+  repo.writeFile(QStringLiteral("c.txt"), "c\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("c.txt")});
+
+  auto queue = std::make_shared<JobQueue>();
+  LocalChangesView view(repo.module(), queue);
+  view.show();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  const auto staged = [&] {
+    QStringList paths;
+    for (const auto& file : view.stagedList()->files()) paths << file->path;
+    return paths;
+  };
+  EXPECT_EQ(staged(), QStringList{QStringLiteral("c.txt")});
+
+  CommitBoxView* box = view.commitBox();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
+  EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Add b"));
+  EXPECT_EQ(staged(), (QStringList{QStringLiteral("b.txt"), QStringLiteral("c.txt")}));
+  EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (2)"));
+  // The diff of a file of the amended commit is taken against the commit before it.
+  ASSERT_TRUE(waitFor(&view, SIGNAL(diffLoaded()), [&] { view.stagedList()->selectFile(QStringLiteral("b.txt")); }));
+  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"+b"));
+
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
+  EXPECT_EQ(staged(), QStringList{QStringLiteral("c.txt")});
+
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
+  box->subjectField()->setText(QStringLiteral("Add b and c"));
+  const QString parent = repo.git({QStringLiteral("rev-parse"), QStringLiteral("HEAD^")}).trimmed();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
+  EXPECT_EQ(repo.git({QStringLiteral("rev-parse"), QStringLiteral("HEAD^")}).trimmed(), parent);
+  EXPECT_EQ(lastMessage(repo), QStringLiteral("Add b and c"));
+  EXPECT_EQ(repo.git({QStringLiteral("show"), QStringLiteral("--name-only"), QStringLiteral("--format=")}),
+            QStringLiteral("b.txt\nc.txt\n"));
+  EXPECT_FALSE(box->amendBox()->isChecked());
+  EXPECT_TRUE(staged().isEmpty());
 }

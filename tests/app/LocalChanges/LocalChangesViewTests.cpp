@@ -110,9 +110,10 @@ TEST(LocalChangesView, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   CommitBoxView* box = view.commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
 
-  box->amendBox()->click();
+  // The last message is read by a job; the list is read again once it is shown.
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("First commit"));
-  box->amendBox()->click();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
   EXPECT_EQ(box->descriptionField()->toPlainText(), QStringLiteral("Draft body"));
 

@@ -186,16 +186,34 @@ void CommitBoxView::updateButton() {
 
 void CommitBoxView::amendToggled(bool on) {
   if (on == composer_.amend()) return;
-  const GitModule module = module_;
-  const GitVoidResult result = composer_.setAmend(on, [module] { return GetCommitMessagesGitCommand::lastMessage(module); });
-  if (result.isFailure()) {
-    const QSignalBlocker blocker(amend_);
-    amend_->setChecked(composer_.amend());
-    ErrorWindowController::present(this, module_, result.error(), queue_);
+  if (!on) {
+    composer_.setAmend(false, nullptr);
+    showMessage(composer_.message());
+    updateButton();
+    Q_EMIT amendChanged(false);
     return;
   }
-  showMessage(composer_.message());
-  updateButton();
+  // The last message is read by a job; the box waits for it, disabled.
+  amend_->setEnabled(false);
+  const GitModule module = module_;
+  runQueued<GitResult<QString>>(
+      queue_, this, tr("Read the last commit message"), Job::Show::none(),
+      [module](JobProgress&) { return GetCommitMessagesGitCommand::lastMessage(module); },
+      [this](const GitResult<QString>& message) {
+        amend_->setEnabled(true);
+        // Turned off again while the message was read: nothing to do.
+        if (!amend_->isChecked()) return;
+        const GitVoidResult result = composer_.setAmend(true, [message] { return message; });
+        if (result.isFailure()) {
+          const QSignalBlocker blocker(amend_);
+          amend_->setChecked(false);
+          ErrorWindowController::present(this, module_, result.error(), queue_);
+          return;
+        }
+        showMessage(composer_.message());
+        updateButton();
+        Q_EMIT amendChanged(true);
+      });
 }
 
 void CommitBoxView::loadRecentMessages() {
@@ -271,6 +289,7 @@ void CommitBoxView::commit() {
 }
 
 void CommitBoxView::clearAfterCommit() {
+  const bool wasAmending = composer_.amend();
   composer_.reset();
   {
     const QSignalBlocker blocker(amend_);
@@ -281,5 +300,6 @@ void CommitBoxView::clearAfterCommit() {
   settings.draftMessage.clear();
   settings.save(module_);
   updateButton();
+  if (wasAmending) Q_EMIT amendChanged(false);
   Q_EMIT committed();
 }

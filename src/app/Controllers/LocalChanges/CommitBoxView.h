@@ -53,11 +53,14 @@ class CommitBoxView : public QWidget {
   QToolButton* optionsButton() const { return options_; }
   QMenu* recentMessagesMenu() const { return recentMenu_; }
   QAction* spellCheckingAction() const { return spellChecking_; }
+  bool isAmending() const { return composer_.amend(); }
 
  Q_SIGNALS:
   void committed();
   void commitFinished();
   void recentMessagesLoaded();
+  // The amend box was turned on or off (the staged list then shows the amended commit).
+  void amendChanged(bool on);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

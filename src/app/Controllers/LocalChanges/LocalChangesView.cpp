@@ -27,6 +27,7 @@
 #include "Controls/Diff/DiffTextView.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
 #include "Git/Commands/WorkingDirectory/DiscardChangedFilesCommand.h"
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
@@ -149,6 +150,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   });
   connect(discardButton_, &QPushButton::clicked, this, [this] { discard(selection(unstaged_)); });
   connect(commitBox_, &CommitBoxView::committed, this, &LocalChangesView::reload);
+  connect(commitBox_, &CommitBoxView::amendChanged, this, &LocalChangesView::reload);
   showFiles({});
 }
 
@@ -176,14 +178,20 @@ bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {
 
 void LocalChangesView::reload() {
   const GitModule module = module_;
+  const bool amend = commitBox_->isAmending();
   QPointer<LocalChangesView> self(this);
   queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
-                             [self, module](JobProgress& progress) {
+                             [self, module, amend](JobProgress& progress) {
                                auto result = GetChangedFilesGitCommand::execute(module, {}, false, false, &progress);
+                               std::optional<ChangedFileList> amended;
+                               if (amend && result) {
+                                 auto files = GetStagedFilesForAmendGitCommand::executeInternal(module);
+                                 if (files) amended = files.value();
+                               }
                                // The files first: the state only changes the commit box.
-                               QMetaObject::invokeMethod(qApp, [self, result] {
+                               QMetaObject::invokeMethod(qApp, [self, result, amended] {
                                  if (!self) return;
-                                 if (result) self->showFiles(result.value().changedFiles);
+                                 if (result) self->showFiles(result.value().changedFiles, amended);
                                  else ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
                                });
                                auto state = GetRepositoryStateGitCommand::execute(module, {}, &progress);
@@ -200,10 +208,14 @@ void LocalChangesView::reload() {
                              }));
 }
 
-void LocalChangesView::showFiles(const ChangedFileList& files) {
+void LocalChangesView::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
   ChangedFileList unstaged;
   ChangedFileList staged;
-  for (const auto& file : files) (file->staged ? staged : unstaged).push_back(file);
+  for (const auto& file : files) {
+    if (!file->staged) unstaged.push_back(file);
+    else if (!amendedFiles) staged.push_back(file);
+  }
+  if (amendedFiles) staged = *amendedFiles;
   rebuilding_ = true;
   unstaged_->setFiles(unstaged);
   staged_->setFiles(staged);
@@ -216,8 +228,8 @@ void LocalChangesView::showFiles(const ChangedFileList& files) {
   commitBox_->setStagedFilesCount(static_cast<int>(staged.size()));
   // Keep the diff of the file on screen if it is still listed on the same side.
   ChangedFilePtr current;
-  for (const auto& file : files) {
-    if (diffFile_ && file->path == diffFile_->path && file->staged == diffFile_->staged) current = file;
+  for (const auto& file : diffFile_ && diffFile_->staged ? staged : unstaged) {
+    if (diffFile_ && file->path == diffFile_->path) current = file;
   }
   if (current) {
     loadDiff(current);
@@ -231,10 +243,11 @@ void LocalChangesView::showFiles(const ChangedFileList& files) {
 void LocalChangesView::loadDiff(const ChangedFilePtr& file) {
   diffFile_ = file;
   const GitModule module = module_;
+  const bool amend = commitBox_->isAmending();
   QPointer<LocalChangesView> self(this);
   queue_->schedule(Job::make(tr("Load diff"), Job::Show::none(), Job::ProgressType::infinite,
-                             [self, module, file](JobProgress&) {
-                               const GitResult<QString> text = GetWorkingDirectoryFileChangesGitCommand::getChangesAsPatch(module, *file, false);
+                             [self, module, file, amend](JobProgress&) {
+                               const GitResult<QString> text = GetWorkingDirectoryFileChangesGitCommand::getChangesAsPatch(module, *file, amend);
                                QMetaObject::invokeMethod(qApp, [self, file, text] {
                                  if (!self || self->diffFile_ != file) return;
                                  const XPatchPtr patch =

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include <functional>
+#include <optional>
 
 #include "Git/ResultError.h"
 #include "Models/ChangedFile.h"
@@ -67,7 +68,8 @@ class LocalChangesView : public QWidget {
 
  private:
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
-  void showFiles(const ChangedFileList& files);
+  // Under amend the staged side is `amendedFiles`: what the amended commit will hold.
+  void showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles = std::nullopt);
   void loadDiff(const ChangedFilePtr& file);
   void showContextMenu(FileListView* list, const QPoint& position);
   ChangedFileList selection(FileListView* list) const;

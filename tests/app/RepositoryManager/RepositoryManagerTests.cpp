@@ -3,7 +3,9 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QDropEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTextBrowser>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -368,6 +370,35 @@ TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategories) {
   QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, center);
   ASSERT_EQ(open.count(), 2);
   EXPECT_EQ(open.at(1).at(0).toString(), folder(QStringLiteral("api")));
+}
+
+TEST_F(ManagerTest, SelectingARepositoryShowsItsDetailsAndReadMe) {
+  const int64_t id = add(QStringLiteral("documented"));
+  settings->setRepositoryColorTag(id, 1);
+  QFile readme(folder(QStringLiteral("documented")) + QStringLiteral("/README.md"));
+  ASSERT_TRUE(readme.open(QIODevice::WriteOnly));
+  readme.write("# Documented\n\nHow to build it.\n");
+  readme.close();
+  add(QStringLiteral("bare"));
+  show();
+
+  QSignalSpy shown(controller.get(), &RepositoryManagerController::readmeShown);
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("documented"), Kind::repository));
+  ASSERT_TRUE(shown.wait(5000));
+  auto* browser = controller->findChild<QTextBrowser*>(QStringLiteral("readme"));
+  ASSERT_TRUE(browser);
+  EXPECT_TRUE(browser->isVisible());
+  EXPECT_TRUE(browser->toPlainText().contains(QStringLiteral("How to build it.")));
+  QStringList labels;
+  for (QLabel* label : controller->findChildren<QLabel*>())
+    if (label->isVisible()) labels << label->text();
+  EXPECT_TRUE(labels.contains(QStringLiteral("documented")));
+  EXPECT_TRUE(labels.filter(QStringLiteral("Tag: Orange")).size() == 1) << labels.join(" | ").toStdString();
+
+  // A repository without one shows none, also after the other's was loaded.
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("bare"), Kind::repository));
+  QTest::qWait(200);
+  EXPECT_FALSE(browser->isVisible());
 }
 
 TEST_F(ManagerTest, NewCategoryGoesInsideTheSelectedOne) {

@@ -37,6 +37,13 @@ QFormLayout* form(QWidget* page) {
   return layout;
 }
 
+// Numbers and choices keep their natural width; only paths stretch.
+template <typename W>
+W* natural(W* widget) {
+  widget->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  return widget;
+}
+
 QLabel* note(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setWordWrap(true);
@@ -123,15 +130,18 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
                                     "are reset."),
                                  page));
 
-  gitInstance_ = new QComboBox(page);
+  gitInstance_ = natural(new QComboBox(page));
   gitInstance_->setObjectName(QStringLiteral("gitInstanceType"));
   gitInstance_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   gitStatus_ = note({}, page);
   connect(gitInstance_, &QComboBox::activated, this, &PreferencesWindowController::gitInstanceChosen);
-  layout->addRow(tr("Git:"), gitInstance_);
-  layout->addRow(QString(), gitStatus_);
+  auto* gitField = new QVBoxLayout;
+  gitField->setSpacing(4);
+  gitField->addWidget(gitInstance_);
+  gitField->addWidget(gitStatus_);
+  layout->addRow(tr("Git:"), gitField);
 
-  auto* appearance = new QComboBox(page);
+  auto* appearance = natural(new QComboBox(page));
   appearance->addItems({tr("System"), tr("Light"), tr("Dark")});
   controls_->bind(appearance, QStringLiteral("appearance"), std::nullopt);
   connect(appearance, &QComboBox::currentIndexChanged, this, [this](int index) {
@@ -145,25 +155,26 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
 QWidget* PreferencesWindowController::makeCommitListPage() {
   auto* page = new QWidget(this);
   QFormLayout* layout = form(page);
-  auto* order = new QComboBox(page);
+  auto* order = natural(new QComboBox(page));
   order->addItems({tr("Topological (no parent before its children)"), tr("By commit date")});
   controls_->bind(order, QStringLiteral("useTopologicalCommitOrder"), Notification::revisionOrderingChanged, true);
   layout->addRow(tr("Order:"), order);
 
-  auto* maxCount = new QSpinBox(page);
+  auto* maxCount = natural(new QSpinBox(page));
   maxCount->setRange(100, 10'000'000);
   maxCount->setSingleStep(1000);
   maxCount->setGroupSeparatorShown(true);
+  maxCount->setSuffix(tr(" commits"));
   controls_->bind(maxCount, QStringLiteral("maxCommitCount"), Notification::revisionOrderingChanged);
   layout->addRow(tr("Load at most:"), maxCount);
-  layout->addRow(QString(), note(tr("commits. Larger histories show their newest commits only."), page));
+  layout->addRow(QString(), note(tr("Larger histories show only their newest commits."), page));
   return page;
 }
 
 QWidget* PreferencesWindowController::makeDiffPage() {
   auto* page = new QWidget(this);
   QFormLayout* layout = form(page);
-  auto* context = new QSpinBox(page);
+  auto* context = natural(new QSpinBox(page));
   context->setRange(0, 1000);
   context->setSuffix(tr(" lines"));
   controls_->bind(context, QStringLiteral("contextSize"), Notification::diffContextSizeChanged);
@@ -188,7 +199,7 @@ QWidget* PreferencesWindowController::makeDiffPage() {
   fontFamily_ = new QFontComboBox(page);
   fontFamily_->setObjectName(QStringLiteral("diffFontName"));
   fontFamily_->setFontFilters(QFontComboBox::MonospacedFonts);
-  fontSize_ = new QSpinBox(page);
+  fontSize_ = natural(new QSpinBox(page));
   fontSize_->setObjectName(QStringLiteral("diffFontSize"));
   fontSize_->setRange(6, 72);
   fontSize_->setSuffix(tr(" pt"));
@@ -208,7 +219,7 @@ QWidget* PreferencesWindowController::makeStatusPage() {
   auto* enabled = new QCheckBox(tr("Update the status of listed repositories automatically"), page);
   controls_->bind(enabled, QStringLiteral("disableAutomaticStatusUpdate"), Notification::updateRepoStatusAutomaticallyChanged, true);
   layout->addRow(enabled);
-  auto* interval = new QSpinBox(page);
+  auto* interval = natural(new QSpinBox(page));
   interval->setRange(5, 24 * 60 * 60);
   interval->setSuffix(tr(" seconds"));
   controls_->bind(interval, QStringLiteral("automaticStatusUpdateInterval"), Notification::updateRepoStatusAutomaticallyChanged);
@@ -240,6 +251,7 @@ void PreferencesWindowController::setSourceFolder(const QString& folder) {
 
 void PreferencesWindowController::loadGitInstances() {
   gitStatus_->setText(tr("Reading the versions of the Git instances…"));
+  gitStatus_->show();
   const int generation = ++gitLoadGeneration_;
   QString custom = Preferences::shared().string(QStringLiteral("customGitInstancePath"));
   std::optional<QString> customPath = custom.isEmpty() ? std::nullopt : std::optional<QString>(custom);
@@ -269,6 +281,7 @@ void PreferencesWindowController::showGitInstances(const std::vector<GitInstance
   gitInstance_->setCurrentIndex(selected);
   loadingGit_ = false;
   gitStatus_->setText(selected < 0 ? tr("The selected Git (%1) does not answer.").arg(current.launchPath()) : QString());
+  gitStatus_->setVisible(!gitStatus_->text().isEmpty());
   Q_EMIT gitInstancesLoaded();
 }
 

@@ -1,6 +1,7 @@
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
 
 #include <QPainter>
+#include <QPen>
 #include <QPixmap>
 #include <array>
 
@@ -31,19 +32,29 @@ QString name(int index) { return isValid(index) ? QString::fromLatin1(tags[size_
 
 QColor color(int index) { return isValid(index) ? QColor(tags[size_t(index)].rgb) : QColor(); }
 
-QIcon icon(std::optional<int> index, int size) {
+namespace {
+QPixmap swatch(std::optional<int> index, int size, bool ringed) {
   QPixmap pixmap(size * 2, size * 2);  // drawn at twice the size for high-density screens
   pixmap.setDevicePixelRatio(2.0);
   pixmap.fill(Qt::transparent);
   if (isValid(index)) {
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
+    // On a selected row the highlight may be the tag's own colour: a white ring keeps
+    // the dot apart from it.
+    painter.setPen(ringed ? QPen(Qt::white, 1.5) : Qt::NoPen);
     painter.setBrush(color(*index));
     const qreal inset = size * 0.15;
     painter.drawEllipse(QRectF(inset, inset, size - 2 * inset, size - 2 * inset));
   }
-  return QIcon(pixmap);
+  return pixmap;
+}
+}  // namespace
+
+QIcon icon(std::optional<int> index, int size) {
+  QIcon icon(swatch(index, size, false));
+  icon.addPixmap(swatch(index, size, true), QIcon::Selected);
+  return icon;
 }
 
 }  // namespace RepositoryColorTags

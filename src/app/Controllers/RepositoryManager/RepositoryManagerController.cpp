@@ -13,6 +13,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTextBrowser>
 #include <QThreadPool>
 #include <QToolButton>
 #include <QUrl>
@@ -22,6 +23,7 @@
 #include "Controllers/RepositoryManager/RepositoryManagerTreeWidget.h"
 #include "Models/AppSettings.h"
 #include "Models/RepositoryManager/RepositoryManagerTree.h"
+#include "Models/RepositoryReadme.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryRescanner.h"
@@ -30,6 +32,13 @@
 namespace {
 using Kind = RepositoryManagerDrop::Kind;
 using Node = RepositoryManagerDrop::Node;
+
+// "~/src/jelv" for a folder below the home folder: shorter, and what users type.
+QString homeRelative(const QString& path) {
+  const QString home = QDir::homePath();
+  if (path.startsWith(home + QLatin1Char('/'))) return QStringLiteral("~") + path.mid(home.size());
+  return QDir::toNativeSeparators(path);
+}
 
 bool isRepository(const Node& node) { return node.kind == Kind::repository || node.kind == Kind::recentRepository; }
 
@@ -112,6 +121,11 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   connect(tree_, &RepositoryManagerTreeWidget::pathsDropped, this, &RepositoryManagerController::addRepositories);
   connect(tree_, &QWidget::customContextMenuRequested, this, &RepositoryManagerController::showContextMenu);
   connect(tree_, &QTreeWidget::currentItemChanged, this, &RepositoryManagerController::updateDetails);
+  connect(showButton_, &QPushButton::clicked, this, [this] {
+    if (QTreeWidgetItem* item = tree_->currentItem(); item && isRepository(RepositoryManagerTreeWidget::node(item))) {
+      QDesktopServices::openUrl(QUrl::fromLocalFile(item->data(0, RepositoryManagerTreeWidget::PathRole).toString()));
+    }
+  });
   connect(openButton_, &QPushButton::clicked, this, [this] {
     if (QTreeWidgetItem* item = tree_->currentItem(); item && isRepository(RepositoryManagerTreeWidget::node(item))) {
       Q_EMIT openRepositoryRequested(item->data(0, RepositoryManagerTreeWidget::PathRole).toString());
@@ -164,6 +178,12 @@ QWidget* RepositoryManagerController::makeDetails() {
   detailsInfo_->setEnabled(false);
   openButton_ = new QPushButton(tr("Open"), details);
   openButton_->setDefault(true);
+  showButton_ = new QPushButton(tr("Show in File Manager"), details);
+  readme_ = new QTextBrowser(details);
+  readme_->setObjectName(QStringLiteral("readme"));
+  readme_->setOpenExternalLinks(true);
+  readme_->setFrameShape(QFrame::NoFrame);
+  readme_->viewport()->setAutoFillBackground(false);
 
   detailsBox_ = new QWidget(details);
   auto* box = new QVBoxLayout(detailsBox_);
@@ -174,9 +194,16 @@ QWidget* RepositoryManagerController::makeDetails() {
   box->addWidget(detailsInfo_);
   auto* buttonRow = new QHBoxLayout;
   buttonRow->addWidget(openButton_);
+  buttonRow->addWidget(showButton_);
   buttonRow->addStretch(1);
   box->addSpacing(8);
   box->addLayout(buttonRow);
+  auto* rule = new QFrame(detailsBox_);
+  rule->setFrameShape(QFrame::HLine);
+  rule->setFrameShadow(QFrame::Sunken);
+  box->addSpacing(8);
+  box->addWidget(rule);
+  box->addWidget(readme_, 1);
 
   emptyLabel_ = new QLabel(details);
   emptyLabel_->setAlignment(Qt::AlignCenter);
@@ -184,10 +211,9 @@ QWidget* RepositoryManagerController::makeDetails() {
   emptyLabel_->setEnabled(false);
 
   auto* layout = new QVBoxLayout(details);
-  layout->setContentsMargins(24, 24, 24, 24);
-  layout->addWidget(detailsBox_);
+  layout->setContentsMargins(24, 20, 24, 12);
+  layout->addWidget(detailsBox_, 1);
   layout->addWidget(emptyLabel_, 1);
-  layout->addStretch(1);
   return details;
 }
 
@@ -211,7 +237,11 @@ void RepositoryManagerController::updateDetails() {
   emptyLabel_->hide();
   detailsBox_->show();
   detailsTitle_->setText(item->text(0));
-  detailsPath_->setText(QDir::toNativeSeparators(item->data(0, RepositoryManagerTreeWidget::PathRole).toString()));
+  const QString path = item->data(0, RepositoryManagerTreeWidget::PathRole).toString();
+  const bool pathChanged = detailsPath_->toolTip() != path;
+  detailsPath_->setText(homeRelative(path));
+  detailsPath_->setToolTip(path);
+  if (pathChanged) loadReadme(path);
 
   QStringList info;
   for (const RepositoryRecordPtr& record : settings_.getRepositories()) {
@@ -224,6 +254,28 @@ void RepositoryManagerController::updateDetails() {
     break;
   }
   detailsInfo_->setText(info.join(QStringLiteral("   ·   ")));
+}
+
+void RepositoryManagerController::loadReadme(const QString& repositoryPath) {
+  // Read in the background: the folder may lie on a slow disk. Only the newest request
+  // is shown.
+  const int generation = ++readmeGeneration_;
+  readme_->clear();
+  readme_->hide();
+  QPointer<RepositoryManagerController> self(this);
+  QThreadPool::globalInstance()->start([self, generation, repositoryPath] {
+    std::optional<QString> html;
+    if (const auto file = RepositoryReadme::find(repositoryPath)) html = RepositoryReadme::html(*file);
+    QMetaObject::invokeMethod(
+        qApp,
+        [self, generation, html] {
+          if (!self || generation != self->readmeGeneration_ || !html) return;
+          self->readme_->setHtml(*html);
+          self->readme_->show();
+          Q_EMIT self->readmeShown();
+        },
+        Qt::QueuedConnection);
+  });
 }
 
 void RepositoryManagerController::updateRescanButton() {

@@ -17,6 +17,7 @@ class QMenu;
 class QMessageBox;
 class QProgressBar;
 class QPushButton;
+class QTextBrowser;
 class QToolButton;
 class QTreeWidgetItem;
 class RepositoryManagerTreeWidget;
@@ -47,12 +48,15 @@ class RepositoryManagerController : public QWidget {
   void openRepositoryRequested(const QString& path);
   // After addRepositories has written the registry and shown any refusal.
   void addFinished(int refusedCount);
+  // The selected repository's read-me is on screen.
+  void readmeShown();
 
  private:
   QWidget* makeDetails();
   void showContextMenu(const QPoint& viewportPoint);
   void addMoveMenu(QMenu& menu, const RepositoryManagerDrop::Node& node);
   void updateDetails();
+  void loadReadme(const QString& repositoryPath);
   void updateRescanButton();
   void applyDrop(const RepositoryManagerDrop::Node& dragged, const RepositoryManagerDrop::Node& target,
                  RepositoryManagerDrop::Position position);
@@ -69,5 +73,8 @@ class RepositoryManagerController : public QWidget {
   QLabel* detailsInfo_ = nullptr;
   QLabel* emptyLabel_ = nullptr;
   QPushButton* openButton_ = nullptr;
+  QPushButton* showButton_ = nullptr;
+  QTextBrowser* readme_ = nullptr;
   QWidget* detailsBox_ = nullptr;
+  int readmeGeneration_ = 0;
 };

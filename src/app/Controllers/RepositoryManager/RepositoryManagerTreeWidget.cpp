@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QStyledItemDelegate>
 #include <QUrl>
 
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
@@ -15,7 +16,19 @@
 
 namespace {
 using Position = RepositoryManagerDrop::Position;
-}
+
+// Rows a little taller than the style's minimum: the tree is the whole of the tab's
+// left side and is read more than it is scrolled.
+class RoomyRowDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    size.setHeight(size.height() + 6);
+    return size;
+  }
+};
+}  // namespace
 
 RepositoryManagerTreeWidget::RepositoryManagerTreeWidget(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
@@ -30,6 +43,8 @@ RepositoryManagerTreeWidget::RepositoryManagerTreeWidget(QWidget* parent) : QTre
   setIconSize(QSize(12, 12));
   setAnimated(false);
   setAccessibleName(tr("Repositories"));
+  setItemDelegate(new RoomyRowDelegate(this));
+  setIndentation(16);
 
   connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) {
     if (!rebuilding_) expanded_.insert(expansionKey(item), true);

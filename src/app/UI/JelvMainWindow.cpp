@@ -2,9 +2,11 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolBar>
 #include <QToolButton>
 
 #include "UI/JelvDocumentController.h"
@@ -69,6 +71,11 @@ void JelvMainWindow::buildMenus() {
   add(file, QStringLiteral("quitAction"), tr("Quit"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
       [this] { documents_.quit(); });
 
+  // Filled when it opens, from the tab in front.
+  QMenu* repository = menuBar()->addMenu(tr("&Repository"));
+  repository->setObjectName(QStringLiteral("repositoryMenu"));
+  connect(repository, &QMenu::aboutToShow, this, [this, repository] { fillRepositoryMenu(repository); });
+
   QMenu* view = menuBar()->addMenu(tr("&View"));
   add(view, QStringLiteral("nextTabAction"), tr("Select Next Tab"),
       {QKeySequence(QStringLiteral("Ctrl+Tab")), QKeySequence(QStringLiteral("Ctrl+PgDown"))},
@@ -78,6 +85,23 @@ void JelvMainWindow::buildMenus() {
       {QKeySequence(QStringLiteral("Ctrl+Shift+Tab")), QKeySequence(QStringLiteral("Ctrl+Shift+Backtab")),
        QKeySequence(QStringLiteral("Ctrl+PgUp"))},
       [this] { selectPreviousTab(); });
+}
+
+void JelvMainWindow::fillRepositoryMenu(QMenu* menu) {
+  menu->clear();
+  const JelvWindowController* front = currentTab();
+  if (!front || !front->toolbar()) {
+    menu->addAction(tr("No repository in front"))->setEnabled(false);
+    return;
+  }
+  // The toolbar's own actions, so menu and toolbar cannot disagree.
+  for (QAction* action : front->toolbar()->actions()) {
+    if (action->isSeparator()) {
+      menu->addSeparator();
+    } else if (action->isVisible()) {
+      menu->addAction(action);
+    }
+  }
 }
 
 QAction* JelvMainWindow::action(const QString& objectName) const { return findChild<QAction*>(objectName); }

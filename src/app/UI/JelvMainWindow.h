@@ -9,6 +9,7 @@
 class JelvDocumentController;
 class JelvWindowController;
 class QAction;
+class QMenu;
 class QTabWidget;
 
 class JelvMainWindow : public QMainWindow {
@@ -46,6 +47,7 @@ class JelvMainWindow : public QMainWindow {
 
  private:
   void buildMenus();
+  void fillRepositoryMenu(QMenu* menu);
   void updateTitle();
   void closeTabAt(int index);
 

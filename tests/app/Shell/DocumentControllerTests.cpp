@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -191,4 +192,28 @@ TEST_F(DocumentController, TheManagerTabOpensWhatItsViewAsksFor) {
   EXPECT_EQ(window->tab(1)->kind(), JelvWindowController::Kind::repository);
   EXPECT_EQ(window->currentTab(), window->tab(1));
   EXPECT_EQ(window->tab(0)->kind(), JelvWindowController::Kind::repositoryManager);
+}
+
+TEST_F(DocumentController, TheRepositoryMenuFollowsTheTabInFront) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  JelvDocumentController documents(registry(), preferences());
+  documents.openRepository(alpha.path());
+  ASSERT_TRUE(settle(documents));
+  JelvMainWindow* window = documents.windows().first();
+  auto* menu = window->findChild<QMenu*>(QStringLiteral("repositoryMenu"));
+  ASSERT_TRUE(menu);
+  auto enabledNames = [menu] {
+    Q_EMIT menu->aboutToShow();
+    QStringList names;
+    for (QAction* action : menu->actions()) {
+      if (!action->isSeparator() && action->isEnabled()) names << action->objectName();
+    }
+    return names;
+  };
+  EXPECT_EQ(enabledNames(), (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
+                                         "activityAction"}));
+  documents.newRepositoryManagerAsTab(window);
+  EXPECT_TRUE(enabledNames().isEmpty());
+  window->selectPreviousTab();
+  EXPECT_EQ(enabledNames().size(), 5);
 }

@@ -8,6 +8,8 @@
 #include <QTextBrowser>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QProgressBar>
+#include <QUrl>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,6 +18,7 @@
 #include "Controllers/RepositoryManager/RepositoryManagerTreeWidget.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
+#include "Services/RepositoryRescanner.h"
 #include "support/TempRepository.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
@@ -323,6 +326,62 @@ TEST_F(ManagerTest, AddingValidatesEachPathAndReportsTheRefusedOnes) {
   EXPECT_EQ(alert->windowTitle(), QStringLiteral("The directory is not a git repository"));
   EXPECT_EQ(alert->text(), QStringLiteral("'") + plain + QStringLiteral("' is not a git repository. Please select a correct path."));
   alert->accept();
+}
+
+TEST_F(ManagerTest, FoldersDroppedFromTheFileManagerAreAdded) {
+  TempRepository repository(true, QStringLiteral("dropped"));
+  show();
+  QSignalSpy finished(controller.get(), &RepositoryManagerController::addFinished);
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(repository.path()), QUrl::fromLocalFile(repository.path() + QStringLiteral("/.git/HEAD"))});
+  const QPoint point = tree().viewport()->rect().center();
+  QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(tree().viewport(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent dropEvent(QPointF(point), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(tree().viewport(), &dropEvent);
+  ASSERT_TRUE(finished.wait(15000));
+  EXPECT_EQ(finished.at(0).at(0).toInt(), 0);  // the file was not offered
+  settle();
+  ASSERT_EQ(reopen()->getRepositories().size(), 1u);
+  EXPECT_TRUE(findByText(tree(), QStringLiteral("dropped"), Kind::repository));
+}
+
+TEST_F(ManagerTest, RescanShowsProgressAndRebuildsTheTreeKeepingCategoriesButNotTags) {
+  QTemporaryDir source;
+  auto makeRepository = [&](const QString& relative) {
+    const QString path = source.path() + QLatin1Char('/') + relative;
+    QDir().mkpath(path);
+    runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), path});
+    return path;
+  };
+  makeRepository(QStringLiteral("team/api"));
+  const QString web = makeRepository(QStringLiteral("team/web"));
+  const int64_t web0 = *settings->addRepository(web, source.path());
+  settings->setRepositoryColorTag(web0, 2);
+  settings->renameRepository(web0, QStringLiteral("Website"));
+  const int64_t mine = settings->createCategory(QStringLiteral("Mine"), std::nullopt);
+  Preferences::shared().setDefaultSourceFolder(source.path());
+  show();
+
+  auto* progress = controller->findChild<QProgressBar*>();
+  ASSERT_TRUE(progress);
+  EXPECT_FALSE(progress->isVisible());
+  QSignalSpy finished(&RepositoryRescanner::shared(), &RepositoryRescanner::finished);
+  QTest::keyClick(&tree(), Qt::Key_F5);
+  EXPECT_TRUE(progress->isVisible());
+  ASSERT_TRUE(finished.wait(20000));
+  settle();
+  EXPECT_FALSE(progress->isVisible());
+
+  // Rows are made anew: the tag and the name are gone, the categories stay.
+  EXPECT_EQ(describe(tree()).mid(0, 5), (QStringList{"Repositories/", "  team/", "    api", "    web", "  Mine/"}))
+      << describe(tree()).join(QLatin1Char('\n')).toStdString();
+  QStringList categories;
+  for (const CategoryRecord& category : reopen()->getCategories()) categories << category.name;
+  EXPECT_EQ(categories, (QStringList{"team", "Mine"}));
+  EXPECT_EQ(reopen()->getParentCategory(mine), std::nullopt);
+  Preferences::shared().remove(QStringLiteral("defaultSourceFolder"));
 }
 
 TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategories) {

@@ -6,6 +6,7 @@
 
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
+#include "Services/PreferencesNotifier.h"
 
 RepositoryOpener::RepositoryOpener(AppSettings& settings, DocumentOpener openDocument, QObject* parent)
     : QObject(parent), settings_(settings), openDocument_(std::move(openDocument)) {}
@@ -41,6 +42,8 @@ void RepositoryOpener::finish(const QString& path, const std::variant<GitModule,
     const GitModule& module = std::get<GitModule>(validation);
     if (openDocument_) openDocument_(module);
     settings_.addRepository(module.repositoryPath);
+    // The recent list of any open repository manager follows.
+    PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryManagerDataUpdated);
     result.gitModule = module;
   }
   if (completionHandler) completionHandler(result);

@@ -1,6 +1,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QSignalSpy>
 
+#include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryOpener.h"
 #include "Services/RepositoryScan.h"
 #include "ScanFixture.h"
@@ -153,8 +155,10 @@ TEST_F(OpenRepositoryTest, OpeningShowsTheDocumentAndPutsTheRepositoryFirstInThe
   settings->addRepository(beta);
   clock = clock.addSecs(60);
 
+  QSignalSpy managerUpdates(&PreferencesNotifier::shared(), &PreferencesNotifier::repositoryManagerDataUpdated);
   const auto result = open(QStringLiteral("file://") + alpha);
   ASSERT_TRUE(result.gitModule.has_value());
+  EXPECT_EQ(managerUpdates.count(), 1);  // the recent list of an open manager follows
   EXPECT_EQ(result.gitModule->repositoryPath, alpha);
   ASSERT_EQ(opened.size(), 1u);
   EXPECT_EQ(opened[0], *result.gitModule);

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -21,6 +22,7 @@
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
 #include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/QueuedWork.h"
 #include "Controllers/Sheets/AddGitIgnorePatternController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
@@ -31,6 +33,7 @@
 #include "Git/Commands/WorkingDirectory/DiscardChangedFilesCommand.h"
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
+#include "Git/Commands/WorkingDirectory/SaveChangesAsPatchGitCommand.h"
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
 #include "Jobs/Job.h"
@@ -325,6 +328,15 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
   } else {
     menu.addAction(tr("Unstage"), this, [this, chosen] { unstage(chosen); });
   }
+  menu.addAction(tr("Save as Patch…"), this, [this, chosen] {
+    Preferences& preferences = Preferences::shared();
+    const QString folder = preferences.recentPatchDirectory().value_or(QDir::homePath());
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save as Patch"), QDir(folder).filePath(QStringLiteral("changes.patch")),
+                                                      tr("Patches (*.patch *.diff);;All Files (*)"));
+    if (path.isEmpty()) return;
+    preferences.setRecentPatchDirectory(QFileInfo(path).absolutePath());
+    savePatch(chosen, path);
+  });
   menu.addSeparator();
   const QString root = module_.repositoryPath;
   menu.addAction(tr("Copy Full Path"), this, [root, chosen] {
@@ -349,6 +361,19 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
     }
   }
   menu.exec(list->viewport()->mapToGlobal(position));
+}
+
+void LocalChangesView::savePatch(const ChangedFileList& files, const QString& path) {
+  if (files.empty()) return;
+  const GitModule module = module_;
+  const bool amend = commitBox_->isAmending();
+  runQueued<GitVoidResult>(
+      queue_, this, tr("Save as patch"), Job::Show{3},
+      [module, files, path, amend](JobProgress&) { return SaveChangesAsPatchGitCommand::execute(module, files, path, amend); },
+      [this, path](const GitVoidResult& result) {
+        if (result) Q_EMIT patchSaved(path);
+        else ErrorWindowController::present(this, module_, result.error(), queue_);
+      });
 }
 
 void LocalChangesView::ignore(const QString& pattern) {

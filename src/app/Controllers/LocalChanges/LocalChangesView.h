@@ -43,6 +43,8 @@ class LocalChangesView : public QWidget {
   void setFileListMode(FileListViewMode mode);
   // Appends the pattern to .gitignore by a job, then reads the status again.
   void ignore(const QString& pattern);
+  // Writes the files' changes as one patch by a job; patchSaved follows, or the error sheet.
+  void savePatch(const ChangedFileList& files, const QString& path);
   // "Add files to .gitignore" with the pattern to start from.
   void showIgnorePatternSheet(const QString& initialPattern);
   // The small editor sheet for a text file of the work tree (".gitignore", ".gitattributes").
@@ -62,6 +64,7 @@ class LocalChangesView : public QWidget {
  Q_SIGNALS:
   void reloaded();
   void diffLoaded();
+  void patchSaved(const QString& path);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

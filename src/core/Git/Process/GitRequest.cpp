@@ -327,6 +327,8 @@ GitDataResponse GitRequest::executeData(const std::optional<QByteArray>& stdInpu
     LOG_WARNING(QStringLiteral("Git error '%1':\n%2").arg(arguments.join(QLatin1Char(' ')), errorText));
   }
   response.failure = GitResponseError{GitResponseError::Kind::unknownError, {}, status, decodeString(out).value_or(QString()), errorText};
+  // Kept as bytes too: "diff --no-index" reports a difference with status 1.
+  response.data = std::move(out);
   return response;
 }
 

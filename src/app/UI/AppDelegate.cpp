@@ -12,6 +12,17 @@
 #include "UI/JelvWindowController.h"
 #include "UI/WelcomeWindowController.h"
 
+namespace {
+// "https://host/x", "ssh://...", "git@host:owner/repo"; not a path or a "file:" URL.
+bool isRemoteUrl(const QString& target) {
+  if (target.startsWith(QLatin1Char('/')) || target.startsWith(QStringLiteral("file:"))) return false;
+  if (target.contains(QStringLiteral("://"))) return true;
+  const qsizetype colon = target.indexOf(QLatin1Char(':'));
+  const qsizetype slash = target.indexOf(QLatin1Char('/'));
+  return colon > 0 && (slash < 0 || colon < slash);
+}
+}  // namespace
+
 AppDelegate::AppDelegate(AppSettings& registry, Preferences& preferences, QObject* parent)
     : QObject(parent), registry_(registry), preferences_(preferences) {}
 
@@ -106,10 +117,9 @@ void AppDelegate::handleURLEvent(const QString& url) {
   switch (parsed.kind) {
     case ApplicationUrl::Kind::openRepository:
       LOG_INFO(QStringLiteral("Open repository by URL: ") + parsed.target);
-      // Only local paths are matched and opened; matching a remote's URL would need the
-      // remotes of every open tab.
-      if (parsed.target.contains(QStringLiteral("://")) && !parsed.target.startsWith(QStringLiteral("file:"))) {
-        LOG_WARNING(QStringLiteral("No open repository for ") + parsed.target);
+      // A remote's URL fronts the open repository that has it; a path opens as a folder.
+      if (isRemoteUrl(parsed.target)) {
+        documents_->bringRepositoryWithRemoteToFront(parsed.target);
       } else {
         documents_->openRepository(parsed.target);
       }

@@ -5,8 +5,11 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTabWidget>
+#include <QThreadPool>
 
+#include "Git/Commands/Remotes/GetRemotesGitCommand.h"
 #include "Logging/AdvancedLogger.h"
+#include "Models/ApplicationUrl.h"
 #include "Models/AppSettings.h"
 #include "Services/ApplicationStartup.h"
 #include "Services/Preferences.h"
@@ -154,6 +157,41 @@ void JelvDocumentController::openRepository(const QString& url, JelvMainWindow* 
       }
     }
     finishOpen();
+  });
+}
+
+void JelvDocumentController::bringRepositoryWithRemoteToFront(const QString& remoteUrl) {
+  std::vector<GitModule> modules;
+  QList<QPointer<JelvWindowController>> tabs;
+  for (JelvMainWindow* window : windows()) {
+    for (int i = 0; i < window->tabCount(); ++i) {
+      JelvWindowController* tab = window->tab(i);
+      if (!tab->gitModule()) continue;
+      modules.push_back(*tab->gitModule());
+      tabs << tab;
+    }
+  }
+  ++pendingOpens_;
+  QPointer<JelvDocumentController> self(this);
+  auto done = [self, tabs, remoteUrl](int found) {
+    if (!self) return;
+    if (found >= 0 && tabs.at(found)) {
+      self->bringToFront(tabs.at(found));
+    } else {
+      LOG_WARNING(QStringLiteral("No open repository has the remote ") + remoteUrl);
+    }
+    self->finishOpen();
+  };
+  QThreadPool::globalInstance()->start([self, modules = std::move(modules), remoteUrl, done = std::move(done)] {
+    int found = -1;
+    for (int i = 0; i < int(modules.size()) && found < 0; ++i) {
+      const auto remotes = GetRemotesGitCommand::execute(modules[i]);
+      if (!remotes) continue;
+      for (const Remote& remote : remotes.value()) {
+        if (ApplicationUrl::sameRepository(remote.repositoryUrl.rawUrlString, remoteUrl)) found = i;
+      }
+    }
+    if (self) QMetaObject::invokeMethod(self.data(), [done, found] { done(found); }, Qt::QueuedConnection);
   });
 }
 

@@ -41,6 +41,9 @@ class JelvDocumentController : public QObject {
   // The folder panel: "Open a directory that contains a Git repository".
   void openDocument(QWidget* parent = nullptr);
   JelvWindowController* findRepositoryTab(const QString& repositoryPath) const;
+  // Fronts the open repository that has a remote with this URL; the remotes are read off
+  // the main thread. Nothing opens when none has it: that would take a clone.
+  void bringRepositoryWithRemoteToFront(const QString& remoteUrl);
   void bringToFront(JelvWindowController* tab);
 
   // Opens the saved windows; their repository tabs open in order.

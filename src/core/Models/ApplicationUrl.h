@@ -13,6 +13,10 @@ struct ApplicationUrl {
   bool operator==(const ApplicationUrl&) const = default;
 
   static ApplicationUrl parse(const QString& url);
+  // Whether two remote URLs name the same repository: same host, owner and name, with
+  // protocol, user name, ".git" and letter case set aside.
+  static bool sameRepository(const QString& first, const QString& second);
+
   // Whether a command-line argument is a URL of one of the schemes rather than a folder.
   static bool hasApplicationScheme(const QString& argument);
 

@@ -172,3 +172,27 @@ TEST_F(StartupFlow, ALaterLaunchWithoutArgumentsReopensAWindowWhenNoneIsLeft) {
   ASSERT_EQ(delegate.documents().windows().size(), 1);
   EXPECT_EQ(tabsOf(*delegate.documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
 }
+
+TEST_F(StartupFlow, AnOpenRepoUrlWithARemoteFrontsTheTabThatHasIt) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  alpha.git({QStringLiteral("remote"), QStringLiteral("add"), QStringLiteral("origin"), QStringLiteral("https://example.com/ada/alpha.git")});
+  TempRepository beta(true, QStringLiteral("beta"));
+  beta.git({QStringLiteral("remote"), QStringLiteral("add"), QStringLiteral("origin"), QStringLiteral("https://example.com/ada/beta.git")});
+  preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
+  AppDelegate delegate(registry(), preferences());
+  delegate.applicationWillFinishLaunching();
+  delegate.applicationDidFinishLaunching({alpha.path(), beta.path()});
+  ASSERT_TRUE(settle(delegate.documents()));
+  JelvMainWindow* window = delegate.documents().windows().first();
+  ASSERT_EQ(window->currentTab(), window->tab(1));
+
+  delegate.handleURLEvent(QStringLiteral("github-mac://openRepo/git@example.com:ada/alpha"));
+  ASSERT_TRUE(settle(delegate.documents()));
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+
+  // A remote that no open repository has opens nothing.
+  delegate.handleURLEvent(QStringLiteral("github-mac://openRepo/https://example.com/ada/gamma"));
+  ASSERT_TRUE(settle(delegate.documents()));
+  EXPECT_EQ(window->tabCount(), 2);
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+}

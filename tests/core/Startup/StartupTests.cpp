@@ -124,3 +124,20 @@ TEST_F(Startup, NoOldTabsMeansTheManagerAndTheImportIsDone) {
             UntitledFileDecision::Kind::repositoryManager);
   EXPECT_TRUE(preferences().boolean(QStringLiteral("importedOldTabs")));
 }
+
+TEST(ApplicationUrl, RemoteUrlsOfOneRepositoryMatchWhateverTheirForm) {
+  const QString https = QStringLiteral("https://github.com/Ada/Jelv.git");
+  for (const char* same : {"git@github.com:ada/jelv", "ssh://git@github.com/ada/jelv.git", "https://github.com/ada/jelv/",
+                           "https://token@github.com/ada/jelv"}) {
+    EXPECT_TRUE(ApplicationUrl::sameRepository(https, QString::fromLatin1(same))) << same;
+  }
+  for (const char* other : {"https://github.com/ada/jelv-docs", "https://github.com/ben/jelv", "https://gitlab.com/ada/jelv",
+                            ""}) {
+    EXPECT_FALSE(ApplicationUrl::sameRepository(https, QString::fromLatin1(other))) << other;
+  }
+  EXPECT_TRUE(ApplicationUrl::sameRepository(QStringLiteral("https://git.example.org/team/tools/jelv.git"),
+                                             QStringLiteral("git@git.example.org:team/tools/jelv")));
+  EXPECT_FALSE(ApplicationUrl::sameRepository(QStringLiteral("https://git.example.org/team/tools/jelv.git"),
+                                              QStringLiteral("https://git.example.org/team/other/jelv.git")));
+  EXPECT_TRUE(ApplicationUrl::sameRepository(QStringLiteral("/srv/git/jelv.git"), QStringLiteral("/srv/git/jelv")));
+}

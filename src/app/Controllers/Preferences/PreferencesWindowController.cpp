@@ -44,6 +44,13 @@ W* natural(W* widget) {
   return widget;
 }
 
+// The label of a row whose field is a layout: its mnemonic goes to the main control.
+QLabel* buddyLabel(const QString& text, QWidget* buddy) {
+  auto* label = new QLabel(text, buddy->parentWidget());
+  label->setBuddy(buddy);
+  return label;
+}
+
 QLabel* note(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setWordWrap(true);
@@ -106,7 +113,7 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
   sourceFolder_->setObjectName(QStringLiteral("defaultSourceFolder"));
   sourceFolder_->setReadOnly(true);
   sourceFolder_->setPlaceholderText(tr("Not set"));
-  auto* choose = new QPushButton(tr("Choose…"), page);
+  auto* choose = new QPushButton(tr("C&hoose…"), page);
   connect(choose, &QPushButton::clicked, this, [this] {
     const QString start = sourceFolder_->text().isEmpty() ? QDir::homePath() : sourceFolder_->text();
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Source Folder"), start);
@@ -115,9 +122,9 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
   auto* folderRow = new QHBoxLayout;
   folderRow->addWidget(sourceFolder_, 1);
   folderRow->addWidget(choose);
-  layout->addRow(tr("Source folder:"), folderRow);
+  layout->addRow(buddyLabel(tr("&Source folder:"), choose), folderRow);
 
-  rescanButton_ = new QPushButton(tr("Rescan Repositories"), page);
+  rescanButton_ = new QPushButton(tr("&Rescan Repositories"), page);
   rescanButton_->setObjectName(QStringLiteral("rescan"));
   rescanStatus_ = note({}, page);
   connect(rescanButton_, &QPushButton::clicked, this, [this] { RepositoryRescanner::shared().start(settings_); });
@@ -139,7 +146,7 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
   gitField->setSpacing(4);
   gitField->addWidget(gitInstance_);
   gitField->addWidget(gitStatus_);
-  layout->addRow(tr("Git:"), gitField);
+  layout->addRow(buddyLabel(tr("&Git:"), gitInstance_), gitField);
 
   auto* appearance = natural(new QComboBox(page));
   appearance->addItems({tr("System"), tr("Light"), tr("Dark")});
@@ -148,7 +155,7 @@ QWidget* PreferencesWindowController::makeGeneralPage() {
     if (controls_->isLoading()) return;
     if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance()); app && index >= 0) Appearance::apply(*app, index);
   });
-  layout->addRow(tr("Appearance:"), appearance);
+  layout->addRow(tr("&Appearance:"), appearance);
   return page;
 }
 
@@ -158,7 +165,7 @@ QWidget* PreferencesWindowController::makeCommitListPage() {
   auto* order = natural(new QComboBox(page));
   order->addItems({tr("Topological (no parent before its children)"), tr("By commit date")});
   controls_->bind(order, QStringLiteral("useTopologicalCommitOrder"), Notification::revisionOrderingChanged, true);
-  layout->addRow(tr("Order:"), order);
+  layout->addRow(tr("&Order:"), order);
 
   auto* maxCount = natural(new QSpinBox(page));
   maxCount->setRange(100, 10'000'000);
@@ -166,7 +173,7 @@ QWidget* PreferencesWindowController::makeCommitListPage() {
   maxCount->setGroupSeparatorShown(true);
   maxCount->setSuffix(tr(" commits"));
   controls_->bind(maxCount, QStringLiteral("maxCommitCount"), Notification::revisionOrderingChanged);
-  layout->addRow(tr("Load at most:"), maxCount);
+  layout->addRow(tr("&Load at most:"), maxCount);
   layout->addRow(QString(), note(tr("Larger histories show only their newest commits."), page));
   return page;
 }
@@ -178,21 +185,21 @@ QWidget* PreferencesWindowController::makeDiffPage() {
   context->setRange(0, 1000);
   context->setSuffix(tr(" lines"));
   controls_->bind(context, QStringLiteral("contextSize"), Notification::diffContextSizeChanged);
-  layout->addRow(tr("Context:"), context);
+  layout->addRow(tr("&Context:"), context);
 
-  auto* entireFile = new QCheckBox(tr("Show the entire file"), page);
+  auto* entireFile = new QCheckBox(tr("Show the &entire file"), page);
   controls_->bind(entireFile, QStringLiteral("diffShowEntireFile"), Notification::diffContextSizeChanged);
   connect(entireFile, &QCheckBox::toggled, context, [context](bool on) { context->setEnabled(!on); });
   controls_->onReload([context, entireFile] { context->setEnabled(!entireFile->isChecked()); });
   layout->addRow(QString(), entireFile);
 
-  auto* whitespace = new QCheckBox(tr("Ignore white space"), page);
+  auto* whitespace = new QCheckBox(tr("Ignore &white space"), page);
   controls_->bind(whitespace, QStringLiteral("diffIgnoreWhitespaces"), Notification::diffIgnoreWhitespacesChanged);
   layout->addRow(QString(), whitespace);
-  auto* wrap = new QCheckBox(tr("Wrap long lines"), page);
+  auto* wrap = new QCheckBox(tr("Wrap &long lines"), page);
   controls_->bind(wrap, QStringLiteral("diffWordWrapKey"), Notification::diffTextViewWordWrapChanged);
   layout->addRow(QString(), wrap);
-  auto* hidden = new QCheckBox(tr("Show hidden symbols"), page);
+  auto* hidden = new QCheckBox(tr("Show &hidden symbols"), page);
   controls_->bind(hidden, QStringLiteral("diffShowHiddenSymbols"), Notification::diffShowHiddenSymbolsChanged);
   layout->addRow(QString(), hidden);
 
@@ -209,14 +216,14 @@ QWidget* PreferencesWindowController::makeDiffPage() {
   auto* fontRow = new QHBoxLayout;
   fontRow->addWidget(fontFamily_, 1);
   fontRow->addWidget(fontSize_);
-  layout->addRow(tr("Font:"), fontRow);
+  layout->addRow(buddyLabel(tr("&Font:"), fontFamily_), fontRow);
   return page;
 }
 
 QWidget* PreferencesWindowController::makeStatusPage() {
   auto* page = new QWidget(this);
   QFormLayout* layout = form(page);
-  auto* enabled = new QCheckBox(tr("Update the status of listed repositories automatically"), page);
+  auto* enabled = new QCheckBox(tr("&Update the status of listed repositories automatically"), page);
   controls_->bind(enabled, QStringLiteral("disableAutomaticStatusUpdate"), Notification::updateRepoStatusAutomaticallyChanged, true);
   layout->addRow(enabled);
   auto* interval = natural(new QSpinBox(page));
@@ -225,7 +232,7 @@ QWidget* PreferencesWindowController::makeStatusPage() {
   controls_->bind(interval, QStringLiteral("automaticStatusUpdateInterval"), Notification::updateRepoStatusAutomaticallyChanged);
   connect(enabled, &QCheckBox::toggled, interval, &QWidget::setEnabled);
   controls_->onReload([interval, enabled] { interval->setEnabled(enabled->isChecked()); });
-  layout->addRow(tr("Every:"), interval);
+  layout->addRow(tr("&Every:"), interval);
   return page;
 }
 
@@ -240,7 +247,7 @@ void PreferencesWindowController::reload() {
 void PreferencesWindowController::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   // Another window may have changed a key since this one was made.
-  if (!event->spontaneous()) controls_->reload();
+  if (!event->spontaneous()) reload();
 }
 
 void PreferencesWindowController::setSourceFolder(const QString& folder) {

@@ -57,12 +57,14 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   tree_ = new RepositoryManagerTreeWidget(this);
   tree_->setContextMenuPolicy(Qt::CustomContextMenu);
 
-  auto* addButton = toolButton(tr("Add…"), tr("Add a repository from a folder (Ctrl+Shift+A)"), this);
+  auto* openButton = toolButton(tr("Open…"), tr("Open a repository from a folder"), this);
+  auto* addButton = toolButton(tr("Add…"), tr("Add a repository from a folder to the list (Ctrl+Shift+A)"), this);
   auto* categoryButton = toolButton(tr("New Category"), tr("Create a category (Ctrl+Shift+N)"), this);
   rescanButton_ = toolButton(tr("Rescan"), {}, this);
   auto* buttons = new QHBoxLayout;
   buttons->setContentsMargins(4, 4, 4, 0);
   buttons->setSpacing(2);
+  buttons->addWidget(openButton);
   buttons->addWidget(addButton);
   buttons->addWidget(categoryButton);
   buttons->addStretch(1);
@@ -111,6 +113,7 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), &RepositoryManagerController::createCategory);
   shortcut(QKeySequence(Qt::Key_F5), &RepositoryManagerController::startRescan);
 
+  connect(openButton, &QToolButton::clicked, this, &RepositoryManagerController::openDocumentRequested);
   connect(addButton, &QToolButton::clicked, this, &RepositoryManagerController::chooseRepositoryToAdd);
   connect(categoryButton, &QToolButton::clicked, this, &RepositoryManagerController::createCategory);
   connect(rescanButton_, &QToolButton::clicked, this, &RepositoryManagerController::startRescan);

@@ -46,6 +46,8 @@ class RepositoryManagerController : public QWidget {
 
  Q_SIGNALS:
   void openRepositoryRequested(const QString& path);
+  // "Open…": the host asks for any folder and opens it.
+  void openDocumentRequested();
   // After addRepositories has written the registry and shown any refusal.
   void addFinished(int refusedCount);
   // The selected repository's read-me is on screen.

@@ -87,6 +87,11 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   EXPECT_NE(inks[1], inks[2]);
   EXPECT_GT(inks[2].red(), inks[2].green() + 60);
 
+  // A limit changed in the preferences applies at once: 78 is no longer too long.
+  EXPECT_FALSE(box->counterLabel()->toolTip().isEmpty());
+  Preferences::shared().setCommitSubjectLimitHigh(100);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return box->counterLabel()->toolTip().isEmpty(); }, 2000));
+  Preferences::shared().setCommitSubjectLimitHigh(70);
 }
 
 // The guide is a faint line at its column, and none is drawn at column 0.

@@ -89,9 +89,9 @@ TEST(FileLists, TreeModeStagesFoldersAndKeepsCollapsedFolders) {
   EXPECT_EQ(visibleRows(unstaged), (QStringList{QStringLiteral("docs/guide"), QStringLiteral("top.txt")}));
   EXPECT_EQ(visibleRows(view.stagedList()).first(), QStringLiteral("src"));
 
-  // Back to the flat list: full paths, one row per file.
-  view.setFileListMode(FileListViewMode::list);
-  EXPECT_EQ(Preferences::shared().fileListMode(), 0);
+  // Back to the flat list from the preferences: full paths, one row per file.
+  Preferences::shared().setFileListMode(0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return unstaged->mode() == FileListViewMode::list; }, 2000));
   EXPECT_EQ(visibleRows(unstaged), (QStringList{QStringLiteral("docs/guide/new.md"), QStringLiteral("top.txt")}));
   EXPECT_EQ(visibleRows(view.stagedList()), (QStringList{QStringLiteral("src/app/b.cpp"), QStringLiteral("src/core/a.cpp")}));
 }

@@ -92,6 +92,12 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::pageGuideLinePositionChanged, this,
           [this] { description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn()); });
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::commitSubjectLimitChanged, this, &CommitBoxView::updateCounter);
+  // Whoever writes these keys, the box follows.
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
+    if (key == QStringLiteral("commitSubjectLimitLow") || key == QStringLiteral("commitSubjectLimitHigh")) updateCounter();
+    if (key == QStringLiteral("pageGuideLinePosition")) description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn());
+    if (key == QStringLiteral("enableCommitSpellChecking")) spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
+  });
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::enableCommitSpellCheckingChanged, this, [this] {
     spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
   });

@@ -44,6 +44,7 @@
 #include "Models/RepositoryState.h"
 #include "Models/XPatch.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 namespace {
 QPushButton* smallButton(const QString& title, QWidget* parent) {
@@ -154,17 +155,24 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   connect(discardButton_, &QPushButton::clicked, this, [this] { discard(selection(unstaged_)); });
   connect(commitBox_, &CommitBoxView::committed, this, &LocalChangesView::reload);
   connect(commitBox_, &CommitBoxView::amendChanged, this, &LocalChangesView::reload);
+  // The preferences window may change the mode too.
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
+    if (key != QStringLiteral("fileListMode")) return;
+    const FileListViewMode mode = Preferences::shared().fileListMode() == 1 ? FileListViewMode::tree : FileListViewMode::list;
+    if (mode != unstaged_->mode()) setFileListMode(mode);
+  });
   showFiles({});
 }
 
 ChangedFileList LocalChangesView::selection(FileListView* list) const { return list->selectedFiles(); }
 
 void LocalChangesView::setFileListMode(FileListViewMode mode) {
-  Preferences::shared().setFileListMode(static_cast<int>(mode));
+  // The lists first: the stored value is reported back synchronously.
   unstaged_->setMode(mode);
   staged_->setMode(mode);
   const auto actions = modeButton_->menu()->actions();
   for (int i = 0; i < actions.size(); ++i) actions[i]->setChecked(i == static_cast<int>(mode));
+  if (Preferences::shared().fileListMode() != static_cast<int>(mode)) Preferences::shared().setFileListMode(static_cast<int>(mode));
 }
 
 bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {

@@ -179,6 +179,15 @@ TEST_F(PreferencesWindowTest, GitInstancesAreListedWithTheirVersionsAndTheChoice
   Q_EMIT combo->activated(systemIndex);
   EXPECT_EQ(Preferences::shared().gitInstance(), GitInstanceType::system());
   EXPECT_EQ(Preferences::shared().integer(QStringLiteral("gitInstanceType")), 0);
+
+  // A git of the user's own joins the list, chosen.
+  const QString own = bin.path() + QStringLiteral("/my-git");
+  ASSERT_TRUE(QFile::link(QStringLiteral("/usr/bin/git"), own));
+  window->useCustomGitInstance(own);
+  ASSERT_TRUE(loaded.wait(20000));
+  EXPECT_EQ(Preferences::shared().string(QStringLiteral("customGitInstancePath")), own);
+  EXPECT_EQ(Preferences::shared().integer(QStringLiteral("gitInstanceType")), 2);
+  EXPECT_EQ(combo->currentText(), QStringLiteral("%1 (%2)").arg(systemVersion, own));
 }
 
 TEST_F(PreferencesWindowTest, TheSourceFolderIsStoredAndItsRescanFillsTheRegistry) {

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
 #include <QDropEvent>
+#include <QContextMenuEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QTimer>
 #include <QLineEdit>
 #include <QTextBrowser>
 #include <QMessageBox>
@@ -458,6 +462,46 @@ TEST_F(ManagerTest, SelectingARepositoryShowsItsDetailsAndReadMe) {
   tree().setCurrentItem(findByText(tree(), QStringLiteral("bare"), Kind::repository));
   QTest::qWait(200);
   EXPECT_FALSE(browser->isVisible());
+}
+
+TEST_F(ManagerTest, TheMenuKeyOffersTheCurrentEntrysActions) {
+  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  const int64_t id = add(QStringLiteral("api"));
+  show();
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("api"), Kind::repository));
+
+  // Picks "Colour Tag" > "Green" and "Move To" > "Work" from the menu that opens, as
+  // arrow keys and Return would.
+  auto openMenuAndPick = [&](const QString& submenu, const QString& entry) {
+    QStringList titles;
+    QTimer::singleShot(0, [&] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_TRUE(menu);
+      for (QAction* action : menu->actions()) {
+        titles << action->text();
+        if (action->text() != submenu || !action->menu()) continue;
+        for (QAction* inner : action->menu()->actions())
+          if (inner->text() == entry) inner->trigger();
+      }
+      menu->close();
+    });
+    // Where the platform puts a keyboard context menu: the middle of the current row.
+    const QPoint center = tree().viewport()->mapTo(&tree(), tree().visualItemRect(tree().currentItem()).center());
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, center);
+    QCoreApplication::sendEvent(&tree(), &event);
+    settle();
+    return titles;
+  };
+  const QStringList titles = openMenuAndPick(QStringLiteral("Colour Tag"), QStringLiteral("Green"));
+  EXPECT_TRUE(titles.contains(QStringLiteral("Open")) && titles.contains(QStringLiteral("Remove from List…"))) << titles.join(" | ").toStdString();
+  EXPECT_EQ(storedRepository(id)->colorTag, std::optional<int>(3));
+
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("api"), Kind::repository));
+  openMenuAndPick(QStringLiteral("Move To"), QStringLiteral("Work"));
+  EXPECT_EQ(storedRepository(id)->categoryId, std::optional<int64_t>(work));
+
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("Work"), Kind::category));
+  EXPECT_TRUE(openMenuAndPick({}, {}).contains(QStringLiteral("Delete Category…")));
 }
 
 TEST_F(ManagerTest, NewCategoryGoesInsideTheSelectedOne) {

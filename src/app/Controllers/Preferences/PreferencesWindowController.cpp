@@ -303,8 +303,16 @@ void PreferencesWindowController::gitInstanceChosen(int index) {
 
 void PreferencesWindowController::chooseCustomGitInstance() {
   const QString path = QFileDialog::getOpenFileName(this, tr("Choose a Git Executable"), QStringLiteral("/usr/local/bin"));
-  if (!path.isEmpty()) Preferences::shared().setGitInstance(GitInstanceType::custom(path));
-  loadGitInstances();  // also puts the selection back after a cancel
+  if (path.isEmpty()) {
+    loadGitInstances();  // puts the selection back
+    return;
+  }
+  useCustomGitInstance(path);
+}
+
+void PreferencesWindowController::useCustomGitInstance(const QString& path) {
+  Preferences::shared().setGitInstance(GitInstanceType::custom(path));
+  loadGitInstances();
 }
 
 void PreferencesWindowController::loadFont() {

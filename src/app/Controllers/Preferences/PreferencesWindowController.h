@@ -32,6 +32,8 @@ class PreferencesWindowController : public QWidget {
   void reload();
   void setSourceFolder(const QString& folder);
   void chooseCustomGitInstance();
+  // Stores a git executable of the user's own and lists the instances again.
+  void useCustomGitInstance(const QString& path);
 
  Q_SIGNALS:
   void gitInstancesLoaded();

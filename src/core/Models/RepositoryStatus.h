@@ -3,6 +3,8 @@
 #include "Models/ChangedFile.h"
 #include "Models/RepositoryState.h"
 
+#include <memory>
+
 struct RepositoryStatus {
   RepositoryState repositoryState;
   ChangedFileList changedFiles;
@@ -19,3 +21,5 @@ struct RepositoryStatus {
     return true;
   }
 };
+
+using RepositoryStatusPtr = std::shared_ptr<const RepositoryStatus>;

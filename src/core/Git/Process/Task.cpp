@@ -14,6 +14,12 @@ extern char** environ;
 std::atomic<long> Task::launchCount{0};
 
 namespace {
+std::atomic<Task::LaunchObserver> launchObserver{nullptr};
+}  // namespace
+
+void Task::setLaunchObserver(LaunchObserver observer) { launchObserver.store(observer); }
+
+namespace {
 
 // Writing to a pipe whose reader has gone must give EPIPE, not end our process.
 const bool sigpipeIgnored = [] {
@@ -132,6 +138,7 @@ bool Task::launch(QString* error) {
   if (rc != 0) return fail(QString::fromLocal8Bit(std::strerror(rc)));
 
   ++launchCount;
+  if (auto observer = launchObserver.load()) observer(arguments);
   pid_ = pid;
   reaped_ = false;
   closeFd(inPipe[0]);

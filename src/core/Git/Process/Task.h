@@ -60,6 +60,10 @@ class Task {
 
   // Counts launches, for tests that prove how many children an operation starts.
   static std::atomic<long> launchCount;
+  // Sees the arguments of every launch, for tests that prove which commands ran. Called
+  // on the launching thread; the observer guards its own state.
+  using LaunchObserver = void (*)(const QStringList& arguments);
+  static void setLaunchObserver(LaunchObserver observer);
 
  private:
   pid_t pid_ = -1;

@@ -1,0 +1,24 @@
+#pragma once
+// The references of a refresh: HEAD again only when logs/HEAD moved, the namespaces
+// that the bits name again, everything else carried over from the previous snapshot.
+#include <optional>
+
+#include "Git/ResultError.h"
+#include "Models/GitModule.h"
+#include "Models/GitModuleSettings.h"
+#include "Models/RepositoryReferences.h"
+#include "Models/Subdomain.h"
+
+class JobProgress;
+
+struct RefreshRepositoryReferencesGitCommand {
+  // `old` absent reads everything. A failed for-each-ref fails the read; a failed
+  // rev-parse of HEAD means a repository without commits.
+  static GitResult<RepositoryReferences> execute(const GitModule& module, const RepositoryReferences* old, Subdomain subdomains,
+                                                 const GitModuleSettings& settings, JobProgress& progress);
+
+  // `fresh` from a read limited to the namespaces of `subdomains`, plus the references of
+  // `old` whose namespace wasn't read (bisect marks too, which only a read of all three
+  // namespaces lists). Sorted by full reference, as the reader sorts.
+  static ReferenceList consolidate(const ReferenceList& old, const ReferenceList& fresh, Subdomain subdomains);
+};

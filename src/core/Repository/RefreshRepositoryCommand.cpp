@@ -1,0 +1,196 @@
+#include "Repository/RefreshRepositoryCommand.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+#include "Git/Commands/Repository/GetBehindAheadInfoGitCommand.h"
+#include "Git/Commands/Repository/RefreshRepositoryDataGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetRepositoryStatusGitCommand.h"
+#include "Jobs/Job.h"
+#include "Jobs/JobQueue.h"
+#include "Logging/AdvancedLogger.h"
+#include "Repository/RepositoryController.h"
+
+namespace {
+
+// The hand-overs of one refresh to the main thread. The job waits until every posted
+// call has run (or was dropped), so that it ends after its results are in place. A
+// canceled job stops waiting: the main thread may itself be waiting for the queue.
+class HandOverGroup : public std::enable_shared_from_this<HandOverGroup> {
+ public:
+  class Ticket {
+   public:
+    explicit Ticket(std::shared_ptr<HandOverGroup> group) : group_(std::move(group)) {}
+    ~Ticket() { group_->leave(); }
+    Ticket(const Ticket&) = delete;
+    Ticket& operator=(const Ticket&) = delete;
+
+   private:
+    std::shared_ptr<HandOverGroup> group_;
+  };
+
+  std::shared_ptr<Ticket> enter() {
+    {
+      std::lock_guard lock(lock_);
+      ++pending_;
+    }
+    return std::make_shared<Ticket>(shared_from_this());
+  }
+
+  void wait(const JobProgress& progress) {
+    std::unique_lock lock(lock_);
+    while (pending_ > 0 && !progress.isCanceled()) done_.wait_for(lock, std::chrono::milliseconds(50));
+  }
+
+ private:
+  void leave() {
+    std::lock_guard lock(lock_);
+    --pending_;
+    done_.notify_all();
+  }
+
+  std::mutex lock_;
+  std::condition_variable done_;
+  int pending_ = 0;
+};
+
+const Subdomain kReferenceBits = Subdomain::referenceSettings() | Subdomain::references();
+
+}  // namespace
+
+// What the job sees: copies taken on the main thread when it was started.
+struct RefreshRepositoryCommand::Input {
+  GitModule module;
+  QString name;
+  RepositoryDataPtr data;
+  Subdomain subdomains;
+  RefreshRepositoryCommand::UpdateOrder order = RefreshRepositoryCommand::UpdateOrder::dataFirst;
+  bool showFirstParent = false;
+  bool showReflogInRevisionList = false;
+  bool hideUntrackedFiles = false;
+  bool showIgnoredFiles = false;
+};
+
+void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& job, const QPointer<RepositoryController>& guard) {
+  JobProgress& progress = job->progress();
+  const std::shared_ptr<JobProgress> sharedProgress = job->sharedProgress();
+  const auto group = std::make_shared<HandOverGroup>();
+
+  // Runs `work` on the main thread unless the controller is gone or a newer refresh
+  // canceled this one (cancel and the check both happen on the main thread).
+  auto post = [&](std::function<void(RepositoryController&)> work) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [guard, sharedProgress, ticket = group->enter(), work = std::move(work)] {
+          if (guard && !sharedProgress->isCanceled()) work(*guard);
+        },
+        Qt::QueuedConnection);
+  };
+
+  RepositoryDataPtr data = in.data;
+  bool madeData = false;
+  bool failed = false;
+
+  auto refreshRepositoryData = [&] {
+    const Subdomain handled = in.subdomains.subtracting(Subdomain::repositoryStatus());
+    if (handled.isEmpty() || progress.isCanceled()) return;
+    auto result = RefreshRepositoryDataGitCommand::execute(in.module, in.data, in.subdomains,
+                                                           {in.showReflogInRevisionList, in.showFirstParent}, progress);
+    if (progress.isCanceled()) return;
+    if (result) {
+      data = result.value();
+      madeData = true;
+      post([data, handled, name = in.name](RepositoryController& controller) {
+        LOG_INFO(QStringLiteral("Refresh '%1' data. Updated.").arg(name));
+        controller.storeRepositoryData(data, handled);
+      });
+    } else if (result.isError<Error::NoChanges>()) {
+      post([handled](RepositoryController& controller) { controller.clearInvalidated(handled); });
+    } else {
+      failed = true;
+      const QString message = describe(result.error());
+      LOG_ERROR(QStringLiteral("Repository Data failed: %1").arg(message));
+      post([message](RepositoryController& controller) { Q_EMIT controller.refreshFailed(message); });
+    }
+  };
+
+  auto refreshRepositoryStatus = [&] {
+    if (!in.subdomains.intersects(Subdomain::repositoryStatus()) || progress.isCanceled()) return;
+    const ReferenceList references = data ? data->references.all : ReferenceList{};
+    const SubmoduleList submodules = data ? data->submodules : SubmoduleList{};
+    auto result = GetRepositoryStatusGitCommand::execute(in.module, references, submodules, in.hideUntrackedFiles,
+                                                         in.showIgnoredFiles, progress);
+    if (progress.isCanceled()) return;
+    if (!result) {
+      failed = true;
+      LOG_ERROR(QStringLiteral("Repository Status failed: %1").arg(describe(result.error())));
+      return;
+    }
+    auto status = std::make_shared<const RepositoryStatus>(std::move(result).value());
+    post([status, name = in.name](RepositoryController& controller) {
+      LOG_INFO(QStringLiteral("Refresh '%1' status. Updated (%2 files).").arg(name).arg(status->changedFilesCount));
+      controller.storeRepositoryStatus(status);
+    });
+  };
+
+  if (in.order == RefreshRepositoryCommand::UpdateOrder::dataFirst) {
+    refreshRepositoryData();
+    refreshRepositoryStatus();
+  } else {
+    refreshRepositoryStatus();
+    refreshRepositoryData();
+  }
+
+  if (madeData && in.subdomains.intersects(kReferenceBits) && !progress.isCanceled()) {
+    auto cache = GetBehindAheadInfoGitCommand::execute(in.module, &progress, &progress);
+    if (cache && !progress.isCanceled()) {
+      post([cache = cache.value()](RepositoryController& controller) { controller.storeBehindAheadInfo(cache); });
+    } else if (!cache && !progress.isCanceled()) {
+      LOG_WARNING(QStringLiteral("Behind/ahead info failed: %1").arg(describe(cache.error())));
+    }
+  }
+
+  if (progress.isCanceled()) {
+    LOG_INFO(QStringLiteral("RefreshRepository canceled"));
+  } else {
+    progress.setState(failed ? JobProgressState::failed : JobProgressState::succeeded);
+  }
+  // Always handed over, canceled or not: the controller forgets only its own active job.
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(),
+      [guard, job, ticket = group->enter()] {
+        if (guard) guard->finishRefresh(job.get());
+      },
+      Qt::QueuedConnection);
+  group->wait(progress);
+}
+
+void RefreshRepositoryCommand::execute(RepositoryController& controller, UpdateOrder order) {
+  if (!controller.gitModule()) return;
+  if (activeRefreshJob_) activeRefreshJob_->progress().cancel();
+
+  Input in;
+  in.module = *controller.gitModule();
+  in.name = controller.repositoryName();
+  in.data = controller.repositoryData();
+  in.subdomains = controller.invalidatedSubdomains();
+  in.order = order;
+  in.showFirstParent = controller.showFirstParent;
+  in.showReflogInRevisionList = controller.showReflogInRevisionList;
+  in.hideUntrackedFiles = controller.hideUntrackedFiles;
+  in.showIgnoredFiles = controller.showIgnoredFiles;
+
+  // The job knows itself only weakly: the queue and this command keep it alive.
+  auto self = std::make_shared<std::weak_ptr<Job>>();
+  QPointer<RepositoryController> guard(&controller);
+  auto job = Job::make(QString::fromLatin1(jobName), Job::Show::none(), Job::ProgressType::infinite,
+                       [in = std::move(in), self, guard](JobProgress&) {
+                         if (auto me = self->lock()) run(in, me, guard);
+                       });
+  *self = job;
+  activeRefreshJob_ = job;
+  controller.jobQueue()->schedule(job);
+}

@@ -1,0 +1,76 @@
+#pragma once
+// Owns one open repository's model on the main thread: the two snapshots, the ahead and
+// behind counts and the bits that wait for a refresh. Refreshes run as jobs on the tab's
+// queue and hand their results back here; the signals tell the views that a snapshot
+// was replaced. No widgets: views hold a pointer and read the snapshots.
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "Models/BehindAheadInfoCache.h"
+#include "Models/GitModule.h"
+#include "Models/RepositoryData.h"
+#include "Models/RepositoryStatus.h"
+#include "Models/Subdomain.h"
+#include "Repository/RefreshRepositoryCommand.h"
+
+class JobQueue;
+
+class RepositoryController : public QObject {
+  Q_OBJECT
+ public:
+  RepositoryController(std::optional<GitModule> gitModule, std::shared_ptr<JobQueue> queue, QObject* parent = nullptr);
+  // Cancels the refresh in flight; its results are dropped.
+  ~RepositoryController() override;
+
+  const std::optional<GitModule>& gitModule() const { return gitModule_; }
+  const std::shared_ptr<JobQueue>& jobQueue() const { return queue_; }
+  // Absent until the first refresh has read them.
+  const RepositoryDataPtr& repositoryData() const { return repositoryData_; }
+  const RepositoryStatusPtr& repositoryStatus() const { return repositoryStatus_; }
+  const BehindAheadInfoCache& behindAheadInfoCache() const { return behindAheadInfoCache_; }
+  Subdomain invalidatedSubdomains() const { return invalidatedSubdomains_; }
+  RefreshRepositoryCommand& refreshRepositoryCommand() { return refreshRepositoryCommand_; }
+  bool isRefreshing() const { return refreshRepositoryCommand_.activeRefreshJob() != nullptr; }
+
+  bool showFirstParent = false;
+  bool showReflogInRevisionList = false;
+  bool hideUntrackedFiles = false;
+  bool showIgnoredFiles = false;
+
+  // Adds the bits of what a command changed and starts a refresh.
+  void invalidate(Subdomain subdomains, RefreshRepositoryCommand::UpdateOrder order = RefreshRepositoryCommand::UpdateOrder::dataFirst);
+  // Everything, data first.
+  void refresh() { invalidate(Subdomain::all()); }
+  // The state and the changed files, ahead of any data that waits.
+  void refreshStatus() { invalidate(Subdomain::repositoryStatus(), RefreshRepositoryCommand::UpdateOrder::statusFirst); }
+
+  // "repo" for "/home/me/repo": the name in the log lines.
+  QString repositoryName() const;
+
+ Q_SIGNALS:
+  void repositoryDataUpdated();
+  void repositoryStatusUpdated();
+  void behindAheadInfoUpdated();
+  // The data read failed for another reason than cancellation; the old snapshot stays.
+  void refreshFailed(const QString& message);
+  // The active refresh has ended; nothing is running now.
+  void refreshFinished();
+
+ private:
+  friend class RefreshRepositoryCommand;
+  void storeRepositoryData(RepositoryDataPtr data, Subdomain handled);
+  void storeRepositoryStatus(RepositoryStatusPtr status);
+  void clearInvalidated(Subdomain handled) { invalidatedSubdomains_ = invalidatedSubdomains_.subtracting(handled); }
+  void storeBehindAheadInfo(BehindAheadInfoCache cache);
+  void finishRefresh(const Job* job);
+
+  std::optional<GitModule> gitModule_;
+  std::shared_ptr<JobQueue> queue_;
+  RepositoryDataPtr repositoryData_;
+  RepositoryStatusPtr repositoryStatus_;
+  BehindAheadInfoCache behindAheadInfoCache_;
+  Subdomain invalidatedSubdomains_ = Subdomain::all();
+  RefreshRepositoryCommand refreshRepositoryCommand_;
+};

@@ -1,0 +1,176 @@
+// The data refresh against real repositories: what it reads again, what it hands on,
+// and when it reports that nothing changed.
+#include <gtest/gtest.h>
+
+#include <QThread>
+
+#include "Git/Commands/Remotes/GetRemotesGitCommand.h"
+#include "Git/Commands/Repository/RefreshRepositoryDataGitCommand.h"
+#include "Git/Commands/Repository/RefreshRepositoryReferencesGitCommand.h"
+#include "Jobs/JobProgress.h"
+#include "LaunchRecorder.h"
+#include "Models/BisectMark.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+const QDateTime kDate = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
+
+ReferencePtr local(const QString& name, const QString& sha = QStringLiteral("a1")) {
+  return std::make_shared<const LocalBranch>(sha, "refs/heads/" + name, name, name, kDate, false, std::nullopt);
+}
+ReferencePtr remote(const QString& name) {
+  return std::make_shared<const RemoteBranch>("b2", "refs/remotes/origin/" + name, name, "origin/" + name, kDate, "origin");
+}
+ReferencePtr tag(const QString& name) {
+  return std::make_shared<const Tag>("c3", "refs/tags/" + name, name, name, kDate, std::nullopt);
+}
+ReferencePtr bisect(const QString& name) {
+  return std::make_shared<const BisectMark>("d4", "refs/bisect/" + name, name, name, kDate, true);
+}
+
+QStringList fullReferences(const ReferenceList& refs) {
+  QStringList names;
+  for (const auto& ref : refs) names << ref->fullReference;
+  return names;
+}
+
+}  // namespace
+
+TEST(Consolidate, KeepsWhatWasNotReadAndReplacesWhatWas) {
+  const ReferenceList old = {bisect("good-1"), local("dev"), local("main"), remote("main"), tag("v1")};
+
+  // Only tags were read: v1 was deleted, v2 is new, everything else is the old object.
+  const ReferenceList afterTags =
+      RefreshRepositoryReferencesGitCommand::consolidate(old, {tag("v2")}, Subdomain::tags());
+  EXPECT_EQ(fullReferences(afterTags), (QStringList{"refs/bisect/good-1", "refs/heads/dev", "refs/heads/main",
+                                                     "refs/remotes/origin/main", "refs/tags/v2"}));
+  EXPECT_EQ(afterTags[1], old[1]);
+  EXPECT_EQ(afterTags[3], old[3]);
+
+  // Local branches were read: "dev" is gone and "main" moved.
+  const ReferencePtr movedMain = local("main", QStringLiteral("ff"));
+  const ReferenceList afterBranches =
+      RefreshRepositoryReferencesGitCommand::consolidate(old, {movedMain}, Subdomain::localBranches());
+  EXPECT_EQ(fullReferences(afterBranches),
+            (QStringList{"refs/bisect/good-1", "refs/heads/main", "refs/remotes/origin/main", "refs/tags/v1"}));
+  EXPECT_EQ(afterBranches[1], movedMain);
+
+  // A read of every namespace is the whole truth, bisect marks included.
+  const ReferenceList fresh = {local("main")};
+  EXPECT_EQ(fullReferences(RefreshRepositoryReferencesGitCommand::consolidate(old, fresh, Subdomain::references())),
+            QStringList{"refs/heads/main"});
+}
+
+class RefreshDataTest : public ::testing::Test {
+ protected:
+  void SetUp() override { firstSha = repo.commitFile("a.txt", "one\n", "first"); }
+
+  GitResult<RepositoryDataPtr> refresh(const RepositoryDataPtr& old, Subdomain subdomains) {
+    JobProgress progress;
+    return RefreshRepositoryDataGitCommand::execute(repo.module(), old, subdomains, {}, progress);
+  }
+  RepositoryDataPtr first() {
+    auto result = refresh(nullptr, Subdomain::none());
+    EXPECT_TRUE(result.isSuccess());
+    return result ? result.value() : nullptr;
+  }
+
+  TempRepository repo;
+  QString firstSha;
+};
+
+TEST_F(RefreshDataTest, TheFirstReadReadsEverythingWhateverTheBits) {
+  LaunchRecorder launches;
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  ASSERT_EQ(data->revisions->size(), 1u);
+  EXPECT_EQ(data->references.head, firstSha);
+  ASSERT_TRUE(data->references.activeBranch);
+  EXPECT_EQ(data->references.activeBranch->name, QStringLiteral("main"));
+  EXPECT_TRUE(data->remotes.empty());
+  EXPECT_TRUE(data->stashes.empty());
+  EXPECT_TRUE(data->configUpdateTime.has_value());
+  EXPECT_FALSE(data->gitLfsInitialized);
+  EXPECT_GE(launches.count("log"), 1);
+  EXPECT_EQ(launches.count("for-each-ref"), 1);
+  EXPECT_EQ(launches.countEndingWith(GetRemotesGitCommand::arguments()), 1);
+}
+
+TEST_F(RefreshDataTest, AnUntouchedConfigIsNotReadAgainAndAnEditedOneIs) {
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  LaunchRecorder launches;
+  auto unchanged = refresh(data, Subdomain::remotes() | Subdomain::gitFlowSettings());
+  EXPECT_TRUE(unchanged.isError<Error::NoChanges>());
+  EXPECT_EQ(launches.count("config"), 0) << launches.subcommands().join(' ').toStdString();
+
+  // As a text editor would: the file is rewritten, git isn't involved.
+  QThread::msleep(5);
+  QByteArray config = repo.readFile(".git/config");
+  config += "[remote \"origin\"]\n\turl = https://github.com/owner/project.git\n";
+  repo.writeFile(".git/config", config);
+  launches.clear();
+  auto edited = refresh(data, Subdomain::remotes());
+  ASSERT_TRUE(edited.isSuccess());
+  ASSERT_EQ(edited.value()->remotes.size(), 1u);
+  EXPECT_EQ(edited.value()->remotes[0].name, QStringLiteral("origin"));
+  EXPECT_EQ(launches.countEndingWith(GetRemotesGitCommand::arguments()), 1);
+  // The history wasn't asked for: the same list object, and no log read.
+  EXPECT_EQ(edited.value()->revisions, data->revisions);
+  EXPECT_EQ(launches.count("log"), 0);
+}
+
+TEST_F(RefreshDataTest, ReferencesAreReadByNamespaceAndHeadOnlyWhenItMoved) {
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  repo.git({"branch", "feature"});
+  repo.git({"tag", "v1"});
+
+  LaunchRecorder launches;
+  auto branches = refresh(data, Subdomain::localBranches());
+  ASSERT_TRUE(branches.isSuccess());
+  EXPECT_EQ(fullReferences(branches.value()->references.all), (QStringList{"refs/heads/feature", "refs/heads/main"}));
+  EXPECT_EQ(branches.value()->revisions, data->revisions);
+  EXPECT_EQ(launches.count("log"), 0);
+  // logs/HEAD didn't move, so HEAD wasn't asked for.
+  EXPECT_EQ(launches.count("rev-parse"), 0);
+  ASSERT_EQ(launches.count("for-each-ref"), 1);
+
+  // Asking again finds nothing new.
+  EXPECT_TRUE(refresh(branches.value(), Subdomain::localBranches()).isError<Error::NoChanges>());
+
+  // A commit from outside moves HEAD; with the history bit the list is read again.
+  const QString second = repo.commitFile("a.txt", "two\n", "second");
+  launches.clear();
+  auto afterCommit = refresh(branches.value(), Subdomain::head() | Subdomain::revisions() | Subdomain::localBranches());
+  ASSERT_TRUE(afterCommit.isSuccess());
+  EXPECT_EQ(afterCommit.value()->references.head, second);
+  EXPECT_EQ(afterCommit.value()->revisions->size(), 2u);
+  EXPECT_EQ(launches.count("rev-parse"), 1);
+  // The tag of before was never read by a branch-only refresh.
+  EXPECT_FALSE(afterCommit.value()->references.reference("refs/tags/v1"));
+}
+
+TEST_F(RefreshDataTest, GitLfsHookAndCancellation) {
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  ASSERT_FALSE(data->gitLfsInitialized);
+  repo.writeFile(".git/hooks/pre-push", "#!/bin/sh\ncommand -v git-lfs >/dev/null || exit 2\ngit lfs pre-push \"$@\"\n");
+  auto withHook = refresh(data, Subdomain::none());
+  ASSERT_TRUE(withHook.isSuccess());
+  EXPECT_TRUE(withHook.value()->gitLfsInitialized);
+
+  JobProgress canceled;
+  canceled.cancel();
+  EXPECT_TRUE(RefreshRepositoryDataGitCommand::execute(repo.module(), data, Subdomain::all(), {}, canceled).isError<Error::Canceled>());
+}
+
+TEST_F(RefreshDataTest, ARepositoryWithoutCommitsHasNoHistoryAndNoHead) {
+  TempRepository empty(true, QStringLiteral("empty"));
+  JobProgress progress;
+  auto result = RefreshRepositoryDataGitCommand::execute(empty.module(), nullptr, Subdomain::all(), {}, progress);
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_FALSE(result.value()->references.head);
+  EXPECT_TRUE(result.value()->revisions->empty());
+}

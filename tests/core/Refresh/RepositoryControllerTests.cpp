@@ -1,0 +1,164 @@
+// The controller's refreshes on a real queue and a real repository: snapshots replaced
+// on the main thread, the status-only path, and quick successive requests.
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Jobs/JobQueue.h"
+#include "LaunchRecorder.h"
+#include "Repository/RepositoryController.h"
+#include "Repository/RepositoryStatusManager.h"
+#include "Services/Preferences.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+bool waitUntilIdle(const RepositoryController& controller) {
+  return QTest::qWaitFor([&] { return !controller.isRefreshing(); }, 30000);
+}
+
+std::vector<std::shared_ptr<Job>> refreshJobs(const JobQueue& queue) {
+  std::vector<std::shared_ptr<Job>> jobs;
+  for (const auto& job : queue.userJobs()) {
+    if (job->name() == QLatin1String(RefreshRepositoryCommand::jobName)) jobs.push_back(job);
+  }
+  return jobs;
+}
+
+class RepositoryControllerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    repo.commitFile("a.txt", "one\n", "first");
+    controller.refresh();
+    ASSERT_TRUE(waitUntilIdle(controller));
+    ASSERT_TRUE(controller.repositoryData());
+    ASSERT_TRUE(controller.repositoryStatus());
+  }
+
+  TempRepository repo;
+  std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
+  RepositoryController controller{repo.module(), queue};
+};
+
+}  // namespace
+
+TEST_F(RepositoryControllerTest, ACommitFromOutsideReachesTheNextSnapshot) {
+  const RepositoryDataPtr before = controller.repositoryData();
+  EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 0);
+
+  const QString sha = repo.commitFile("b.txt", "two\n", "second");
+  repo.writeFile("untracked.txt", "x\n");
+  QSignalSpy dataUpdated(&controller, &RepositoryController::repositoryDataUpdated);
+  controller.refresh();
+  EXPECT_TRUE(controller.isRefreshing());
+  ASSERT_TRUE(waitUntilIdle(controller));
+
+  EXPECT_EQ(dataUpdated.count(), 1);
+  EXPECT_EQ(controller.repositoryData()->references.head, sha);
+  EXPECT_EQ(controller.repositoryData()->revisions->size(), 2u);
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
+  // The snapshot held from before is untouched.
+  EXPECT_EQ(before->revisions->size(), 1u);
+  EXPECT_NE(before->references.head, sha);
+}
+
+TEST_F(RepositoryControllerTest, TheChangedFilesBitAloneRunsOnlyTheStatusRead) {
+  const RepositoryDataPtr data = controller.repositoryData();
+  repo.writeFile("a.txt", "changed\n");
+  LaunchRecorder launches;
+  QSignalSpy dataUpdated(&controller, &RepositoryController::repositoryDataUpdated);
+  controller.invalidate(Subdomain::changedFiles());
+  ASSERT_TRUE(waitUntilIdle(controller));
+
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  // The state's unmerged entries and the working tree: nothing of the data side.
+  EXPECT_EQ(launches.subcommands(), (QStringList{"ls-files", "status"}));
+  EXPECT_EQ(dataUpdated.count(), 0);
+  EXPECT_EQ(controller.repositoryData(), data);
+}
+
+TEST_F(RepositoryControllerTest, TwoQuickRefreshesLeaveOneFinishedJobThatHonoursBoth) {
+  const size_t jobsBefore = refreshJobs(*queue).size();
+  repo.git({"tag", "v1"});
+  repo.writeFile("new.txt", "x\n");
+
+  controller.invalidate(Subdomain::tags());
+  controller.invalidate(Subdomain::changedFiles(), RefreshRepositoryCommand::UpdateOrder::statusFirst);
+  ASSERT_TRUE(waitUntilIdle(controller));
+  ASSERT_TRUE(queue->waitForDone(30000));
+
+  const auto jobs = refreshJobs(*queue);
+  ASSERT_EQ(jobs.size(), jobsBefore + 2);
+  int succeeded = 0;
+  for (size_t i = jobsBefore; i < jobs.size(); ++i) {
+    EXPECT_EQ(jobs[i]->status(), Job::Status::finished);
+    if (jobs[i]->progress().state() == JobProgressState::succeeded) ++succeeded;
+  }
+  EXPECT_EQ(succeeded, 1);
+  EXPECT_EQ(jobs.back()->progress().state(), JobProgressState::succeeded);
+  EXPECT_TRUE(controller.repositoryData()->references.reference("refs/tags/v1"));
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
+}
+
+TEST(RepositoryController, AFailedReadKeepsTheOldSnapshotAndSaysWhy) {
+  QTemporaryDir folder;
+  RepositoryController controller(GitModule{folder.path(), folder.path() + "/.git", std::nullopt}, std::make_shared<JobQueue>());
+  QSignalSpy failed(&controller, &RepositoryController::refreshFailed);
+  controller.refresh();
+  ASSERT_TRUE(waitUntilIdle(controller));
+  ASSERT_EQ(failed.count(), 1);
+  EXPECT_FALSE(failed.at(0).at(0).toString().isEmpty());
+  EXPECT_FALSE(controller.repositoryData());
+  // Unread bits stay, so the next request tries again.
+  EXPECT_TRUE(controller.invalidatedSubdomains().contains(Subdomain::references()));
+
+  RepositoryController noModule(std::nullopt, std::make_shared<JobQueue>());
+  noModule.refresh();
+  EXPECT_FALSE(noModule.isRefreshing());
+}
+
+TEST(RepositoryStatusManager, IntervalAndDueTime) {
+  auto& prefs = Preferences::shared();
+  prefs.setAutomaticStatusUpdateInterval(0);
+  EXPECT_EQ(RepositoryStatusManager::interval(), 60);
+  prefs.setAutomaticStatusUpdateInterval(15);
+  EXPECT_EQ(RepositoryStatusManager::interval(), 15);
+  prefs.remove("automaticStatusUpdateInterval");
+  EXPECT_EQ(RepositoryStatusManager::interval(), 60);
+
+  const QDateTime now = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
+  EXPECT_TRUE(RepositoryStatusManager::isDue(std::nullopt, now, 60));
+  EXPECT_FALSE(RepositoryStatusManager::isDue(now.addSecs(-59), now, 60));
+  EXPECT_TRUE(RepositoryStatusManager::isDue(now.addSecs(-60), now, 60));
+}
+
+TEST_F(RepositoryControllerTest, TheStatusManagerRefreshesTheStatusWhenDue) {
+  auto& prefs = Preferences::shared();
+  RepositoryStatusManager manager;
+  const QDateTime now = QDateTime::currentDateTimeUtc();
+  EXPECT_FALSE(manager.tick(now));  // no repository yet
+  manager.setRepository(&controller);
+  EXPECT_TRUE(manager.isActive());
+
+  prefs.setDisableAutomaticStatusUpdate(true);
+  EXPECT_FALSE(manager.tick(now));
+  prefs.setDisableAutomaticStatusUpdate(false);
+
+  repo.writeFile("a.txt", "edited elsewhere\n");
+  QSignalSpy statusUpdated(&controller, &RepositoryController::repositoryStatusUpdated);
+  EXPECT_TRUE(manager.tick(now));
+  EXPECT_EQ(manager.lastUpdateTime(), now);
+  ASSERT_TRUE(waitUntilIdle(controller));
+  EXPECT_EQ(statusUpdated.count(), 1);
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+
+  EXPECT_FALSE(manager.tick(now.addSecs(30)));
+  EXPECT_TRUE(manager.tick(now.addSecs(61)));
+  ASSERT_TRUE(waitUntilIdle(controller));
+  manager.setRepository(nullptr);
+  EXPECT_FALSE(manager.isActive());
+}

@@ -46,6 +46,8 @@ JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
   statusLine->addWidget(progressIndicator_);
   statusLine->addWidget(statusImageView_);
   statusLine->addWidget(statusLabel_, 1);
+  // Keeps the buttons at their natural width on the right while the status line is empty.
+  statusLine->addStretch(1);
   statusLine->addWidget(cancelButton_);
   statusLine->addWidget(submitButton_);
   layout->addLayout(statusLine);

@@ -98,6 +98,20 @@ JelvMainWindow* JelvDocumentController::newRepositoryManagerAsWindow() {
   return window;
 }
 
+JelvMainWindow* JelvDocumentController::moveTabToNewWindow(JelvWindowController* tab) {
+  JelvMainWindow* from = nullptr;
+  for (JelvMainWindow* window : windows()) {
+    if (window->tabWidget()->indexOf(tab) >= 0) from = window;
+  }
+  if (!from || from->tabCount() < 2) return from;
+  JelvMainWindow* window = newWindow();
+  window->addTab(from->takeTab(tab));
+  window->show();
+  window->raise();
+  window->activateWindow();
+  return window;
+}
+
 JelvWindowController* JelvDocumentController::findRepositoryTab(const QString& repositoryPath) const {
   const QString wanted = QDir::cleanPath(repositoryPath);
   for (JelvMainWindow* window : windows()) {

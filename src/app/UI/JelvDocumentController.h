@@ -33,6 +33,8 @@ class JelvDocumentController : public QObject {
 
   JelvWindowController* newRepositoryManagerAsTab(JelvMainWindow* window = nullptr);
   JelvMainWindow* newRepositoryManagerAsWindow();
+  // The tab keeps running (view, jobs) in a window of its own.
+  JelvMainWindow* moveTabToNewWindow(JelvWindowController* tab);
 
   // A path or "file://" URL. The tab goes into the given window, else the front one,
   // else a new one. A refused folder is reported and its tab removed.

@@ -2,6 +2,11 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTabBar>
@@ -37,6 +42,9 @@ JelvMainWindow::JelvMainWindow(JelvDocumentController& documents, QWidget* paren
     Q_EMIT tabsChanged();
   });
   connect(tabs_->tabBar(), &QTabBar::tabMoved, this, &JelvMainWindow::tabsChanged);
+  tabs_->tabBar()->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(tabs_->tabBar(), &QWidget::customContextMenuRequested, this, &JelvMainWindow::showTabMenu);
+  setAcceptDrops(true);
   buildMenus();
   updateTitle();
 }
@@ -154,6 +162,51 @@ void JelvMainWindow::closeTab(JelvWindowController* tab, bool closeEmptyWindow) 
   updateTitle();
   Q_EMIT tabsChanged();
   if (closeEmptyWindow && tabs_->count() == 0) close();
+}
+
+JelvWindowController* JelvMainWindow::takeTab(JelvWindowController* tab) {
+  const int index = tabs_->indexOf(tab);
+  if (index < 0) return nullptr;
+  tabs_->removeTab(index);
+  disconnect(tab, nullptr, this, nullptr);
+  tab->setParent(nullptr);
+  updateTitle();
+  Q_EMIT tabsChanged();
+  return tab;
+}
+
+void JelvMainWindow::closeOtherTabs(JelvWindowController* keep) {
+  for (int i = tabs_->count() - 1; i >= 0; --i) {
+    if (tab(i) != keep) closeTab(tab(i), false);
+  }
+}
+
+void JelvMainWindow::showTabMenu(const QPoint& position) {
+  JelvWindowController* clicked = tab(tabs_->tabBar()->tabAt(position));
+  if (!clicked) return;
+  QMenu menu(this);
+  menu.addAction(tr("Close Tab"), this, [this, clicked] { closeTab(clicked); });
+  QAction* others = menu.addAction(tr("Close Other Tabs"), this, [this, clicked] { closeOtherTabs(clicked); });
+  QAction* move = menu.addAction(tr("Move Tab to New Window"), this, [this, clicked] { documents_.moveTabToNewWindow(clicked); });
+  others->setEnabled(tabs_->count() > 1);
+  move->setEnabled(tabs_->count() > 1);
+  menu.exec(tabs_->tabBar()->mapToGlobal(position));
+}
+
+void JelvMainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) {
+      event->acceptProposedAction();
+      return;
+    }
+  }
+}
+
+void JelvMainWindow::dropEvent(QDropEvent* event) {
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) documents_.openRepository(url.toLocalFile(), this);
+  }
+  event->acceptProposedAction();
 }
 
 void JelvMainWindow::selectNextTab() {

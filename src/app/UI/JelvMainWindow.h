@@ -28,6 +28,9 @@ class JelvMainWindow : public QMainWindow {
   // Cancels the tab's jobs and drops it. The user's close of the last tab closes the
   // window; otherwise the window stays, even empty, for the caller to fill.
   void closeTab(JelvWindowController* tab, bool closeEmptyWindow = true);
+  // Hands the tab over, still running, e.g. to another window.
+  JelvWindowController* takeTab(JelvWindowController* tab);
+  void closeOtherTabs(JelvWindowController* keep);
   void selectNextTab();
   void selectPreviousTab();
 
@@ -43,6 +46,9 @@ class JelvMainWindow : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  // Folders dropped on the window open as repositories.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -50,6 +56,7 @@ class JelvMainWindow : public QMainWindow {
   void fillRepositoryMenu(QMenu* menu);
   void updateTitle();
   void closeTabAt(int index);
+  void showTabMenu(const QPoint& position);
 
   JelvDocumentController& documents_;
   QTabWidget* tabs_;

@@ -1,5 +1,7 @@
 #include <QAction>
+#include <QFileDialog>
 #include <QMenu>
+#include <QMimeData>
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -11,6 +13,7 @@
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
 #include "Models/RepositoryValidation.h"
+#include "Models/WindowSession.h"
 #include "Services/PreferencesNotifier.h"
 #include "ShellTestSupport.h"
 #include "UI/JelvMainWindow.h"
@@ -216,4 +219,62 @@ TEST_F(DocumentController, TheRepositoryMenuFollowsTheTabInFront) {
   EXPECT_TRUE(enabledNames().isEmpty());
   window->selectPreviousTab();
   EXPECT_EQ(enabledNames().size(), 5);
+}
+
+TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  TempRepository beta(true, QStringLiteral("beta"));
+  JelvDocumentController documents(registry(), preferences());
+  documents.openRepository(alpha.path());
+  documents.openRepository(beta.path());
+  ASSERT_TRUE(settle(documents));
+  JelvMainWindow* first = documents.windows().first();
+  JelvWindowController* moved = first->tab(0);
+  RepositoryView* view = moved->repositoryController();
+  auto job = scheduleWaitingJob(*moved->jobQueue());
+
+  JelvMainWindow* second = documents.moveTabToNewWindow(moved);
+  ASSERT_NE(second, first);
+  EXPECT_EQ(tabTitles(*first), QStringList{"beta"});
+  ASSERT_EQ(second->tab(0), moved);
+  EXPECT_EQ(moved->repositoryController(), view);
+  EXPECT_FALSE(job->progress().isCanceled());
+  EXPECT_EQ(second->windowTitle(), QStringLiteral("alpha — Jelv"));
+  // Requests of the moved tab now reach its new window.
+  Q_EMIT moved->openDocumentRequested();
+  EXPECT_TRUE(second->findChild<QFileDialog*>(QStringLiteral("openPanel")));
+  EXPECT_FALSE(first->findChild<QFileDialog*>(QStringLiteral("openPanel")));
+  // The last tab of a window does not move: there would be an empty window left.
+  EXPECT_EQ(documents.moveTabToNewWindow(moved), second);
+  EXPECT_EQ(documents.windows().size(), 2);
+
+  documents.newRepositoryManagerAsTab(second);
+  second->closeOtherTabs(second->tab(1));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return job->progress().isCanceled(); }, 5000));
+  ASSERT_EQ(second->tabCount(), 1);
+  EXPECT_EQ(second->tab(0)->kind(), JelvWindowController::Kind::repositoryManager);
+  EXPECT_EQ(WindowSession::decode(preferences().string(WindowSession::preferenceKey()).toUtf8()).size(), 2u);
+}
+
+TEST_F(DocumentController, AFolderDroppedOnAWindowOpensThere) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  JelvDocumentController documents(registry(), preferences());
+  JelvMainWindow* window = documents.newRepositoryManagerAsWindow();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(alpha.path()), QUrl::fromLocalFile(alpha.path() + QStringLiteral("/.git/HEAD"))});
+  QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  enter.ignore();
+  QCoreApplication::sendEvent(window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(window, &drop);
+  ASSERT_TRUE(settle(documents));
+  EXPECT_EQ(tabTitles(*window), (QStringList{"Repositories", "alpha"}));
+
+  QMimeData fileOnly;
+  fileOnly.setUrls({QUrl::fromLocalFile(alpha.path() + QStringLiteral("/.git/HEAD"))});
+  QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &fileOnly, Qt::LeftButton, Qt::NoModifier);
+  refused.ignore();
+  QCoreApplication::sendEvent(window, &refused);
+  EXPECT_FALSE(refused.isAccepted());
 }

@@ -135,3 +135,35 @@ TEST(LocalChangesView, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (0)"));
   EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Commit"));
 }
+
+// A changed submodule is listed as such: discarding it asks about the submodule and
+// resets it inside its own repository, leaving the app's own edit alone.
+TEST(LocalChangesView, ChangedSubmoduleIsDiscardedInItsOwnRepository) {
+  TempRepository library(true, QStringLiteral("library"));
+  TempRepository app(true, QStringLiteral("app"));
+  library.commitFile(QStringLiteral("lib.c"), "int lib;\n", QStringLiteral("Library"));
+  app.commitFile(QStringLiteral("main.c"), "int main;\n", QStringLiteral("App"));
+  app.git({QStringLiteral("submodule"), QStringLiteral("add"), QStringLiteral("-q"), library.path(), QStringLiteral("ext/lib")});
+  app.commit(QStringLiteral("Add submodule"));
+  app.writeFile(QStringLiteral("ext/lib/lib.c"), "int edited;\n");
+  app.writeFile(QStringLiteral("main.c"), "int edited_main;\n");
+
+  auto queue = std::make_shared<JobQueue>();
+  LocalChangesView view(app.module(), queue);
+  view.show();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("ext/lib")));
+  const ChangedFilePtr submodule = view.unstagedList()->currentFile();
+  ASSERT_NE(submodule->changedSubmodule(), nullptr);
+
+  QStringList asked;
+  view.setConfirmation([&](const QString& message, const QString&, const QString& button) {
+    asked << message << button;
+    return true;
+  });
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.discard({submodule}); }));
+  EXPECT_EQ(asked, (QStringList{QStringLiteral("Do you want to discard all changes in submodule 'ext/lib'?"),
+                                QStringLiteral("Discard")}));
+  EXPECT_EQ(app.readFile(QStringLiteral("ext/lib/lib.c")), QByteArray("int lib;\n"));
+  EXPECT_EQ(status(app), QStringLiteral(" M main.c\n"));
+}

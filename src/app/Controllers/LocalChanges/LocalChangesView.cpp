@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QActionGroup>
+#include <algorithm>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
@@ -30,6 +31,7 @@
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
+#include "Git/Commands/Submodules/GetSubmodulesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/DiscardChangedFilesCommand.h"
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
@@ -193,7 +195,14 @@ void LocalChangesView::reload() {
   QPointer<LocalChangesView> self(this);
   queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
                              [self, module, amend](JobProgress& progress) {
-                               auto result = GetChangedFilesGitCommand::execute(module, {}, false, false, &progress);
+                               // Submodules are discarded in their own repository, so they must be known
+                               // as such; most repositories have none and pay nothing for it.
+                               SubmoduleList submodules;
+                               if (QFileInfo::exists(QDir(module.repositoryPath).filePath(QStringLiteral(".gitmodules")))) {
+                                 auto found = GetSubmodulesGitCommand::execute(module);
+                                 if (found) submodules = found.value();
+                               }
+                               auto result = GetChangedFilesGitCommand::execute(module, submodules, false, false, &progress);
                                std::optional<ChangedFileList> amended;
                                if (amend && result) {
                                  auto files = GetStagedFilesForAmendGitCommand::executeInternal(module);
@@ -319,7 +328,10 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
   QMenu menu(this);
   if (list == unstaged_) {
     menu.addAction(tr("Stage"), this, [this, chosen] { stage(chosen); });
-    menu.addAction(tr("Discard Changes…"), this, [this, chosen] { discard(chosen); });
+    const bool onlySubmodules =
+        std::all_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changedSubmodule() != nullptr; });
+    menu.addAction(onlySubmodules ? tr("Discard Submodule Changes…") : tr("Discard Changes…"), this,
+                   [this, chosen] { discard(chosen); });
     if (chosen.size() == 1) {
       QMenu* ignoreMenu = menu.addMenu(tr("Ignore"));
       const std::vector<PatternMenuItem> items = ignoreMenuItems(chosen.front()->path);

@@ -18,7 +18,7 @@
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
-#include "Controls/Diff/DiffTextView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
@@ -185,7 +185,7 @@ TEST(CommitBox, AmendShowsTheAmendedCommitInTheStagedList) {
   EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (2)"));
   // The diff of a file of the amended commit is taken against the commit before it.
   ASSERT_TRUE(waitFor(&view, SIGNAL(diffLoaded()), [&] { view.stagedList()->selectFile(QStringLiteral("b.txt")); }));
-  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"+b"));
+  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"@@ -0,0 +1,1 @@\nb")) << view.diffView()->toPlainText().toStdString();
 
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
   EXPECT_EQ(staged(), QStringList{QStringLiteral("c.txt")});

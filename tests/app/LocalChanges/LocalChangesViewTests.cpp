@@ -11,7 +11,7 @@
 #include "Controllers/LocalChanges/CommitBoxView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/LocalChanges/FileListView.h"
-#include "Controls/Diff/DiffTextView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
@@ -50,7 +50,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
   ASSERT_TRUE(waitFor(&view, SIGNAL(diffLoaded()), [&] {
     ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
   }));
-  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"+a changed"));
+  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"\na changed"));
 
   // Space stages the selected file.
   view.unstagedList()->setFocus();

@@ -5,14 +5,20 @@
 #include <QBuffer>
 #include <QImage>
 #include <QTextBlock>
+#include <QFile>
+#include <QPushButton>
 
 #include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
 #include "Controls/Diff/DiffTextView.h"
+#include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
 #include "Jobs/JobQueue.h"
 #include "support/TempRepository.h"
@@ -92,12 +98,22 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.snapshot()->status.changedFilesCount));
 
   view.showLocalChanges();
-  const auto& files = view.localChanges()->files();
+  LocalChangesView* local = view.localChangesView();
+  FileListView* unstaged = local->unstagedList();
+  const ChangedFileList files = unstaged->files();
   auto untracked = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->isNew; });
   ASSERT_NE(untracked, files.end());
   EXPECT_EQ((*untracked)->path, QStringLiteral("new file é.txt"));
-  view.localChanges()->setCurrentItem(view.localChanges()->topLevelItem(static_cast<int>(untracked - files.begin())));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.diffView()->document()->findBlockByNumber(1).text() == QStringLiteral("+fresh"); }, 10000));
+  ASSERT_TRUE(unstaged->selectFile((*untracked)->path));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return local->diffView()->document()->findBlockByNumber(2).text() == QStringLiteral("fresh"); }, 10000));
+
+  // Work done on the page reaches the sidebar's count without a full refresh.
+  const int before = view.snapshot()->status.changedFilesCount;
+  local->setConfirmation([](const QString&, const QString&, const QString&) { return true; });
+  local->discard({*untracked});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.snapshot()->status.changedFilesCount == before - 1; }, 10000));
+  EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(before - 1));
+  EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/new file é.txt")));
 }
 
 TEST(RepositoryView, AFolderThatIsNoRepositoryReportsAnError) {
@@ -127,11 +143,34 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   view.show();
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
   // HEAD adds a text file too large to render at once: the pane offers to load it.
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.isOfferingLargeDiff(); }, 10000)) << view.diffMessage().toStdString();
-  EXPECT_EQ(view.diffMessage(), QStringLiteral("Large diffs are not rendered by default"));
+  FileDiffView* pane = view.diffPane();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return pane->isOfferingLargeDiff(); }, 10000)) << pane->message().toStdString();
+  EXPECT_EQ(pane->message(), QStringLiteral("Large diffs are not rendered by default"));
 
   ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(repo.git({QStringLiteral("rev-parse"), QStringLiteral("HEAD~1")}).trimmed())));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.isShowingImages(); }, 10000));
-  EXPECT_EQ(view.oldImageText(), QStringLiteral("Created"));
-  EXPECT_TRUE(view.hasNewImage());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return pane->isShowingImages(); }, 10000));
+  EXPECT_EQ(pane->oldImageText(), QStringLiteral("Created"));
+  EXPECT_TRUE(pane->hasNewImage());
+
+  // The local changes page resolves changes the same way: a deleted picture, and a large
+  // text that shows after "Load Diff".
+  repo.removeFile(QStringLiteral("logo.png"));
+  repo.writeFile(QStringLiteral("big.txt"), big + big);
+  view.showLocalChanges();
+  LocalChangesView* local = view.localChangesView();
+  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
+  local->reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+  ASSERT_EQ(local->unstagedList()->files().size(), 2u);
+  FileListView* unstaged = local->unstagedList();
+  FileDiffView* localPane = local->diffPane();
+  ASSERT_TRUE(unstaged->selectFile(QStringLiteral("logo.png")));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingImages(); }, 10000));
+  EXPECT_EQ(localPane->oldImageText(), QString());
+  EXPECT_FALSE(localPane->hasNewImage());
+  ASSERT_TRUE(unstaged->selectFile(QStringLiteral("big.txt")));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return localPane->isOfferingLargeDiff(); }, 10000)) << localPane->message().toStdString();
+  localPane->loadLargeButton()->click();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingText(); }, 20000));
+  EXPECT_GT(local->diffView()->document()->blockCount(), 60000);
 }

@@ -8,6 +8,8 @@
 #include <QThread>
 #include <QToolBar>
 
+#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controls/ChangedFilesView.h"
 #include "Jobs/Job.h"
@@ -167,17 +169,19 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   EXPECT_EQ(visible, (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
                                   "activityAction"}));
 
+  LocalChangesView* local = view->localChangesView();
+  const auto listed = [local] { return local->unstagedList()->files().size() + local->stagedList()->files().size(); };
   tab->findChild<QAction*>(QStringLiteral("localChangesAction"))->trigger();
-  EXPECT_TRUE(view->localChanges()->isVisible());
-  ASSERT_EQ(view->localChanges()->files().size(), 1u);
+  EXPECT_TRUE(local->isVisible());
+  ASSERT_EQ(listed(), 1u);
   tab->findChild<QAction*>(QStringLiteral("historyAction"))->trigger();
-  EXPECT_FALSE(view->localChanges()->isVisible());
+  EXPECT_FALSE(local->isVisible());
 
   // Refresh reads the repository again: a new file shows up among the local changes.
   alpha.writeFile(QStringLiteral("b.txt"), "new\n");
   tab->findChild<QAction*>(QStringLiteral("refreshAction"))->trigger();
   ASSERT_TRUE(loaded.wait(20000));
-  EXPECT_EQ(view->localChanges()->files().size(), 2u);
+  EXPECT_EQ(listed(), 2u);
 }
 
 TEST_F(DocumentController, TheManagerTabOpensWhatItsViewAsksFor) {

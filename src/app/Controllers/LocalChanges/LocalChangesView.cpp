@@ -16,7 +16,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -27,11 +26,15 @@
 #include "Controllers/Sheets/AddGitIgnorePatternController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
-#include "Controls/Diff/DiffTextView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/DiffContent.h"
+#include "Controls/FileDiffView/FileDiffView.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
+#include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
 #include "Git/Commands/Submodules/GetSubmodulesGitCommand.h"
+#include "Git/Commands/WorkingDirectory/ApplySelectionPatchGitCommand.h"
 #include "Git/Commands/WorkingDirectory/DiscardChangedFilesCommand.h"
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
@@ -40,11 +43,12 @@
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
+#include "Models/FileContent/DiffSettings.h"
 #include "Models/MergeMessage.h"
-#include "Models/PatchParser.h"
 #include "Models/PatternMenuItems.h"
 #include "Models/RepositoryState.h"
-#include "Models/XPatch.h"
+#include "Models/SelectionPatch.h"
+#include "Models/StagingRefresh.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 
@@ -96,12 +100,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   stageButton_ = smallButton(tr("Stage"), this);
   discardButton_ = smallButton(tr("Discard Changes…"), this);
   unstageButton_ = smallButton(tr("Unstage"), this);
-  diff_ = new DiffTextView(this);
-  diffMessage_ = new QLabel(tr("Select a file to see its changes."), this);
-  diffMessage_->setAlignment(Qt::AlignCenter);
-  diffStack_ = new QStackedWidget(this);
-  diffStack_->addWidget(diffMessage_);
-  diffStack_->addWidget(diff_);
+  diffPane_ = new FileDiffView(FileDiffView::Mode::staging, this);
   commitBox_ = new CommitBoxView(module_, queue_, this);
 
   auto* lists = new QSplitter(Qt::Vertical);
@@ -114,7 +113,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   lists->setStretchFactor(2, 1);
   auto* split = new QSplitter(Qt::Horizontal, this);
   split->addWidget(lists);
-  split->addWidget(diffStack_);
+  split->addWidget(diffPane_);
   split->setStretchFactor(1, 2);
   split->setSizes({420, 680});
   auto* layout = new QVBoxLayout(this);
@@ -163,7 +162,21 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     const FileListViewMode mode = Preferences::shared().fileListMode() == 1 ? FileListViewMode::tree : FileListViewMode::list;
     if (mode != unstaged_->mode()) setFileListMode(mode);
   });
+  connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
+    if (diffFile_) loadDiff(diffFile_, true);
+  });
+  connect(diffPane_, &FileDiffView::selectionApplyRequested, this, &LocalChangesView::applySelection);
   showFiles({});
+}
+
+CommitDiffTextView* LocalChangesView::diffView() const { return diffPane_->unifiedView(); }
+
+void LocalChangesView::setFiles(const ChangedFileList& files) {
+  // Under amend the staged list is the page's own read.
+  if (commitBox_->isAmending()) return;
+  const bool same = std::equal(files.begin(), files.end(), files_.begin(), files_.end(),
+                               [](const ChangedFilePtr& a, const ChangedFilePtr& b) { return *a == *b; });
+  if (!same) showFiles(files);
 }
 
 ChangedFileList LocalChangesView::selection(FileListView* list) const { return list->selectedFiles(); }
@@ -193,8 +206,11 @@ void LocalChangesView::reload() {
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
   QPointer<LocalChangesView> self(this);
+  // The same options as the repository's status read, so that both agree on the list.
+  const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
+  const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));
   queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
-                             [self, module, amend](JobProgress& progress) {
+                             [self, module, amend, hideUntracked, showIgnored](JobProgress& progress) {
                                // Submodules are discarded in their own repository, so they must be known
                                // as such; most repositories have none and pay nothing for it.
                                SubmoduleList submodules;
@@ -202,7 +218,7 @@ void LocalChangesView::reload() {
                                  auto found = GetSubmodulesGitCommand::execute(module);
                                  if (found) submodules = found.value();
                                }
-                               auto result = GetChangedFilesGitCommand::execute(module, submodules, false, false, &progress);
+                               auto result = GetChangedFilesGitCommand::execute(module, submodules, hideUntracked, showIgnored, &progress);
                                std::optional<ChangedFileList> amended;
                                if (amend && result) {
                                  auto files = GetStagedFilesForAmendGitCommand::executeInternal(module);
@@ -229,6 +245,7 @@ void LocalChangesView::reload() {
 }
 
 void LocalChangesView::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
+  files_ = files;
   ChangedFileList unstaged;
   ChangedFileList staged;
   for (const auto& file : files) {
@@ -255,32 +272,30 @@ void LocalChangesView::showFiles(const ChangedFileList& files, const std::option
     loadDiff(current);
   } else {
     diffFile_.reset();
-    diffMessage_->setText(files.empty() ? tr("No local changes") : tr("Select a file to see its changes."));
-    diffStack_->setCurrentWidget(diffMessage_);
+    shownFile_.reset();
+    diffPane_->showMessage(files.empty() ? tr("No local changes") : tr("Select a file to see its changes."));
   }
 }
 
-void LocalChangesView::loadDiff(const ChangedFilePtr& file) {
+void LocalChangesView::loadDiff(const ChangedFilePtr& file, bool loadLarge) {
   diffFile_ = file;
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
+  const DiffSettings settings = DiffSettings::fromPreferences();
   QPointer<LocalChangesView> self(this);
   queue_->schedule(Job::make(tr("Load diff"), Job::Show::none(), Job::ProgressType::infinite,
-                             [self, module, file, amend](JobProgress&) {
-                               const GitResult<QString> text = GetWorkingDirectoryFileChangesGitCommand::getChangesAsPatch(module, *file, amend);
-                               QMetaObject::invokeMethod(qApp, [self, file, text] {
+                             [self, module, file, amend, settings, loadLarge](JobProgress& progress) {
+                               const auto location = file->staged ? XFilePatch::Location::staged : XFilePatch::Location::unstaged;
+                               DiffContent content = diffContentFrom(
+                                   GetWorkingDirectoryFileChangesGitCommand::execute(module, file, amend, settings), location, loadLarge);
+                               if (progress.isCanceled()) return;
+                               QMetaObject::invokeMethod(qApp, [self, file, content = std::move(content)]() mutable {
                                  if (!self || self->diffFile_ != file) return;
-                                 const XPatchPtr patch =
-                                     text ? PatchParser().parse(text.value(), file->staged ? XFilePatch::Location::staged
-                                                                                       : XFilePatch::Location::unstaged)
-                                          : XPatchPtr();
-                                 if (patch && !patch->files.empty() && !patch->files.front().chunks.empty()) {
-                                   self->diff_->setRows(unifiedDiffRows(patch->files.front()));
-                                   self->diffStack_->setCurrentWidget(self->diff_);
-                                 } else {
-                                   self->diffMessage_->setText(text ? tr("No text changes.") : describe(text.error()));
-                                   self->diffStack_->setCurrentWidget(self->diffMessage_);
-                                 }
+                                 // The same file again (after a change to it) keeps its place.
+                                 const ChangedFilePtr& shown = self->shownFile_;
+                                 const bool same = shown && shown->path == file->path && shown->staged == file->staged;
+                                 self->shownFile_ = file;
+                                 self->diffPane_->showContent(std::move(content), file, same);
                                  Q_EMIT self->diffLoaded();
                                });
                              }));
@@ -421,4 +436,54 @@ void LocalChangesView::showEditFileSheet(const QString& relativePath) {
     if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
     if (result.isSuccess()) self->reload();
   });
+}
+
+void LocalChangesView::applySelection(const XPatchPtr& patch, SelectionMode mode) {
+  if (!patch || patch->files.empty()) return;
+  if (mode == SelectionMode::discard) {
+    const auto texts = SelectionPatch::discardConfirmation(*patch);
+    if (!texts) return;
+    if (!confirm_(texts->messageText, texts->informativeText, texts->confirmButtonTitle)) return;
+  }
+  // Only the first file is applied; its paths, with the other side of a move, are read again.
+  XPatch first;
+  first.files.push_back(patch->files.front());
+  const QStringList paths = StagingRefresh::pathsToRead(files_, SelectionPatch::changedPaths(first));
+  const GitModule module = module_;
+  QPointer<LocalChangesView> self(this);
+  const QString name = mode == SelectionMode::stage ? tr("Stage lines") : mode == SelectionMode::unstage ? tr("Unstage lines") : tr("Discard lines");
+  queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, module, patch, mode, paths](JobProgress&) {
+    const GitVoidResult result = ApplySelectionPatchGitCommand::execute(module, *patch, mode);
+    QMetaObject::invokeMethod(qApp, [self, result, paths] {
+      if (!self) return;
+      // A locked index is passing; the refresh shows that nothing happened.
+      if (result.isFailure() && !result.isError<Error::RepositoryIsLocked>() && !result.isError<Error::NoChanges>()) {
+        ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
+      }
+      // Under amend the staged list comes from another read: all of it again then.
+      if (self->commitBox_->isAmending()) self->reload();
+      else self->refreshPaths(paths);
+    });
+  }));
+}
+
+void LocalChangesView::refreshPaths(const QStringList& paths) {
+  if (paths.isEmpty()) return;
+  const GitModule module = module_;
+  const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
+  const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));
+  QPointer<LocalChangesView> self(this);
+  queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
+                             [self, module, paths, hideUntracked, showIgnored](JobProgress&) {
+                               auto fresh = GetPathsStatusGitCommand::execute(module, paths, {}, hideUntracked, showIgnored);
+                               QMetaObject::invokeMethod(qApp, [self, paths, fresh] {
+                                 if (!self) return;
+                                 if (!fresh) {
+                                   self->reload();
+                                   return;
+                                 }
+                                 self->showFiles(StagingRefresh::merged(self->files_, paths, fresh.value()));
+                                 Q_EMIT self->reloaded();
+                               });
+                             }));
 }

@@ -13,14 +13,16 @@
 #include "Models/ChangedFile.h"
 #include "Models/FileListTree.h"
 #include "Models/GitModule.h"
+#include "Models/SelectionMode.h"
+#include "Models/XPatch.h"
 
 class CommitBoxView;
-class DiffTextView;
+class CommitDiffTextView;
+class FileDiffView;
 class FileListView;
 class JobQueue;
 class QLabel;
 class QPushButton;
-class QStackedWidget;
 class QToolButton;
 
 class LocalChangesView : public QWidget {
@@ -30,11 +32,18 @@ class LocalChangesView : public QWidget {
 
   // Reads the working tree's status again.
   void reload();
+  // Shows a status read elsewhere; a list equal to the shown one changes nothing.
+  void setFiles(const ChangedFileList& files);
 
   void stage(const ChangedFileList& files);
   void unstage(const ChangedFileList& files);
   // Asks first, with the texts of the discard alert; `confirm` answers it in tests.
   void discard(const ChangedFileList& files);
+  // Applies the lines of a selection patch (a discard asks first), then reads the status
+  // of the touched paths again.
+  void applySelection(const XPatchPtr& patch, SelectionMode mode);
+  // Reads the status of these paths and puts the result in place of their entries.
+  void refreshPaths(const QStringList& paths);
   void setConfirmation(std::function<bool(const QString& message, const QString& informative, const QString& button)> confirm) {
     confirm_ = std::move(confirm);
   }
@@ -55,7 +64,9 @@ class LocalChangesView : public QWidget {
   QToolButton* fileListModeButton() const { return modeButton_; }
   QLabel* unstagedLabel() const { return unstagedLabel_; }
   QLabel* stagedLabel() const { return stagedLabel_; }
-  DiffTextView* diffView() const { return diff_; }
+  FileDiffView* diffPane() const { return diffPane_; }
+  // The unified diff of the selected file.
+  CommitDiffTextView* diffView() const;
   CommitBoxView* commitBox() const { return commitBox_; }
   QPushButton* stageButton() const { return stageButton_; }
   QPushButton* unstageButton() const { return unstageButton_; }
@@ -73,7 +84,7 @@ class LocalChangesView : public QWidget {
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
   // Under amend the staged side is `amendedFiles`: what the amended commit will hold.
   void showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles = std::nullopt);
-  void loadDiff(const ChangedFilePtr& file);
+  void loadDiff(const ChangedFilePtr& file, bool loadLarge = false);
   void showContextMenu(FileListView* list, const QPoint& position);
   ChangedFileList selection(FileListView* list) const;
 
@@ -89,9 +100,9 @@ class LocalChangesView : public QWidget {
   QPushButton* stageButton_;
   QPushButton* unstageButton_;
   QPushButton* discardButton_;
-  QStackedWidget* diffStack_;
-  QLabel* diffMessage_;
-  DiffTextView* diff_;
+  FileDiffView* diffPane_;
   CommitBoxView* commitBox_;
   ChangedFilePtr diffFile_;
+  ChangedFilePtr shownFile_;  // the file whose diff is on screen
+  ChangedFileList files_;
 };

@@ -3,11 +3,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
-#include <QHBoxLayout>
-#include <QImage>
-#include <QLabel>
-#include <QLocale>
-#include <QPushButton>
 #include <QPointer>
 #include <QShortcut>
 #include <QSplitter>
@@ -16,29 +11,22 @@
 
 #include "Controllers/ActivityManagerWindow.h"
 #include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
-#include "Controls/Diff/DiffTextView.h"
+#include "Controls/Diff/DiffContent.h"
+#include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
 #include "Git/Commands/RepositoryStatus/GetRevisionChangedFilesGitCommand.h"
 #include "Git/Commands/Revision/GetRevisionDetailsGitCommand.h"
 #include "Git/Commands/Revision/GetRevisionFileChangesGitCommand.h"
-#include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
-#include "Models/FileContent/BinaryDiffFileContent.h"
 #include "Models/FileContent/DiffSettings.h"
-#include "Models/FileContent/LfsFileContent.h"
-#include "Models/FileContent/SubmoduleDiffFileContent.h"
-#include "Models/FileContent/TextDiffFileContent.h"
-#include "Models/FileContent/TextDisplayDecision.h"
-#include "Models/FileContent/UnknownBinaryFileContent.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
 #include "Models/LocalBranch.h"
-#include "Models/PatchParser.h"
 #include "Models/RepositoryStateNotification.h"
-#include "Models/XPatch.h"
 #include "Services/Preferences.h"
 
 namespace {
@@ -47,76 +35,6 @@ struct CommitContent {
   GitResult<RevisionDetails> details = Error::Unknown{};
   GitResult<ChangedFileList> files = Error::Unknown{};
 };
-
-QString sizeText(const std::optional<qint64>& size) {
-  return size ? QLocale().formattedDataSize(*size) : QObject::tr("none");
-}
-
-QString lfsText(const std::optional<LfsPointer>& pointer) {
-  if (!pointer) return QObject::tr("none");
-  return QStringLiteral("%1 (%2)").arg(pointer->sha.left(12), QLocale().formattedDataSize(pointer->size));
-}
-
-// Resolves a change into what the pane shows; runs on the job's thread.
-DiffContent diffContentFrom(const GitResult<DiffFileContentPtr>& result, XFilePatch::Location location, bool loadLarge) {
-  if (!result) {
-    if (result.isError<Error::Canceled>()) return {};
-    return {{}, describe(result.error())};
-  }
-  const DiffFileContentPtr& content = result.value();
-  DiffContent out;
-  switch (content->kind()) {
-    case DiffFileContent::Kind::text: {
-      const auto& text = static_cast<const TextDiffFileContent&>(*content);
-      if (text.diffString.trimmed().isEmpty()) return {{}, QObject::tr("No changes to show.")};
-      const TextDisplayDecision decision =
-          TextDisplayDecision::forDiff(text.diffString, content->changedFile ? content->changedFile->path : QString(), location, loadLarge);
-      if (decision.kind == TextDisplayDecision::Kind::tooLarge) {
-        out.message = TextDisplayDecision::fallbackTitle;
-        out.offerLoadLarge = true;
-        return out;
-      }
-      if (decision.kind != TextDisplayDecision::Kind::render || !decision.patch || decision.patch->files.empty()) {
-        return {{}, QObject::tr("The diff could not be read.")};
-      }
-      const XFilePatch& file = decision.patch->files.front();
-      if (file.chunks.empty()) return {{}, file.oldFileMode != file.newFileMode ? QObject::tr("Only the file mode changed.") : QObject::tr("No text changes.")};
-      out.rows = unifiedDiffRows(file);
-      return out;
-    }
-    case DiffFileContent::Kind::binary: {
-      const auto& images = static_cast<const BinaryDiffFileContent&>(*content);
-      if (images.old) out.oldImage = QImage::fromData(*images.old);
-      if (images.new_) out.newImage = QImage::fromData(*images.new_);
-      out.isImage = true;
-      return out;
-    }
-    case DiffFileContent::Kind::lfs: {
-      const auto& lfs = static_cast<const LfsFileContent&>(*content);
-      out.message = QObject::tr("Git LFS file\nBefore: %1\nAfter: %2").arg(lfsText(lfs.old), lfsText(lfs.current));
-      return out;
-    }
-    case DiffFileContent::Kind::unknownBinary: {
-      const auto& binary = static_cast<const UnknownBinaryFileContent&>(*content);
-      out.message = QObject::tr("Binary file\nBefore: %1\nAfter: %2").arg(sizeText(binary.oldSize), sizeText(binary.newSize));
-      if (auto tip = TextDisplayDecision::notLfsTip(binary.newSize.value_or(0))) out.message += QStringLiteral("\n\n") + *tip;
-      return out;
-    }
-    case DiffFileContent::Kind::submodule: {
-      const auto& sub = static_cast<const SubmoduleDiffFileContent&>(*content);
-      auto describeRevision = [](const RevisionDetails& details) {
-        if (details.sha.isEmpty()) return QObject::tr("none");
-        return QStringLiteral("%1 %2").arg(details.sha.left(10), details.message.section(QLatin1Char('\n'), 0, 0));
-      };
-      out.message = QObject::tr("Submodule %1\nBefore: %2\nAfter: %3")
-                        .arg(sub.submodule.path, describeRevision(sub.oldRevision), describeRevision(sub.newRevision));
-      if (sub.submoduleChangesCount > 0) out.message += QObject::tr("\n%n changed file(s) inside", nullptr, sub.submoduleChangesCount);
-      return out;
-    }
-  }
-  return out;
-}
-
 
 }  // namespace
 
@@ -143,48 +61,17 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   commitList_ = new CommitListView(this);
   header_ = new RevisionHeaderView(this);
   revisionFiles_ = new ChangedFilesView(this);
-  localFiles_ = new ChangedFilesView(this);
-  diff_ = new DiffTextView(this);
-  diffMessage_ = new QLabel(tr("Select a file to see its changes."), this);
-  diffMessage_->setAlignment(Qt::AlignCenter);
-  diffMessage_->setWordWrap(true);
-  messagePage_ = new QWidget(this);
-  auto* messageLayout = new QVBoxLayout(messagePage_);
-  messageLayout->addStretch();
-  messageLayout->addWidget(diffMessage_);
-  loadLargeButton_ = new QPushButton(TextDisplayDecision::fallbackButton, messagePage_);
-  loadLargeButton_->hide();
-  messageLayout->addWidget(loadLargeButton_, 0, Qt::AlignHCenter);
-  messageLayout->addStretch();
-  connect(loadLargeButton_, &QPushButton::clicked, this, [this] {
+  localChanges_ = new LocalChangesView(module_, queue_, this);
+  diffPane_ = new FileDiffView(FileDiffView::Mode::readOnly, this);
+  connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
     loadLargeDiff_ = true;
-    if (pages_->currentIndex() == 0) {
-      loadRevisionDiff(revisionFiles_->currentFile());
-    } else {
-      loadWorkingTreeDiff(localFiles_->currentFile());
-    }
+    loadRevisionDiff(revisionFiles_->currentFile());
   });
-  imagePage_ = new QWidget(this);
-  auto* imageLayout = new QHBoxLayout(imagePage_);
-  oldImage_ = new QLabel(imagePage_);
-  newImage_ = new QLabel(imagePage_);
-  for (QLabel* label : {oldImage_, newImage_}) {
-    label->setAlignment(Qt::AlignCenter);
-    label->setFrameShape(QFrame::StyledPanel);
-    imageLayout->addWidget(label, 1);
-  }
-  diffStack_ = new QStackedWidget(this);
-  diffStack_->addWidget(messagePage_);
-  diffStack_->addWidget(diff_);
-  diffStack_->addWidget(imagePage_);
 
   // History page: list above, details below (header, files | diff).
   auto* filesAndDiff = new QSplitter(Qt::Horizontal);
   filesAndDiff->addWidget(revisionFiles_);
-  auto* diffHolder = new QWidget;
-  auto* diffHolderLayout = new QVBoxLayout(diffHolder);
-  diffHolderLayout->setContentsMargins(0, 0, 0, 0);
-  filesAndDiff->addWidget(diffHolder);
+  filesAndDiff->addWidget(diffPane_);
   filesAndDiff->setStretchFactor(1, 3);
   auto* details = new QSplitter(Qt::Vertical);
   details->addWidget(header_);
@@ -198,23 +85,9 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   history->setStretchFactor(1, 2);
   history->setSizes({470, 330});
 
-  // Local changes page: files | diff.
-  auto* local = new QSplitter(Qt::Horizontal);
-  local->addWidget(localFiles_);
-  auto* localDiffHolder = new QWidget;
-  auto* localDiffLayout = new QVBoxLayout(localDiffHolder);
-  localDiffLayout->setContentsMargins(0, 0, 0, 0);
-  local->addWidget(localDiffHolder);
-  local->setStretchFactor(1, 3);
-
   pages_ = new QStackedWidget(this);
   pages_->addWidget(history);
-  pages_->addWidget(local);
-  // One diff pane, moved to the page in front.
-  connect(pages_, &QStackedWidget::currentChanged, this, [this, diffHolderLayout, localDiffLayout](int page) {
-    (page == 0 ? diffHolderLayout : localDiffLayout)->addWidget(diffStack_);
-  });
-  diffHolderLayout->addWidget(diffStack_);
+  pages_->addWidget(localChanges_);
 
   auto* right = new QWidget;
   auto* rightLayout = new QVBoxLayout(right);
@@ -238,7 +111,8 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
 
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
-  connect(localFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadWorkingTreeDiff(file); });
+  // Stage, unstage, discard and commit change the counts of the sidebar and maybe the state.
+  connect(localChanges_, &LocalChangesView::reloaded, this, &RepositoryView::refreshStatus);
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
@@ -295,7 +169,7 @@ void RepositoryView::refresh() {
       [this](GitResult<RepositorySnapshot> result) {
         if (!result) {
           Q_EMIT loadFailed(describe(result.error()));
-          showDiffMessage(tr("The repository could not be read: %1").arg(describe(result.error())));
+          diffPane_->showMessage(tr("The repository could not be read: %1").arg(describe(result.error())));
           return;
         }
         applySnapshot(std::move(result).value());
@@ -342,22 +216,12 @@ void RepositoryView::applyStatus(RepositoryStatus status) {
   for (const auto& submodule : snapshot_->submodules) content.submodules << submodule.path;
   sidebar_->setContent(content);
   notificationBar_->setNotification(RepositoryStateNotification::make(snapshot_->status.repositoryState));
-  localFiles_->setFiles(snapshot_->status.changedFiles);
+  localChanges_->setFiles(snapshot_->status.changedFiles);
 }
 
-void RepositoryView::showLocalChanges() {
-  pages_->setCurrentIndex(1);
-  if (auto file = localFiles_->currentFile()) {
-    loadWorkingTreeDiff(file);
-  } else {
-    showDiffMessage(snapshot_ && snapshot_->status.changedFiles.empty() ? tr("No local changes") : tr("Select a file to see its changes."));
-  }
-}
+void RepositoryView::showLocalChanges() { pages_->setCurrentIndex(1); }
 
-void RepositoryView::showHistory() {
-  pages_->setCurrentIndex(0);
-  if (auto file = revisionFiles_->currentFile()) loadRevisionDiff(file);
-}
+void RepositoryView::showHistory() { pages_->setCurrentIndex(0); }
 
 void RepositoryView::showActivityManager() {
   if (!activity_) activity_ = new ActivityManagerWindow(queue_, this);
@@ -375,7 +239,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
   }
   selectedSha_ = revision->sha().toString();
   header_->showLoading(selectedSha_);
-  showDiffMessage(tr("Select a file to see its changes."));
+  diffPane_->showMessage(tr("Select a file to see its changes."));
   const GitModule module = module_;
   const QString sha = selectedSha_;
   const SubmoduleList submodules = snapshot_ ? snapshot_->submodules : SubmoduleList{};
@@ -404,8 +268,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
 
 void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
   if (auto previous = diffJob_.lock()) previous->progress().cancel();
-  // The diff pane belongs to the page in front.
-  if (!file || selectedSha_.isEmpty() || pages_->currentIndex() != 0) return;
+  if (!file || selectedSha_.isEmpty()) return;
   const RevisionPtr revision = commitList_->currentRevision();
   std::optional<QString> parent;
   if (revision && !revision->parents().empty()) parent = revision->parents().front().toString();
@@ -420,61 +283,10 @@ void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
                                XFilePatch::Location::revision, loadLarge);
       },
       [this, file](DiffContent content) {
-        if (revisionFiles_->currentFile() != file || pages_->currentIndex() != 0) return;
-        showDiffContent(std::move(content));
+        if (revisionFiles_->currentFile() != file) return;
+        diffPane_->showContent(std::move(content));
         Q_EMIT diffLoaded();
       });
 }
 
-void RepositoryView::loadWorkingTreeDiff(const ChangedFilePtr& file) {
-  if (auto previous = diffJob_.lock()) previous->progress().cancel();
-  if (!file || pages_->currentIndex() != 1) return;
-  const GitModule module = module_;
-  const DiffSettings settings = DiffSettings::fromPreferences();
-  const bool loadLarge = std::exchange(loadLargeDiff_, false);
-  diffJob_ = run<DiffContent>(
-      QStringLiteral("Load diff"), 0,
-      [module, file, settings, loadLarge](JobProgress&) {
-        return diffContentFrom(GetWorkingDirectoryFileChangesGitCommand::execute(module, file, false, settings),
-                               file->staged ? XFilePatch::Location::staged : XFilePatch::Location::unstaged, loadLarge);
-      },
-      [this, file](DiffContent content) {
-        if (localFiles_->currentFile() != file || pages_->currentIndex() != 1) return;
-        showDiffContent(std::move(content));
-        Q_EMIT diffLoaded();
-      });
-}
-
-void RepositoryView::showDiffMessage(const QString& message) {
-  diffMessage_->setText(message);
-  loadLargeButton_->hide();
-  diffStack_->setCurrentWidget(messagePage_);
-}
-
-void RepositoryView::showDiffContent(DiffContent content) {
-  if (content.isImage) {
-    auto showImage = [](QLabel* label, const std::optional<QImage>& image, const QString& missing) {
-      if (image && !image->isNull()) {
-        label->setPixmap(QPixmap::fromImage(image->width() > 480 ? image->scaledToWidth(480, Qt::SmoothTransformation) : *image));
-      } else {
-        label->setPixmap({});
-        label->setText(missing);
-      }
-    };
-    showImage(oldImage_, content.oldImage, tr("Created"));
-    showImage(newImage_, content.newImage, tr("Deleted"));
-    diffStack_->setCurrentWidget(imagePage_);
-  } else if (!content.rows.empty()) {
-    diff_->setRows(std::move(content.rows));
-    diffStack_->setCurrentWidget(diff_);
-  } else {
-    showDiffMessage(content.message);
-    loadLargeButton_->setVisible(content.offerLoadLarge);
-  }
-}
-
-bool RepositoryView::isShowingImages() const { return diffStack_->currentWidget() == imagePage_; }
-bool RepositoryView::isOfferingLargeDiff() const { return diffStack_->currentWidget() == messagePage_ && !loadLargeButton_->isHidden(); }
-QString RepositoryView::diffMessage() const { return diffStack_->currentWidget() == messagePage_ ? diffMessage_->text() : QString(); }
-QString RepositoryView::oldImageText() const { return oldImage_->text(); }
-bool RepositoryView::hasNewImage() const { return !newImage_->pixmap().isNull(); }
+DiffTextView* RepositoryView::diffView() const { return diffPane_->textView(); }

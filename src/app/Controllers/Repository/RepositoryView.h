@@ -8,9 +8,6 @@
 #include <memory>
 #include <optional>
 
-#include <QImage>
-
-#include "Controls/Diff/UnifiedDiffRows.h"
 #include "Models/GitModule.h"
 #include "Services/RepositorySnapshotLoader.h"
 
@@ -23,21 +20,11 @@ class NotificationBar;
 class RevisionHeaderView;
 class ChangedFilesView;
 class DiffTextView;
+class FileDiffView;
+class LocalChangesView;
 class RepositoryStatusBar;
 class ActivityManagerWindow;
 class QStackedWidget;
-class QLabel;
-class QPushButton;
-
-// What the diff pane shows for one change: text rows, two images, or a message.
-struct DiffContent {
-  std::vector<UnifiedDiffRow> rows;
-  QString message;
-  bool offerLoadLarge = false;
-  bool isImage = false;
-  std::optional<QImage> oldImage;
-  std::optional<QImage> newImage;
-};
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -65,15 +52,11 @@ class RepositoryView : public QWidget {
   NotificationBar* notificationBar() const { return notificationBar_; }
   RepositoryStatusBar* statusBar() const { return statusBar_; }
   ChangedFilesView* revisionFiles() const { return revisionFiles_; }
-  ChangedFilesView* localChanges() const { return localFiles_; }
-  DiffTextView* diffView() const { return diff_; }
+  LocalChangesView* localChangesView() const { return localChanges_; }
+  // The diff of the selected commit's file.
+  DiffTextView* diffView() const;
   RevisionHeaderView* revisionHeader() const { return header_; }
-  // For tests: what the diff pane shows.
-  bool isShowingImages() const;
-  bool isOfferingLargeDiff() const;
-  QString diffMessage() const;
-  QString oldImageText() const;
-  bool hasNewImage() const;
+  FileDiffView* diffPane() const { return diffPane_; }
 
  Q_SIGNALS:
   void snapshotLoaded();
@@ -94,9 +77,6 @@ class RepositoryView : public QWidget {
   void applyStatus(RepositoryStatus status);
   void loadCommit(const RevisionPtr& revision);
   void loadRevisionDiff(const ChangedFilePtr& file);
-  void loadWorkingTreeDiff(const ChangedFilePtr& file);
-  void showDiffMessage(const QString& message);
-  void showDiffContent(DiffContent content);
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
@@ -113,15 +93,8 @@ class RepositoryView : public QWidget {
   CommitListView* commitList_;
   RevisionHeaderView* header_;
   ChangedFilesView* revisionFiles_;
-  ChangedFilesView* localFiles_;
-  QStackedWidget* diffStack_;
-  DiffTextView* diff_;
-  QLabel* diffMessage_;
-  QWidget* messagePage_;
-  QPushButton* loadLargeButton_;
-  QWidget* imagePage_;
-  QLabel* oldImage_;
-  QLabel* newImage_;
+  LocalChangesView* localChanges_;
+  FileDiffView* diffPane_;
   bool loadLargeDiff_ = false;
   RepositoryStatusBar* statusBar_;
   ActivityManagerWindow* activity_ = nullptr;

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QTextBlock>
 
+#include "Controls/Diff/DiffColors.h"
 #include "Controls/GitOutputView.h"
 
 namespace {
@@ -18,17 +19,12 @@ class Gutter : public QWidget {
   DiffTextView* view_;
 };
 
-struct RowColors {
-  QColor background;
-  QColor gutter;
-};
-
-RowColors colorsFor(UnifiedDiffRow::Kind kind, bool dark) {
+DiffRowColors colorsFor(UnifiedDiffRow::Kind kind, bool dark) {
   switch (kind) {
-    case UnifiedDiffRow::Kind::added: return {dark ? QColor(0x1f, 0x3d, 0x2a) : QColor(0xe6, 0xff, 0xec), dark ? QColor(0x2a, 0x55, 0x3a) : QColor(0xcc, 0xff, 0xd8)};
-    case UnifiedDiffRow::Kind::removed: return {dark ? QColor(0x4a, 0x22, 0x26) : QColor(0xff, 0xeb, 0xe9), dark ? QColor(0x63, 0x2c, 0x31) : QColor(0xff, 0xd7, 0xd5)};
-    case UnifiedDiffRow::Kind::hunkHeader: return {dark ? QColor(0x22, 0x2e, 0x3e) : QColor(0xdd, 0xf4, 0xff), dark ? QColor(0x22, 0x2e, 0x3e) : QColor(0xdd, 0xf4, 0xff)};
-    default: return {QColor(), QColor()};
+    case UnifiedDiffRow::Kind::added: return diffRowColors(DiffRowStyle::added, dark);
+    case UnifiedDiffRow::Kind::removed: return diffRowColors(DiffRowStyle::removed, dark);
+    case UnifiedDiffRow::Kind::hunkHeader: return diffRowColors(DiffRowStyle::header, dark);
+    default: return {};
   }
 }
 }  // namespace
@@ -71,7 +67,7 @@ void DiffTextView::setRows(std::vector<UnifiedDiffRow> rows) {
   QTextBlock block = document()->firstBlock();
   for (const auto& row : rows_) {
     if (!block.isValid()) break;
-    const RowColors colors = colorsFor(row.kind, dark);
+    const DiffRowColors colors = colorsFor(row.kind, dark);
     if (colors.background.isValid()) {
       QTextEdit::ExtraSelection selection;
       selection.format.setBackground(colors.background);
@@ -106,7 +102,7 @@ void DiffTextView::paintGutter(QPaintEvent* event) {
     const int height = qRound(blockBoundingRect(block).height());
     if (number < static_cast<int>(rows_.size())) {
       const auto& row = rows_[static_cast<size_t>(number)];
-      const RowColors colors = colorsFor(row.kind, dark);
+      const DiffRowColors colors = colorsFor(row.kind, dark);
       if (colors.gutter.isValid()) painter.fillRect(0, top, gutter_->width(), height, colors.gutter);
       painter.setPen(palette().color(QPalette::PlaceholderText));
       if (row.oldLine > 0) painter.drawText(0, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(row.oldLine));

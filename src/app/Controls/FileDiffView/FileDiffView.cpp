@@ -1,0 +1,193 @@
+#include "Controls/FileDiffView/FileDiffView.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTextBlock>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/DiffTextView.h"
+#include "Models/FileContent/TextDisplayDecision.h"
+#include "Models/PatchViewBuilder.h"
+#include "Services/Preferences.h"
+
+namespace {
+constexpr int unifiedLayout = 0;
+constexpr int sideBySideLayout = 1;
+}  // namespace
+
+FileDiffView::FileDiffView(Mode mode, QWidget* parent) : QWidget(parent), mode_(mode) {
+  messagePage_ = new QWidget(this);
+  message_ = new QLabel(tr("Select a file to see its changes."), messagePage_);
+  message_->setAlignment(Qt::AlignCenter);
+  message_->setWordWrap(true);
+  loadLarge_ = new QPushButton(TextDisplayDecision::fallbackButton, messagePage_);
+  loadLarge_->setAutoDefault(false);
+  loadLarge_->hide();
+  auto* messageLayout = new QVBoxLayout(messagePage_);
+  messageLayout->addStretch();
+  messageLayout->addWidget(message_);
+  messageLayout->addWidget(loadLarge_, 0, Qt::AlignHCenter);
+  messageLayout->addStretch();
+  connect(loadLarge_, &QPushButton::clicked, this, &FileDiffView::loadLargeRequested);
+
+  imagePage_ = new QWidget(this);
+  auto* imageLayout = new QHBoxLayout(imagePage_);
+  oldImage_ = new QLabel(imagePage_);
+  newImage_ = new QLabel(imagePage_);
+  for (QLabel* label : {oldImage_, newImage_}) {
+    label->setAlignment(Qt::AlignCenter);
+    label->setFrameShape(QFrame::StyledPanel);
+    imageLayout->addWidget(label, 1);
+  }
+
+  if (mode_ == Mode::staging) {
+    textPage_ = buildStagingPage();
+  } else {
+    text_ = new DiffTextView(this);
+    textPage_ = text_;
+  }
+  stack_ = new QStackedWidget(this);
+  stack_->addWidget(messagePage_);
+  stack_->addWidget(imagePage_);
+  stack_->addWidget(textPage_);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(stack_);
+}
+
+QWidget* FileDiffView::buildStagingPage() {
+  auto* page = new QWidget(this);
+  title_ = new QLabel(page);
+  title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  layoutButton_ = new QToolButton(page);
+  layoutButton_->setText(tr("Side by Side"));
+  layoutButton_->setToolTip(tr("Show the old and the new text side by side"));
+  layoutButton_->setCheckable(true);
+  layoutButton_->setChecked(isSideBySide());
+  connect(layoutButton_, &QToolButton::toggled, this, &FileDiffView::setSideBySide);
+  auto* header = new QHBoxLayout;
+  header->setContentsMargins(6, 3, 6, 3);
+  header->addWidget(title_, 1);
+  header->addWidget(layoutButton_);
+
+  unified_ = new CommitDiffTextView(page);
+  left_ = new CommitDiffTextView(page);
+  right_ = new CommitDiffTextView(page);
+  auto* sides = new QSplitter(Qt::Horizontal, page);
+  sides->addWidget(left_);
+  sides->addWidget(right_);
+  sideBySidePage_ = sides;
+  // Both sides have the same rows, so they scroll as one.
+  connect(left_->verticalScrollBar(), &QScrollBar::valueChanged, right_->verticalScrollBar(), &QScrollBar::setValue);
+  connect(right_->verticalScrollBar(), &QScrollBar::valueChanged, left_->verticalScrollBar(), &QScrollBar::setValue);
+  for (CommitDiffTextView* view : {unified_, left_, right_}) {
+    connect(view, &CommitDiffTextView::toggleStageRequested, this, [this, view] { requestApply(view, false); });
+    connect(view, &CommitDiffTextView::discardRequested, this, [this, view] { requestApply(view, true); });
+  }
+  layouts_ = new QStackedWidget(page);
+  layouts_->addWidget(unified_);
+  layouts_->addWidget(sideBySidePage_);
+
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(header);
+  layout->addWidget(layouts_, 1);
+  return page;
+}
+
+bool FileDiffView::isSideBySide() const { return Preferences::shared().commitDiffLayoutMode() == sideBySideLayout; }
+
+void FileDiffView::setSideBySide(bool sideBySide) {
+  if (sideBySide != isSideBySide()) Preferences::shared().setCommitDiffLayoutMode(sideBySide ? sideBySideLayout : unifiedLayout);
+  if (!layoutButton_) return;
+  {
+    const QSignalBlocker blocker(layoutButton_);
+    layoutButton_->setChecked(sideBySide);
+  }
+  if (patch_) layOut(false);
+}
+
+void FileDiffView::showMessage(const QString& message) {
+  message_->setText(message);
+  loadLarge_->hide();
+  patch_.reset();
+  stack_->setCurrentWidget(messagePage_);
+}
+
+void FileDiffView::showContent(DiffContent content, const ChangedFilePtr& file, bool keepPosition) {
+  if (content.isImage) {
+    auto showImage = [](QLabel* label, const std::optional<QImage>& image, const QString& missing) {
+      if (image && !image->isNull()) {
+        label->setPixmap(QPixmap::fromImage(image->width() > 480 ? image->scaledToWidth(480, Qt::SmoothTransformation) : *image));
+      } else {
+        label->setPixmap({});
+        label->setText(missing);
+      }
+    };
+    showImage(oldImage_, content.oldImage, tr("Created"));
+    showImage(newImage_, content.newImage, tr("Deleted"));
+    patch_.reset();
+    stack_->setCurrentWidget(imagePage_);
+  } else if (content.isText()) {
+    if (mode_ == Mode::staging) {
+      patch_ = content.patch;
+      file_ = file;
+      layOut(keepPosition && stack_->currentWidget() == textPage_);
+    } else {
+      text_->setRows(std::move(content.rows));
+    }
+    stack_->setCurrentWidget(textPage_);
+  } else {
+    showMessage(content.message);
+    loadLarge_->setVisible(content.offerLoadLarge);
+  }
+}
+
+void FileDiffView::layOut(bool keepPosition) {
+  const bool staged = file_ && file_->staged;
+  const XFilePatch& file = patch_->files.front();
+  title_->setText(PatchViewBuilder::fileTitle(file) + (staged ? tr("  (staged)") : QString()));
+  const bool sideBySide = isSideBySide();
+  CommitDiffTextView* main = sideBySide ? left_ : unified_;
+  const int scroll = main->verticalScrollBar()->value();
+  const int cursor = main->textCursor().position();
+  if (sideBySide) {
+    PatchViewBuilder::SideBySide documents = PatchViewBuilder::sideBySide(patch_);
+    left_->showPatch(std::move(documents.left), CommitDiffTextView::Numbers::oldOnly, staged);
+    right_->showPatch(std::move(documents.right), CommitDiffTextView::Numbers::newOnly, staged);
+    unified_->showPatch({}, CommitDiffTextView::Numbers::oldAndNew, staged);
+    layouts_->setCurrentWidget(sideBySidePage_);
+  } else {
+    unified_->showPatch(PatchViewBuilder::unified(patch_), CommitDiffTextView::Numbers::oldAndNew, staged);
+    left_->showPatch({}, CommitDiffTextView::Numbers::oldOnly, staged);
+    right_->showPatch({}, CommitDiffTextView::Numbers::newOnly, staged);
+    layouts_->setCurrentWidget(unified_);
+  }
+  if (keepPosition) {
+    QTextCursor restored(main->document());
+    restored.setPosition(std::clamp(cursor, 0, std::max(main->document()->characterCount() - 1, 0)));
+    main->setTextCursor(restored);
+    main->verticalScrollBar()->setValue(scroll);
+  }
+}
+
+void FileDiffView::requestApply(CommitDiffTextView* view, bool discard) {
+  if (!file_ || !patch_) return;
+  const SelectionMode mode = discard ? SelectionMode::discard : file_->staged ? SelectionMode::unstage : SelectionMode::stage;
+  if (discard && file_->staged) return;
+  if (XPatchPtr patch = view->activeSelectionPatch(mode)) Q_EMIT selectionApplyRequested(std::move(patch), mode);
+}
+
+bool FileDiffView::isShowingText() const { return stack_->currentWidget() == textPage_; }
+bool FileDiffView::isShowingImages() const { return stack_->currentWidget() == imagePage_; }
+bool FileDiffView::isOfferingLargeDiff() const { return stack_->currentWidget() == messagePage_ && !loadLarge_->isHidden(); }
+QString FileDiffView::message() const { return stack_->currentWidget() == messagePage_ ? message_->text() : QString(); }
+QString FileDiffView::oldImageText() const { return oldImage_->text(); }
+bool FileDiffView::hasNewImage() const { return !newImage_->pixmap().isNull(); }

@@ -1,0 +1,78 @@
+#pragma once
+// The diff pane of one change: a message (with "Load Diff" for a text held back by its
+// size), the two images of a picture, or the text diff. In the staging form the text is
+// laid out from the patch's view tree, unified or side by side, and the stage bar's
+// actions come out as selection patches for the owner to apply.
+#include <QWidget>
+
+#include "Controls/Diff/DiffContent.h"
+#include "Models/ChangedFile.h"
+#include "Models/SelectionMode.h"
+
+class CommitDiffTextView;
+class DiffTextView;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+class QToolButton;
+
+class FileDiffView : public QWidget {
+  Q_OBJECT
+ public:
+  enum class Mode { readOnly, staging };
+  explicit FileDiffView(Mode mode = Mode::readOnly, QWidget* parent = nullptr);
+
+  void showMessage(const QString& message);
+  // `file` says which side a staging diff belongs to. With keepPosition (the same file
+  // again after a change to it) the scroll position and the text cursor stay.
+  void showContent(DiffContent content, const ChangedFilePtr& file = {}, bool keepPosition = false);
+
+  // The layout of the staging form, kept in the preferences.
+  bool isSideBySide() const;
+  void setSideBySide(bool sideBySide);
+
+  DiffTextView* textView() const { return text_; }
+  CommitDiffTextView* unifiedView() const { return unified_; }
+  CommitDiffTextView* leftView() const { return left_; }
+  CommitDiffTextView* rightView() const { return right_; }
+  QToolButton* layoutButton() const { return layoutButton_; }
+  QPushButton* loadLargeButton() const { return loadLarge_; }
+  // For tests: what the pane shows.
+  bool isShowingText() const;
+  bool isShowingImages() const;
+  bool isOfferingLargeDiff() const;
+  QString message() const;
+  QString oldImageText() const;
+  bool hasNewImage() const;
+
+ Q_SIGNALS:
+  void loadLargeRequested();
+  // The stage bar, a key or the menu asked to apply the lines of its target.
+  void selectionApplyRequested(XPatchPtr patch, SelectionMode mode);
+
+ private:
+  QWidget* buildStagingPage();
+  void layOut(bool keepPosition);
+  void requestApply(CommitDiffTextView* view, bool discard);
+
+  Mode mode_;
+  QStackedWidget* stack_;
+  QWidget* messagePage_;
+  QLabel* message_;
+  QPushButton* loadLarge_;
+  QWidget* imagePage_;
+  QLabel* oldImage_;
+  QLabel* newImage_;
+  QWidget* textPage_ = nullptr;
+  DiffTextView* text_ = nullptr;
+  // The staging form.
+  QLabel* title_ = nullptr;
+  QToolButton* layoutButton_ = nullptr;
+  QStackedWidget* layouts_ = nullptr;
+  CommitDiffTextView* unified_ = nullptr;
+  CommitDiffTextView* left_ = nullptr;
+  CommitDiffTextView* right_ = nullptr;
+  QWidget* sideBySidePage_ = nullptr;
+  XPatchPtr patch_;
+  ChangedFilePtr file_;
+};

@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBlock>
+#include <QToolButton>
+
+#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/DiffSelectionPopoverController.h"
+#include "Controls/FileDiffView/FileDiffView.h"
+#include "Jobs/JobQueue.h"
+#include "Services/Preferences.h"
+#include "support/TempRepository.h"
+
+// These tests drive the local changes page as a user does, with the mouse on the gutter
+// and the stage bar and with the keyboard in the diff, and compare what git then holds
+// in the index and the working tree byte for byte.
+
+namespace {
+
+QByteArray numbered(int from, int to) {
+  QByteArray text;
+  for (int i = from; i <= to; ++i) text += "line " + QByteArray::number(i) + "\n";
+  return text;
+}
+
+class LineStagingView : public ::testing::Test {
+ protected:
+  void open() {
+    view = std::make_unique<LocalChangesView>(repo.module(), queue);
+    view->resize(1200, 700);
+    view->show();
+    QSignalSpy reloaded(view.get(), &LocalChangesView::reloaded);
+    view->reload();
+    ASSERT_TRUE(reloaded.wait(10000));
+  }
+
+  QByteArray index(const QString& path) const { return repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}); }
+
+  // Chooses the file in one list and waits for its diff.
+  void showDiff(FileListView* list, const QString& path) {
+    QSignalSpy loaded(view.get(), &LocalChangesView::diffLoaded);
+    if (list->currentFile() && list->currentFile()->path == path) {
+      list->setCurrentIndex(QModelIndex());
+    }
+    ASSERT_TRUE(list->selectFile(path)) << path.toStdString();
+    ASSERT_TRUE(loaded.wait(10000));
+  }
+
+  // Runs an action that applies lines, and waits until the lists and the diff are new.
+  void applyAndWait(const std::function<void()>& action) {
+    QSignalSpy reloaded(view.get(), &LocalChangesView::reloaded);
+    QSignalSpy loaded(view.get(), &LocalChangesView::diffLoaded);
+    action();
+    ASSERT_TRUE(reloaded.wait(10000));
+    if (loaded.isEmpty()) loaded.wait(3000);
+  }
+
+  static int rowOf(CommitDiffTextView* text, const QString& line) {
+    for (QTextBlock block = text->document()->firstBlock(); block.isValid(); block = block.next()) {
+      if (block.text() == line) return block.blockNumber();
+    }
+    return -1;
+  }
+
+  static QPoint rowPoint(CommitDiffTextView* text, int row) {
+    const QTextCursor cursor(text->document()->findBlockByNumber(row));
+    return QPoint(5, text->cursorRect(cursor).center().y());
+  }
+
+  // Presses on the gutter at the first row and drags to the last.
+  static void dragInGutter(CommitDiffTextView* text, int fromRow, int toRow) {
+    QTest::mousePress(text->gutter(), Qt::LeftButton, {}, rowPoint(text, fromRow));
+    QTest::mouseMove(text->gutter(), rowPoint(text, toRow));
+    QTest::mouseRelease(text->gutter(), Qt::LeftButton, {}, rowPoint(text, toRow));
+  }
+
+  TempRepository repo;
+  std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
+  std::unique_ptr<LocalChangesView> view;
+};
+
+}  // namespace
+
+// Stage three of four added lines, unstage one of them again, discard another: the
+// index and the working tree hold exactly the lines chosen.
+TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
+  repo.commitFile(QStringLiteral("f.txt"), numbered(1, 10), QStringLiteral("base"));
+  QByteArray working = numbered(1, 3) + "added A\nadded B\nadded C\nadded D\n" + numbered(4, 4) + numbered(6, 10);
+  repo.writeFile(QStringLiteral("f.txt"), working);
+  open();
+  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  CommitDiffTextView* text = view->diffView();
+
+  dragInGutter(text, rowOf(text, QStringLiteral("added A")), rowOf(text, QStringLiteral("added C")));
+  ASSERT_TRUE(text->activeChunk() && text->activeChunk()->manualSelection);
+  QPushButton* stage = text->stageBar()->stageButton();
+  ASSERT_TRUE(stage->isVisible());
+  EXPECT_EQ(stage->text(), QStringLiteral("Stage Lines"));
+  EXPECT_EQ(text->stageBar()->discardButton()->text(), QStringLiteral("Discard Lines"));
+  applyAndWait([&] { QTest::mouseClick(stage, Qt::LeftButton); });
+  EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded B\nadded C\n" + numbered(4, 10));
+  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), working);
+  EXPECT_EQ(view->unstagedList()->files().size(), 1u);
+  ASSERT_EQ(view->stagedList()->files().size(), 1u);
+
+  // Unstage "added B" from the staged diff.
+  showDiff(view->stagedList(), QStringLiteral("f.txt"));
+  const int rowB = rowOf(text, QStringLiteral("added B"));
+  dragInGutter(text, rowB, rowB);
+  EXPECT_EQ(stage->text(), QStringLiteral("Unstage Line"));
+  EXPECT_FALSE(text->stageBar()->discardButton()->isVisible());
+  applyAndWait([&] { QTest::mouseClick(stage, Qt::LeftButton); });
+  EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded C\n" + numbered(4, 10));
+
+  // Discard "added D" from the unstaged diff; the alert is refused once, then confirmed.
+  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  QStringList asked;
+  bool answer = false;
+  view->setConfirmation([&](const QString& message, const QString& informative, const QString& button) {
+    asked = {message, informative, button};
+    return answer;
+  });
+  const int rowD = rowOf(text, QStringLiteral("added D"));
+  dragInGutter(text, rowD, rowD);
+  QTest::mouseClick(text->stageBar()->discardButton(), Qt::LeftButton);
+  EXPECT_EQ(asked, (QStringList{QStringLiteral("Do you want to discard the changes in the selected lines?"),
+                                QStringLiteral("You can't undo this action."), QStringLiteral("Discard Line")}));
+  QTest::qWait(200);
+  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), working);
+  answer = true;
+  applyAndWait([&] { QTest::mouseClick(text->stageBar()->discardButton(), Qt::LeftButton); });
+  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded B\nadded C\n" + numbered(4, 4) + numbered(6, 10));
+  EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded C\n" + numbered(4, 10));
+
+  // A selection across a removal and an addition discards both after one question.
+  const int rowB2 = rowOf(text, QStringLiteral("added B"));
+  const int row5 = rowOf(text, QStringLiteral("line 5"));
+  ASSERT_GT(row5, rowB2);
+  dragInGutter(text, rowB2, row5);
+  applyAndWait([&] { QTest::keyClick(text, Qt::Key_Delete); });
+  EXPECT_EQ(asked.value(2), QStringLiteral("Discard 2 Lines"));
+  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), index(QStringLiteral("f.txt")));
+  EXPECT_TRUE(view->unstagedList()->files().empty());
+}
+
+// Hovering a hunk brings the bar to that hunk; its button stages the hunk alone. The
+// keyboard walks to the next hunk and stages it, and the view keeps its scroll position.
+TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
+  QByteArray base = numbered(1, 120);
+  repo.commitFile(QStringLiteral("g.txt"), base, QStringLiteral("base"));
+  QByteArray working;
+  for (int i = 1; i <= 120; ++i) {
+    working += "line " + QByteArray::number(i) + "\n";
+    if (i % 20 == 0) working += "new after " + QByteArray::number(i) + "\n";
+  }
+  repo.writeFile(QStringLiteral("g.txt"), working);
+  open();
+  view->resize(1200, 260);
+  showDiff(view->unstagedList(), QStringLiteral("g.txt"));
+  CommitDiffTextView* text = view->diffView();
+  ASSERT_GT(text->verticalScrollBar()->maximum(), 0);
+
+  // Scroll to the second hunk and rest the mouse on it.
+  const int row = rowOf(text, QStringLiteral("new after 40"));
+  ASSERT_GT(row, 0);
+  text->verticalScrollBar()->setValue(row - 3);
+  const int scrolled = text->verticalScrollBar()->value();
+  const QPoint point = rowPoint(text, row);
+  QTest::mouseMove(text->viewport(), point);
+  ASSERT_TRUE(text->activeChunk());
+  EXPECT_FALSE(text->activeChunk()->manualSelection);
+  DiffSelectionPopoverController* bar = text->stageBar();
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(bar->stageButton()->text(), QStringLiteral("Stage Hunk"));
+  EXPECT_EQ(bar->discardButton()->text(), QStringLiteral("Discard Hunk"));
+  EXPECT_EQ(bar->y(), std::max(text->activeChunk()->rect.top() + 5, 5));
+  EXPECT_LE(text->activeChunk()->rect.top(), point.y());
+  EXPECT_GE(text->activeChunk()->rect.bottom(), point.y());
+
+  applyAndWait([&] { QTest::mouseClick(bar->stageButton(), Qt::LeftButton); });
+  QByteArray expected;
+  for (int i = 1; i <= 120; ++i) {
+    expected += "line " + QByteArray::number(i) + "\n";
+    if (i == 40) expected += "new after 40\n";
+  }
+  EXPECT_EQ(index(QStringLiteral("g.txt")), expected);
+  EXPECT_EQ(text->verticalScrollBar()->value(), scrolled);
+  EXPECT_EQ(rowOf(text, QStringLiteral("new after 40")), -1);
+
+  // Back to the top, "n" goes to the first hunk, Space stages it.
+  text->setFocus();
+  QTest::keyClick(text, Qt::Key_Home, Qt::ControlModifier);
+  QTest::keyClick(text, Qt::Key_N);
+  ASSERT_TRUE(text->activeChunk());
+  applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
+  expected.clear();
+  for (int i = 1; i <= 120; ++i) {
+    expected += "line " + QByteArray::number(i) + "\n";
+    if (i == 20 || i == 40) expected += "new after " + QByteArray::number(i) + "\n";
+  }
+  EXPECT_EQ(index(QStringLiteral("g.txt")), expected);
+  EXPECT_EQ(repo.readFile(QStringLiteral("g.txt")), working);
+}
+
+// Side by side: the old text left, the new right, with the same number of rows; the
+// layout is remembered, and a selection on the right stages what it would in the
+// unified layout.
+TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
+  repo.commitFile(QStringLiteral("h.txt"), numbered(1, 8), QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("h.txt"), numbered(1, 3) + "changed 4\nchanged 5\nextra\n" + numbered(6, 8));
+  Preferences::shared().setCommitDiffLayoutMode(0);
+  open();
+  showDiff(view->unstagedList(), QStringLiteral("h.txt"));
+  FileDiffView* pane = view->diffPane();
+  ASSERT_FALSE(pane->isSideBySide());
+  pane->layoutButton()->click();
+  EXPECT_EQ(Preferences::shared().commitDiffLayoutMode(), 1);
+  CommitDiffTextView* left = pane->leftView();
+  CommitDiffTextView* right = pane->rightView();
+  ASSERT_TRUE(left->isVisible() && right->isVisible());
+  EXPECT_FALSE(pane->unifiedView()->isVisible());
+  EXPECT_EQ(left->document()->blockCount(), right->document()->blockCount());
+  const int removed = rowOf(left, QStringLiteral("line 4"));
+  ASSERT_GE(removed, 0);
+  EXPECT_EQ(rowOf(right, QStringLiteral("changed 4")), removed);
+  EXPECT_EQ(rowOf(right, QStringLiteral("line 4")), -1);
+  EXPECT_EQ(rowOf(left, QStringLiteral("changed 4")), -1);
+  // The left side pads the row of the extra line.
+  EXPECT_EQ(left->document()->findBlockByNumber(rowOf(right, QStringLiteral("extra"))).text(), QString());
+
+  // The new side: stage "changed 5" alone; the old side keeps its other lines as context.
+  const int row = rowOf(right, QStringLiteral("changed 5"));
+  dragInGutter(right, row, row);
+  EXPECT_EQ(right->stageBar()->stageButton()->text(), QStringLiteral("Stage Line"));
+  applyAndWait([&] { QTest::mouseClick(right->stageBar()->stageButton(), Qt::LeftButton); });
+  EXPECT_EQ(index(QStringLiteral("h.txt")), numbered(1, 8).replace("line 5\n", "line 5\nchanged 5\n"));
+
+  // The old side: staging "line 4" and "line 5" removes them from the index.
+  const int from = rowOf(pane->leftView(), QStringLiteral("line 4"));
+  const int to = rowOf(pane->leftView(), QStringLiteral("line 5"));
+  ASSERT_GE(from, 0);
+  dragInGutter(pane->leftView(), from, to);
+  applyAndWait([&] { QTest::mouseClick(pane->leftView()->stageBar()->stageButton(), Qt::LeftButton); });
+  EXPECT_EQ(index(QStringLiteral("h.txt")), numbered(1, 3) + "changed 5\n" + numbered(6, 8));
+
+  // Back to unified: the same file, laid out again.
+  pane->layoutButton()->click();
+  EXPECT_EQ(Preferences::shared().commitDiffLayoutMode(), 0);
+  EXPECT_TRUE(pane->unifiedView()->isVisible());
+  EXPECT_GE(rowOf(pane->unifiedView(), QStringLiteral("changed 4")), 0);
+}

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -8,6 +9,8 @@
 #include <QToolButton>
 
 #include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controls/GitOutputView.h"
 #include "Controllers/LocalChanges/FileListView.h"
 #include "Controls/Diff/CommitDiffTextView.h"
 #include "Controls/Diff/DiffSelectionPopoverController.h"
@@ -253,4 +256,37 @@ TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
   EXPECT_EQ(Preferences::shared().commitDiffLayoutMode(), 0);
   EXPECT_TRUE(pane->unifiedView()->isVisible());
   EXPECT_GE(rowOf(pane->unifiedView(), QStringLiteral("changed 4")), 0);
+}
+
+// A patch that no longer fits the index opens the error sheet with git's text; a locked
+// index is passed over silently. Either way the lists are read again and nothing changed.
+TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
+  repo.commitFile(QStringLiteral("f.txt"), numbered(1, 6), QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("f.txt"), numbered(1, 3) + "added\n" + numbered(4, 6));
+  open();
+  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  CommitDiffTextView* text = view->diffView();
+  const int row = rowOf(text, QStringLiteral("added"));
+  ASSERT_GE(row, 0);
+
+  QFile lock(repo.gitDir() + QStringLiteral("/index.lock"));
+  ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+  lock.close();
+  dragInGutter(text, row, row);
+  applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
+  EXPECT_TRUE(view->findChildren<ErrorWindowController*>().isEmpty());
+  EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 6));
+  ASSERT_TRUE(lock.remove());
+
+  // The index changes behind the view: its hunk's context is gone.
+  repo.writeFile(QStringLiteral("other.txt"), numbered(1, 6).replace("line 2\n", "other\n"));
+  const QByteArray blob = repo.gitBytes({QStringLiteral("hash-object"), QStringLiteral("-w"), QStringLiteral("other.txt")}).trimmed();
+  repo.git({QStringLiteral("update-index"), QStringLiteral("--cacheinfo"), QStringLiteral("100644,%1,f.txt").arg(QString::fromLatin1(blob))});
+  dragInGutter(text, row, row);
+  applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
+  const auto sheets = view->findChildren<ErrorWindowController*>();
+  ASSERT_EQ(sheets.size(), 1);
+  EXPECT_TRUE(sheets.front()->errorTextView()->rawOutput().contains(u"patch does not apply"))
+      << sheets.front()->errorTextView()->rawOutput().toStdString();
+  EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 6).replace("line 2\n", "other\n"));
 }

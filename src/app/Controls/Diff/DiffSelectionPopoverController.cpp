@@ -22,6 +22,9 @@ DiffSelectionPopoverController::DiffSelectionPopoverController(QWidget* parent) 
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(3, 3, 3, 3);
   layout->setSpacing(4);
+  // The same actions from the keyboard, in the diff text.
+  stage_->setToolTip(tr("Space or Return"));
+  discard_->setToolTip(tr("Delete"));
   layout->addWidget(stage_);
   layout->addWidget(discard_);
   connect(stage_, &QPushButton::clicked, this, &DiffSelectionPopoverController::toggleStage);

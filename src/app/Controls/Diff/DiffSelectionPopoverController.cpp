@@ -1,6 +1,7 @@
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
 
 namespace {
@@ -10,7 +11,7 @@ QString linesTitle(const QString& verb, qint64 count) {
 }  // namespace
 
 DiffSelectionPopoverController::DiffSelectionPopoverController(QWidget* parent) : QFrame(parent) {
-  setFrameShape(QFrame::StyledPanel);
+  setFrameShape(QFrame::NoFrame);
   setAutoFillBackground(true);
   setCursor(Qt::ArrowCursor);
   stage_ = new QPushButton(this);
@@ -41,4 +42,12 @@ void DiffSelectionPopoverController::setTarget(bool staged, bool lines, qint64 c
   stage_->setEnabled(!lines || changedLines > 0);
   discard_->setEnabled(!lines || changedLines > 0);
   adjustSize();
+}
+
+void DiffSelectionPopoverController::paintEvent(QPaintEvent* event) {
+  QFrame::paintEvent(event);
+  // The accent of the hunk marker, so the bar stands out on any row colour.
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

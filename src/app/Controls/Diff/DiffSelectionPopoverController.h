@@ -21,6 +21,9 @@ class DiffSelectionPopoverController : public QFrame {
   void toggleStage();
   void discard();
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
   QPushButton* stage_;
   QPushButton* discard_;

@@ -86,6 +86,8 @@ QWidget* FileDiffView::buildStagingPage() {
   // Both sides have the same rows, so they scroll as one.
   connect(left_->verticalScrollBar(), &QScrollBar::valueChanged, right_->verticalScrollBar(), &QScrollBar::setValue);
   connect(right_->verticalScrollBar(), &QScrollBar::valueChanged, left_->verticalScrollBar(), &QScrollBar::setValue);
+  connect(left_->horizontalScrollBar(), &QScrollBar::valueChanged, right_->horizontalScrollBar(), &QScrollBar::setValue);
+  connect(right_->horizontalScrollBar(), &QScrollBar::valueChanged, left_->horizontalScrollBar(), &QScrollBar::setValue);
   for (CommitDiffTextView* view : {unified_, left_, right_}) {
     connect(view, &CommitDiffTextView::toggleStageRequested, this, [this, view] { requestApply(view, false); });
     connect(view, &CommitDiffTextView::discardRequested, this, [this, view] { requestApply(view, true); });

@@ -3,6 +3,14 @@
 #include <QHash>
 #include <algorithm>
 
+QString FileListViewItem::text() const {
+  if (!file) return name;
+  // Names are made when a row is shown, not for every file of a long list.
+  QStringView path(file->path);
+  if (path.endsWith(QLatin1Char('/'))) path.chop(1);
+  return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1).toString();
+}
+
 void FileListViewItem::collectFiles(ChangedFileList& files) const {
   if (file) files.push_back(file);
   for (const auto& child : children) child->collectFiles(files);
@@ -44,13 +52,17 @@ std::unique_ptr<FileListViewItem> FileListTree::build(const ChangedFileList& fil
   auto root = std::make_unique<FileListViewItem>();
   QHash<QString, FileListViewItem*> folders;  // by path
   folders.reserve(static_cast<qsizetype>(files.size() / 8 + 1));
+  FileListViewItem* lastFolder = nullptr;
   for (const ChangedFilePtr& file : files) {
     // A directory entry (an untracked folder, a submodule) is a file row of its own.
     QStringView path(file->path);
     if (path.endsWith(QLatin1Char('/'))) path.chop(1);
     const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
     FileListViewItem* parent = root.get();
-    if (slash > 0) {
+    if (slash > 0 && lastFolder && path.left(slash) == QStringView(lastFolder->directoryPath)) {
+      // Sorted input: most files share the folder of the one before.
+      parent = lastFolder;
+    } else if (slash > 0) {
       const QString folderPath = path.left(slash).toString();
       auto found = folders.constFind(folderPath);
       if (found != folders.constEnd()) {
@@ -78,8 +90,8 @@ std::unique_ptr<FileListViewItem> FileListTree::build(const ChangedFileList& fil
         }
       }
     }
+    if (slash > 0) lastFolder = parent;
     auto item = std::make_unique<FileListViewItem>();
-    item->name = path.mid(slash + 1).toString();
     item->file = file;
     parent->children.push_back(std::move(item));
   }

@@ -13,7 +13,7 @@
 enum class FileListViewMode { list = 0, tree = 1 };
 
 struct FileListViewItem {
-  QString name;           // the row's text: the file's name or the folder's (merged) name
+  QString name;           // a folder's (merged) name; empty for a file, see text()
   QString directoryPath;  // a folder's path in the work tree, without a trailing slash
   ChangedFilePtr file;    // null for a folder
   FileListViewItem* parent = nullptr;
@@ -21,6 +21,8 @@ struct FileListViewItem {
   std::vector<std::unique_ptr<FileListViewItem>> children;
 
   bool isDirectory() const { return !file; }
+  // The row's text: the folder's name, or the last part of the file's path.
+  QString text() const;
   // Every file at or under this row, in tree order.
   void collectFiles(ChangedFileList& files) const;
   // The folder row with that path, searched below this one; null when there is none.

@@ -149,3 +149,32 @@ TEST(FileLists, IgnoreSheetPreviewsThePatternAndAddsIt) {
   EXPECT_EQ(repo.readFile(QStringLiteral(".gitignore")), QByteArray("build/\n*.log\n*.txt\n"));
   EXPECT_EQ(paths(view->unstagedList()->files()), (QStringList{QStringLiteral(".gitignore")}));
 }
+
+// A very long list starts with its folders closed; what the user opens stays open when
+// the list is filled again.
+TEST(FileLists, LongTreesStartClosedAndKeepWhatTheUserOpened) {
+  ChangedFileList files;
+  for (size_t i = 0; i <= FileListView::expandAllLimit; ++i) {
+    auto file = std::make_shared<ChangedFile>();
+    file->path = QStringLiteral("%1/file%2.txt").arg(i % 2 ? QStringLiteral("odd") : QStringLiteral("even")).arg(i);
+    file->changeType = ChangeType::modified;
+    files.push_back(file);
+  }
+  FileListView list;
+  list.setMode(FileListViewMode::tree);
+  list.setFiles(files);
+  const auto open = [&](const QString& folder) { return list.isExpanded(list.fileModel()->indexOfDirectory(folder)); };
+  EXPECT_FALSE(open(QStringLiteral("even")));
+  EXPECT_FALSE(open(QStringLiteral("odd")));
+  list.expand(list.fileModel()->indexOfDirectory(QStringLiteral("odd")));
+  list.setFiles(files);
+  EXPECT_TRUE(open(QStringLiteral("odd")));
+  EXPECT_FALSE(open(QStringLiteral("even")));
+
+  // A short list opens everything but what the user closed.
+  const ChangedFileList few(files.begin(), files.begin() + 4);
+  list.collapse(list.fileModel()->indexOfDirectory(QStringLiteral("odd")));
+  list.setFiles(few);
+  EXPECT_TRUE(open(QStringLiteral("even")));
+  EXPECT_FALSE(open(QStringLiteral("odd")));
+}

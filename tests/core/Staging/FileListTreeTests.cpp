@@ -10,7 +10,7 @@ void render(const FileListViewItem& item, int depth, QStringList& lines) {
   for (const auto& child : item.children) {
     EXPECT_EQ(child->parent, &item);
     EXPECT_EQ(item.children[static_cast<size_t>(child->row)].get(), child.get());
-    lines << QString(depth * 2, QLatin1Char(' ')) + child->name + (child->isDirectory() ? QStringLiteral("/") : QString());
+    lines << QString(depth * 2, QLatin1Char(' ')) + child->text() + (child->isDirectory() ? QStringLiteral("/") : QString());
     render(*child, depth + 1, lines);
   }
 }

@@ -147,9 +147,9 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       if (item && item->file && item->file->oldPath) {
-        return QStringLiteral("%1 → %2").arg(item->file->oldPath->section(QLatin1Char('/'), -1), item->name);
+        return QStringLiteral("%1 → %2").arg(item->file->oldPath->section(QLatin1Char('/'), -1), item->text());
       }
-      if (item) return item->name;
+      if (item) return item->text();
       return file ? displayPath(*file) : QVariant();
     case Qt::DecorationRole:
       if (file) return statusIcon(*file);

@@ -20,10 +20,10 @@ FileListView::FileListView(QWidget* parent) : QTreeView(parent), model_(new File
     if (ChangedFilePtr file = model_->fileAt(index)) Q_EMIT fileActivated(file);
   });
   connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
-    if (!refilling_) collapsed_.insert(model_->directoryAt(index));
+    if (!refilling_) expanded_.insert(model_->directoryAt(index), false);
   });
   connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
-    if (!refilling_) collapsed_.remove(model_->directoryAt(index));
+    if (!refilling_) expanded_.insert(model_->directoryAt(index), true);
   });
 }
 
@@ -47,10 +47,14 @@ void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
   model_->setFiles(files, mode);
   setRootIsDecorated(mode == FileListViewMode::tree);
   if (mode == FileListViewMode::tree) {
-    expandAll();
-    for (const QString& path : std::as_const(collapsed_)) {
-      const QModelIndex folder = model_->indexOfDirectory(path);
-      if (folder.isValid()) collapse(folder);
+    const bool openByDefault = files.size() <= expandAllLimit;
+    if (openByDefault) expandAll();
+    for (auto it = expanded_.cbegin(); it != expanded_.cend(); ++it) {
+      if (it.value() == openByDefault) continue;
+      const QModelIndex folder = model_->indexOfDirectory(it.key());
+      if (!folder.isValid()) continue;
+      if (it.value()) expand(folder);
+      else collapse(folder);
     }
   }
   // Small lists only: finding each selected file is a walk of the list.

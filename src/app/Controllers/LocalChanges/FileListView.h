@@ -1,8 +1,9 @@
 #pragma once
 // One of the two changed-file lists of the local changes page, as a list or a folder
 // tree. Refilling it after a refresh keeps what the user had: the current file, the
-// selection and the folders they collapsed.
-#include <QSet>
+// selection and the folders they opened or closed. Folders start open, except in very
+// long lists, where laying out every row would only delay the first paint.
+#include <QHash>
 #include <QTreeView>
 
 #include "Models/ChangedFile.h"
@@ -14,6 +15,9 @@ class FileListView : public QTreeView {
   Q_OBJECT
  public:
   explicit FileListView(QWidget* parent = nullptr);
+
+  // Above this many files the folders of the tree start closed.
+  static constexpr size_t expandAllLimit = 5000;
 
   void setFiles(const ChangedFileList& files);
   void setMode(FileListViewMode mode);
@@ -36,6 +40,6 @@ class FileListView : public QTreeView {
   void refill(const ChangedFileList& files, FileListViewMode mode);
 
   FileListModel* model_;
-  QSet<QString> collapsed_;  // folder paths the user closed
+  QHash<QString, bool> expanded_;  // folder paths the user opened (true) or closed (false)
   bool refilling_ = false;
 };

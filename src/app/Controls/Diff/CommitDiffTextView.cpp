@@ -1,6 +1,7 @@
 #include "Controls/Diff/CommitDiffTextView.h"
 
 #include <QKeyEvent>
+#include <algorithm>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 #include "Controls/GitOutputView.h"
 #include "Models/SelectionPatch.h"
+#include "Models/WordDiff.h"
 
 using namespace PatchView;
 
@@ -76,6 +78,7 @@ void CommitDiffTextView::showPatch(Document document, Numbers numbers, bool stag
     setPlainText(text);
   }
   buildRows();
+  wordSpans_ = WordDiff::changedSpans(patch_.files);
   qint64 maxNumber = 1;
   for (const Row& row : rows_) maxNumber = std::max({maxNumber, row.oldNumber.value_or(0), row.newNumber.value_or(0)});
   digits_ = static_cast<int>(QString::number(maxNumber).size());
@@ -348,8 +351,36 @@ void CommitDiffTextView::paintEvent(QPaintEvent* event) {
       }
       if (background.isValid()) painter.fillRect(QRectF(0, rect.top(), width, rect.height()), background);
     }
+    paintWordSpans(painter, event->rect(), dark);
   }
   QPlainTextEdit::paintEvent(event);
+}
+
+void CommitDiffTextView::paintWordSpans(QPainter& painter, const QRect& area, bool dark) {
+  if (wordSpans_.empty()) return;
+  const QTextBlock first = firstVisibleBlock();
+  if (!first.isValid()) return;
+  const auto begin = std::lower_bound(wordSpans_.begin(), wordSpans_.end(), first.position(),
+                                      [](const Range& span, int position) { return span.end() <= position; });
+  const QPointF offset = contentOffset();
+  for (auto span = begin; span != wordSpans_.end(); ++span) {
+    const QTextBlock block = document()->findBlock(static_cast<int>(span->location));
+    if (!block.isValid()) break;
+    const QRectF row = blockBoundingGeometry(block).translated(offset);
+    if (row.top() > area.bottom()) break;
+    const auto number = static_cast<size_t>(block.blockNumber());
+    if (number >= rows_.size()) continue;
+    const RowKind kind = rows_[number].kind;
+    if (kind != RowKind::added && kind != RowKind::removed) continue;
+    QTextCursor from(document());
+    from.setPosition(static_cast<int>(span->location));
+    QTextCursor to(document());
+    to.setPosition(static_cast<int>(std::min<qsizetype>(span->end(), block.position() + block.length() - 1)));
+    const int left = cursorRect(from).left();
+    const int right = cursorRect(to).left();
+    const QColor color = diffWordColor(kind == RowKind::added ? DiffRowStyle::added : DiffRowStyle::removed, dark);
+    painter.fillRect(QRectF(left, row.top(), std::max(right - left, 2), row.height()), color);
+  }
 }
 
 void CommitDiffTextView::resizeEvent(QResizeEvent* event) {

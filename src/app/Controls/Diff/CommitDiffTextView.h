@@ -12,6 +12,7 @@
 #include "Models/SelectionMode.h"
 
 class DiffSelectionPopoverController;
+class QPainter;
 
 // Where the stage bar floats (viewport coordinates) and what it acts on.
 struct CommitDiffTextViewChunk {
@@ -39,6 +40,8 @@ class CommitDiffTextView : public QPlainTextEdit {
   XPatchPtr activeSelectionPatch(SelectionMode mode) const;
   DiffSelectionPopoverController* stageBar() const { return stageBar_; }
   QWidget* gutter() const { return gutter_; }
+  // The changed parts of partly changed rows, marked in a stronger tone.
+  const std::vector<PatchView::Range>& wordSpans() const { return wordSpans_; }
 
   // Moves the text cursor to the next (1) or previous (-1) hunk and makes it the target.
   void goToHunk(int direction);
@@ -71,6 +74,7 @@ class CommitDiffTextView : public QPlainTextEdit {
   };
 
   void buildRows();
+  void paintWordSpans(QPainter& painter, const QRect& area, bool dark);
   void setActiveChunk(std::optional<CommitDiffTextViewChunk> chunk);
   void hoverAt(const QPoint& position);
   void onSelectionChanged();
@@ -82,6 +86,7 @@ class CommitDiffTextView : public QPlainTextEdit {
 
   PatchView::Document patch_;
   std::vector<Row> rows_;
+  std::vector<PatchView::Range> wordSpans_;
   Numbers numbers_ = Numbers::oldAndNew;
   bool staged_ = false;
   std::optional<CommitDiffTextViewChunk> activeChunk_;

@@ -23,3 +23,10 @@ inline DiffRowColors diffRowColors(DiffRowStyle style, bool dark) {
   }
   return {};
 }
+
+// The changed part inside a partly changed row.
+inline QColor diffWordColor(DiffRowStyle style, bool dark) {
+  if (style == DiffRowStyle::added) return dark ? QColor(0x2f, 0x6f, 0x44) : QColor(0xab, 0xf2, 0xbc);
+  if (style == DiffRowStyle::removed) return dark ? QColor(0x7a, 0x33, 0x3a) : QColor(0xff, 0xc0, 0xc0);
+  return {};
+}

@@ -256,6 +256,13 @@ TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
   EXPECT_EQ(Preferences::shared().commitDiffLayoutMode(), 0);
   EXPECT_TRUE(pane->unifiedView()->isVisible());
   EXPECT_GE(rowOf(pane->unifiedView(), QStringLiteral("changed 4")), 0);
+
+  // The stored layout changed elsewhere (the preferences window) is followed.
+  Preferences::shared().setCommitDiffLayoutMode(1);
+  EXPECT_TRUE(pane->leftView()->isVisible());
+  EXPECT_TRUE(pane->layoutButton()->isChecked());
+  EXPECT_GE(rowOf(pane->rightView(), QStringLiteral("changed 4")), 0);
+  Preferences::shared().setCommitDiffLayoutMode(0);
 }
 
 // A patch that no longer fits the index opens the error sheet with git's text; a locked

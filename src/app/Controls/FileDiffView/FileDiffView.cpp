@@ -15,6 +15,7 @@
 #include "Models/FileContent/TextDisplayDecision.h"
 #include "Models/PatchViewBuilder.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 namespace {
 constexpr int unifiedLayout = 0;
@@ -71,6 +72,9 @@ QWidget* FileDiffView::buildStagingPage() {
   layoutButton_->setCheckable(true);
   layoutButton_->setChecked(isSideBySide());
   connect(layoutButton_, &QToolButton::toggled, this, &FileDiffView::setSideBySide);
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
+    if (key == QStringLiteral("commitDiffLayoutMode")) applyLayout();
+  });
   auto* header = new QHBoxLayout;
   header->setContentsMargins(6, 3, 6, 3);
   header->addWidget(title_, 1);
@@ -107,13 +111,23 @@ QWidget* FileDiffView::buildStagingPage() {
 bool FileDiffView::isSideBySide() const { return Preferences::shared().commitDiffLayoutMode() == sideBySideLayout; }
 
 void FileDiffView::setSideBySide(bool sideBySide) {
-  if (sideBySide != isSideBySide()) Preferences::shared().setCommitDiffLayoutMode(sideBySide ? sideBySideLayout : unifiedLayout);
+  if (sideBySide != isSideBySide()) {
+    // The write reaches applyLayout through the notifier, as one from elsewhere would.
+    Preferences::shared().setCommitDiffLayoutMode(sideBySide ? sideBySideLayout : unifiedLayout);
+    PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffLayoutModeChanged);
+    return;
+  }
+  applyLayout();
+}
+
+void FileDiffView::applyLayout() {
   if (!layoutButton_) return;
+  const bool sideBySide = isSideBySide();
   {
     const QSignalBlocker blocker(layoutButton_);
     layoutButton_->setChecked(sideBySide);
   }
-  if (patch_) layOut(false);
+  if (patch_ && sideBySide != shownSideBySide_) layOut(false);
 }
 
 void FileDiffView::showMessage(const QString& message) {
@@ -157,6 +171,7 @@ void FileDiffView::layOut(bool keepPosition) {
   const XFilePatch& file = patch_->files.front();
   title_->setText(PatchViewBuilder::fileTitle(file) + (staged ? tr("  (staged)") : QString()));
   const bool sideBySide = isSideBySide();
+  shownSideBySide_ = sideBySide;
   CommitDiffTextView* main = sideBySide ? left_ : unified_;
   const int scroll = main->verticalScrollBar()->value();
   const int cursor = main->textCursor().position();

@@ -53,6 +53,8 @@ class FileDiffView : public QWidget {
  private:
   QWidget* buildStagingPage();
   void layOut(bool keepPosition);
+  // Follows the stored layout, which the toggle or the preferences window may change.
+  void applyLayout();
   void requestApply(CommitDiffTextView* view, bool discard);
 
   Mode mode_;
@@ -75,4 +77,5 @@ class FileDiffView : public QWidget {
   QWidget* sideBySidePage_ = nullptr;
   XPatchPtr patch_;
   ChangedFilePtr file_;
+  bool shownSideBySide_ = false;
 };

@@ -208,6 +208,16 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
   }
   EXPECT_EQ(index(QStringLiteral("g.txt")), expected);
   EXPECT_EQ(repo.readFile(QStringLiteral("g.txt")), working);
+
+  // The last hunks staged: the file leaves the unstaged list and its diff follows it.
+  QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
+  applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
+  EXPECT_EQ(index(QStringLiteral("g.txt")), working);
+  EXPECT_TRUE(view->unstagedList()->files().empty());
+  ASSERT_TRUE(view->stagedList()->currentFile());
+  EXPECT_EQ(view->stagedList()->currentFile()->path, QStringLiteral("g.txt"));
+  EXPECT_TRUE(view->diffPane()->isShowingText());
+  EXPECT_TRUE(text->isStaged());
 }
 
 // Side by side: the old text left, the new right, with the same number of rows; the

@@ -482,7 +482,13 @@ void LocalChangesView::refreshPaths(const QStringList& paths) {
                                    self->reload();
                                    return;
                                  }
+                                 const ChangedFilePtr shown = self->diffFile_;
                                  self->showFiles(StagingRefresh::merged(self->files_, paths, fresh.value()));
+                                 // All lines of the file went to the other side: its diff follows them.
+                                 if (shown && !self->diffFile_) {
+                                   FileListView* other = shown->staged ? self->unstaged_ : self->staged_;
+                                   other->selectFile(shown->path);
+                                 }
                                  Q_EMIT self->reloaded();
                                });
                              }));

@@ -1,11 +1,13 @@
 #include "UI/JelvApplication.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QTimer>
 
 #include "Controllers/Preferences/PreferencesWindowController.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
+#include "Services/ApplicationStartup.h"
 #include "Services/Preferences.h"
 #include "Services/SingleInstance.h"
 #include "UI/AppDelegate.h"
@@ -17,7 +19,7 @@ int run(QApplication& app) {
   QApplication::setApplicationName(QStringLiteral("Jelv"));
   QApplication::setOrganizationDomain(QStringLiteral("jelv.org"));
   QApplication::setDesktopFileName(QStringLiteral("org.jelv.Jelv"));
-  const QStringList arguments = QApplication::arguments().mid(1);
+  const QStringList arguments = ApplicationStartup::absoluteArguments(QApplication::arguments().mid(1), QDir::currentPath());
 
   // A second launch hands its folders and URLs to the first and ends.
   SingleInstance instance;

@@ -126,12 +126,12 @@ JelvWindowController* JelvMainWindow::currentTab() const {
 
 void JelvMainWindow::addTab(JelvWindowController* tab, bool select) {
   const int index = tabs_->addTab(tab, tab->title());
-  tabs_->setTabToolTip(index, tab->toolTip());
+  tabs_->setTabToolTip(index, tab->tabToolTip());
   connect(tab, &JelvWindowController::titleChanged, this, [this, tab] {
     const int at = tabs_->indexOf(tab);
     if (at < 0) return;
     tabs_->setTabText(at, tab->title());
-    tabs_->setTabToolTip(at, tab->toolTip());
+    tabs_->setTabToolTip(at, tab->tabToolTip());
     updateTitle();
     Q_EMIT tabsChanged();
   });

@@ -123,7 +123,7 @@ void JelvWindowController::buildToolbar() {
 
 QString JelvWindowController::repositoryPath() const { return path_; }
 
-QString JelvWindowController::toolTip() const { return kind_ == Kind::repositoryManager ? title_ : path_; }
+QString JelvWindowController::tabToolTip() const { return kind_ == Kind::repositoryManager ? title_ : path_; }
 
 TabSession JelvWindowController::session() const {
   if (kind_ == Kind::repositoryManager) return {TabSession::Kind::repositoryManager, {}};

@@ -41,7 +41,7 @@ class JelvWindowController : public QWidget {
 
   Kind kind() const { return kind_; }
   QString title() const { return title_; }
-  QString toolTip() const;
+  QString tabToolTip() const;
   // The path the tab was opened with (opening) or the repository's path.
   QString repositoryPath() const;
   std::optional<GitModule> gitModule() const { return module_; }

@@ -1,5 +1,7 @@
 #include "Services/ApplicationStartup.h"
 
+#include <QDir>
+
 #include "Logging/AdvancedLogger.h"
 #include "Models/ApplicationUrl.h"
 #include "Services/Preferences.h"
@@ -21,6 +23,19 @@ LaunchPlan ApplicationStartup::plan(const Preferences& preferences, const QStrin
   }
   plan.openUntitled = plan.restoredWindows.empty() && plan.folders.isEmpty() && plan.urls.isEmpty();
   return plan;
+}
+
+QStringList ApplicationStartup::absoluteArguments(const QStringList& arguments, const QString& workingDirectory) {
+  QStringList result;
+  for (const QString& argument : arguments) {
+    const bool isUrl = ApplicationUrl::hasApplicationScheme(argument) || argument.startsWith(QStringLiteral("file:"));
+    if (isUrl || argument.trimmed().isEmpty()) {
+      result << argument;
+    } else {
+      result << QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(argument));
+    }
+  }
+  return result;
 }
 
 UntitledFileDecision ApplicationStartup::applicationShouldOpenUntitledFile(Preferences& preferences, bool applicationActive) {

@@ -35,6 +35,10 @@ class ApplicationStartup {
   // Splits the command line (arguments without the program) and reads the saved windows.
   static LaunchPlan plan(const Preferences& preferences, const QStringList& arguments);
 
+  // Folders given relative to the launch's folder made absolute, so that they mean the
+  // same in the process they are handed to. URLs stay as they are.
+  static QStringList absoluteArguments(const QStringList& arguments, const QString& workingDirectory);
+
   // Sets "importedOldTabs" when it takes the old tabs, so the import runs once.
   // An application that is not active opens nothing.
   static UntitledFileDecision applicationShouldOpenUntitledFile(Preferences& preferences, bool applicationActive = true);

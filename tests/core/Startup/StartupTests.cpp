@@ -141,3 +141,10 @@ TEST(ApplicationUrl, RemoteUrlsOfOneRepositoryMatchWhateverTheirForm) {
                                               QStringLiteral("https://git.example.org/team/other/jelv.git")));
   EXPECT_TRUE(ApplicationUrl::sameRepository(QStringLiteral("/srv/git/jelv.git"), QStringLiteral("/srv/git/jelv")));
 }
+
+TEST(Startup, RelativeFoldersAreMadeAbsoluteBeforeTheyLeaveTheLaunch) {
+  EXPECT_EQ(ApplicationStartup::absoluteArguments({QStringLiteral("."), QStringLiteral("../other/"), QStringLiteral("/abs/x"),
+                                                   QStringLiteral("file:///abs/y"), QStringLiteral("github-mac://openRepo/rel")},
+                                                  QStringLiteral("/home/ada/src/jelv")),
+            (QStringList{"/home/ada/src/jelv", "/home/ada/src/other", "/abs/x", "file:///abs/y", "github-mac://openRepo/rel"}));
+}

@@ -142,7 +142,7 @@ TEST(ApplicationUrl, RemoteUrlsOfOneRepositoryMatchWhateverTheirForm) {
   EXPECT_TRUE(ApplicationUrl::sameRepository(QStringLiteral("/srv/git/jelv.git"), QStringLiteral("/srv/git/jelv")));
 }
 
-TEST(Startup, RelativeFoldersAreMadeAbsoluteBeforeTheyLeaveTheLaunch) {
+TEST(LaunchArguments, RelativeFoldersAreMadeAbsoluteBeforeTheyLeaveTheLaunch) {
   EXPECT_EQ(ApplicationStartup::absoluteArguments({QStringLiteral("."), QStringLiteral("../other/"), QStringLiteral("/abs/x"),
                                                    QStringLiteral("file:///abs/y"), QStringLiteral("github-mac://openRepo/rel")},
                                                   QStringLiteral("/home/ada/src/jelv")),

@@ -125,12 +125,13 @@ JelvWindowController* JelvMainWindow::currentTab() const {
 }
 
 void JelvMainWindow::addTab(JelvWindowController* tab, bool select) {
-  const int index = tabs_->addTab(tab, tab->title());
+  const int index = tabs_->addTab(tab, tab->tabIcon(), tab->title());
   tabs_->setTabToolTip(index, tab->tabToolTip());
   connect(tab, &JelvWindowController::titleChanged, this, [this, tab] {
     const int at = tabs_->indexOf(tab);
     if (at < 0) return;
     tabs_->setTabText(at, tab->title());
+    tabs_->setTabIcon(at, tab->tabIcon());
     tabs_->setTabToolTip(at, tab->tabToolTip());
     updateTitle();
     Q_EMIT tabsChanged();

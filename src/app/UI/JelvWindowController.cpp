@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/RepositoryManager/RepositoryColorTags.h"
 #include "Controllers/RepositoryManager/RepositoryManagerController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Jobs/JobQueue.h"
@@ -121,6 +122,10 @@ void JelvWindowController::buildToolbar() {
   layout_->addWidget(toolbar_);
 }
 
+QIcon JelvWindowController::tabIcon() const {
+  return RepositoryColorTags::isValid(colorTag_) ? RepositoryColorTags::icon(colorTag_) : QIcon();
+}
+
 QString JelvWindowController::repositoryPath() const { return path_; }
 
 QString JelvWindowController::tabToolTip() const { return kind_ == Kind::repositoryManager ? title_ : path_; }
@@ -132,9 +137,10 @@ TabSession JelvWindowController::session() const {
 
 void JelvWindowController::updateTitle() {
   if (kind_ != Kind::repository || !module_ || !registry_) return;
-  const QString name = registry_->getRepositoryInfo(*module_).name;
-  if (name == title_) return;
-  title_ = name;
+  const RepositoryInfo info = registry_->getRepositoryInfo(*module_);
+  if (info.name == title_ && info.colorTag == colorTag_) return;
+  title_ = info.name;
+  colorTag_ = info.colorTag;
   Q_EMIT titleChanged();
 }
 

@@ -2,6 +2,7 @@
 // One tab: its own job queue and either the repository manager or one repository.
 // A repository tab starts as "opening" while its folder is checked off the main thread
 // and then shows the repository with its toolbar. Closing the tab cancels its jobs.
+#include <QIcon>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -41,6 +42,9 @@ class JelvWindowController : public QWidget {
 
   Kind kind() const { return kind_; }
   QString title() const { return title_; }
+  // The registry's colour tag of the repository, if it has one.
+  std::optional<int> colorTag() const { return colorTag_; }
+  QIcon tabIcon() const;
   QString tabToolTip() const;
   // The path the tab was opened with (opening) or the repository's path.
   QString repositoryPath() const;
@@ -71,6 +75,7 @@ class JelvWindowController : public QWidget {
   Kind kind_;
   QString path_;
   QString title_;
+  std::optional<int> colorTag_;
   std::optional<GitModule> module_;
   AppSettings* registry_ = nullptr;
   QVBoxLayout* layout_ = nullptr;

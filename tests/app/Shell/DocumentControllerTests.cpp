@@ -71,11 +71,17 @@ TEST_F(DocumentController, OpensRepositoriesInTabsAndBringsAnOpenOneToTheFront) 
   EXPECT_EQ(window->currentTab(), window->tab(0));
 
   // A rename in the registry reaches the tab and the window title.
+  EXPECT_TRUE(window->tabWidget()->tabIcon(0).isNull());
   for (const auto& record : registry().getRepositories()) {
-    if (record->repositoryPath == alpha.path()) registry().renameRepository(record->id, QStringLiteral("Alpha Renamed"));
+    if (record->repositoryPath != alpha.path()) continue;
+    registry().renameRepository(record->id, QStringLiteral("Alpha Renamed"));
+    registry().setRepositoryColorTag(record->id, 2);
   }
   PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryInfoChanged);
   EXPECT_EQ(window->tabWidget()->tabText(0), QStringLiteral("Alpha Renamed"));
+  EXPECT_EQ(window->tab(0)->colorTag(), 2);
+  EXPECT_FALSE(window->tabWidget()->tabIcon(0).isNull());
+  EXPECT_TRUE(window->tabWidget()->tabIcon(1).isNull());
   EXPECT_EQ(window->windowTitle(), QStringLiteral("Alpha Renamed — Jelv"));
 }
 

@@ -171,6 +171,15 @@ TEST(FileLists, LongTreesStartClosedAndKeepWhatTheUserOpened) {
   EXPECT_TRUE(open(QStringLiteral("odd")));
   EXPECT_FALSE(open(QStringLiteral("even")));
 
+  // The selection survives the refill, by path.
+  for (const QString& path : {QStringLiteral("odd/file1.txt"), QStringLiteral("even/file4000.txt")}) {
+    list.selectionModel()->select(list.fileModel()->indexOfFile(path), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  }
+  list.setFiles(files);
+  QStringList selected;
+  for (const auto& file : list.selectedFiles()) selected << file->path;
+  EXPECT_EQ(selected, (QStringList{QStringLiteral("odd/file1.txt"), QStringLiteral("even/file4000.txt")}));
+
   // A short list opens everything but what the user closed.
   const ChangedFileList few(files.begin(), files.begin() + 4);
   list.collapse(list.fileModel()->indexOfDirectory(QStringLiteral("odd")));

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QStyle>
+#include <functional>
 #include <unordered_set>
 
 #include "Controls/ChangedFilesView.h"
@@ -78,6 +79,25 @@ QModelIndex FileListModel::indexOfFile(const QString& path) const {
     item = next;
   }
   return {};
+}
+
+QModelIndexList FileListModel::indexesOfFiles(const QSet<QString>& paths) const {
+  QModelIndexList found;
+  if (paths.isEmpty()) return found;
+  if (mode_ == FileListViewMode::list) {
+    for (size_t i = 0; i < files_.size(); ++i) {
+      if (paths.contains(files_[i]->path)) found << createIndex(static_cast<int>(i), 0, nullptr);
+    }
+    return found;
+  }
+  const std::function<void(const FileListViewItem&)> walk = [&](const FileListViewItem& item) {
+    for (const auto& child : item.children) {
+      if (child->file && paths.contains(child->file->path)) found << createIndex(child->row, 0, child.get());
+      else if (!child->file) walk(*child);
+    }
+  };
+  walk(*root_);
+  return found;
 }
 
 QModelIndex FileListModel::indexOfDirectory(const QString& path) const {

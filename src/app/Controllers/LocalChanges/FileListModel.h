@@ -5,6 +5,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QIcon>
+#include <QSet>
 #include <memory>
 
 #include "Models/ChangedFile.h"
@@ -28,6 +29,8 @@ class FileListModel : public QAbstractItemModel {
   // in list order.
   ChangedFileList filesAt(const QModelIndexList& indexes) const;
   QModelIndex indexOfFile(const QString& path) const;
+  // The rows of all these paths at once: one walk of the list, however many there are.
+  QModelIndexList indexesOfFiles(const QSet<QString>& paths) const;
   QModelIndex indexOfDirectory(const QString& path) const;
 
   QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

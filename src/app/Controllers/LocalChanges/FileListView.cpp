@@ -40,8 +40,8 @@ void FileListView::setMode(FileListViewMode mode) {
 void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
   // Remember by path: the refreshed list holds new objects for the same files.
   const ChangedFilePtr current = currentFile();
-  QStringList selected;
-  for (const auto& file : model_->filesAt(selectionModel()->selectedRows())) selected << file->path;
+  QSet<QString> selected;
+  for (const auto& file : model_->filesAt(selectionModel()->selectedRows())) selected.insert(file->path);
 
   refilling_ = true;
   model_->setFiles(files, mode);
@@ -57,15 +57,9 @@ void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
       else collapse(folder);
     }
   }
-  // Small lists only: finding each selected file is a walk of the list.
-  if (selected.size() <= 1000) {
-    QItemSelection selection;
-    for (const QString& path : std::as_const(selected)) {
-      const QModelIndex index = model_->indexOfFile(path);
-      if (index.isValid()) selection.select(index, index);
-    }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  }
+  QItemSelection selection;
+  for (const QModelIndex& index : model_->indexesOfFiles(selected)) selection.select(index, index);
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   if (current) {
     const QModelIndex index = model_->indexOfFile(current->path);
     if (index.isValid()) selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);

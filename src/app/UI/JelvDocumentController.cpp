@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QThreadPool>
+#include <QTimer>
 
 #include "Git/Commands/Remotes/GetRemotesGitCommand.h"
 #include "Logging/AdvancedLogger.h"
@@ -21,7 +22,10 @@
 JelvDocumentController::JelvDocumentController(AppSettings& registry, Preferences& preferences, QObject* parent)
     : QObject(parent), registry_(registry), preferences_(preferences),
       // Tabs are placed by the completion handler, which knows the tab it fills.
-      opener_(new RepositoryOpener(registry, {}, this)) {
+      opener_(new RepositoryOpener(registry, {}, this)), geometrySave_(new QTimer(this)) {
+  geometrySave_->setSingleShot(true);
+  geometrySave_->setInterval(1000);
+  connect(geometrySave_, &QTimer::timeout, this, &JelvDocumentController::saveSession);
   // A rename in the registry shows in the tab titles.
   auto retitle = [this] {
     for (JelvMainWindow* window : windows()) {
@@ -70,6 +74,7 @@ void JelvDocumentController::adopt(JelvMainWindow* window) {
   lastActive_ = window;
   connect(window, &JelvMainWindow::tabsChanged, this, &JelvDocumentController::saveSession);
   connect(window, &JelvMainWindow::activated, this, [this, window] { lastActive_ = window; });
+  connect(window, &JelvMainWindow::geometryChanged, geometrySave_, qOverload<>(&QTimer::start));
   // A closed window leaves the list at once; its deletion comes later.
   auto forget = [this](JelvMainWindow* gone) {
     const auto before = windows_.size();

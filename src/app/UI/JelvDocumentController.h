@@ -16,6 +16,7 @@ class AppSettings;
 class JelvMainWindow;
 class JelvWindowController;
 class Preferences;
+class QTimer;
 class QWidget;
 class RepositoryOpener;
 
@@ -79,6 +80,7 @@ class JelvDocumentController : public QObject {
   Preferences& preferences_;
   RepositoryOpener* opener_;
   QList<QPointer<JelvMainWindow>> windows_;  // oldest first
+  QTimer* geometrySave_;  // a drag or resize saves once it rests
   QPointer<JelvMainWindow> lastActive_;
   std::function<void(QWidget*)> preferencesHandler_;
   int pendingOpens_ = 0;

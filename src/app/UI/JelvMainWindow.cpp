@@ -238,6 +238,16 @@ void JelvMainWindow::closeEvent(QCloseEvent* event) {
   Q_EMIT closed();
 }
 
+void JelvMainWindow::moveEvent(QMoveEvent* event) {
+  QMainWindow::moveEvent(event);
+  Q_EMIT geometryChanged();
+}
+
+void JelvMainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  Q_EMIT geometryChanged();
+}
+
 void JelvMainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) Q_EMIT activated();
   QMainWindow::changeEvent(event);

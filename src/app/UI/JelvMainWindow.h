@@ -41,6 +41,7 @@ class JelvMainWindow : public QMainWindow {
   // A tab came, went, moved, changed its title, or another one came to the front.
   void tabsChanged();
   void activated();
+  void geometryChanged();
   // The window closed; it is deleted later.
   void closed();
 
@@ -50,6 +51,8 @@ class JelvMainWindow : public QMainWindow {
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void buildMenus();

@@ -15,6 +15,7 @@
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryScan.h"
 
 WelcomeWindowController::WelcomeWindowController(AppSettings& registry, Preferences& preferences, QWidget* parent)
@@ -98,11 +99,15 @@ void WelcomeWindowController::complete() {
   QPointer<WelcomeWindowController> self(this);
   AppSettings* registry = &registry_;
   QThreadPool::globalInstance()->start([self, registry, folder] {
-    const int found = RepositoryScan::rescanRepositories(*registry, folder);
+    // Added to what the registry already knows (a folder opened earlier stays listed).
+    QStringList paths;
+    RepositoryScan::findGitRepositories(folder, paths, RepositoryScan::startLevel);
+    const int found = int(paths.size() - RepositoryScan::addRepositories(*registry, paths, folder).size());
     LOG_INFO(QStringLiteral("Found %1 repositories in %2").arg(found).arg(folder));
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
         [self, found] {
+          PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryManagerDataUpdated);
           if (!self) return;
           Q_EMIT self->welcomeCompleted(found);
           self->close();

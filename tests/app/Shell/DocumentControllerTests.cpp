@@ -16,6 +16,7 @@
 #include "Jobs/JobQueue.h"
 #include "Models/RepositoryValidation.h"
 #include "Models/WindowSession.h"
+#include "Services/ApplicationStartup.h"
 #include "Services/PreferencesNotifier.h"
 #include "ShellTestSupport.h"
 #include "UI/JelvMainWindow.h"
@@ -287,4 +288,19 @@ TEST_F(DocumentController, AFolderDroppedOnAWindowOpensThere) {
   refused.ignore();
   QCoreApplication::sendEvent(window, &refused);
   EXPECT_FALSE(refused.isAccepted());
+}
+
+TEST_F(DocumentController, AResizedWindowIsSavedOnceItRests) {
+  JelvDocumentController documents(registry(), preferences());
+  JelvMainWindow* window = documents.newRepositoryManagerAsWindow();
+  QTest::qWait(50);
+  window->resize(700, 500);
+  auto savedSize = [this] {
+    const auto windows = ApplicationStartup::savedWindows(preferences());
+    if (windows.empty()) return QSize();
+    QWidget probe;
+    probe.restoreGeometry(windows.front().geometry);
+    return probe.size();
+  };
+  EXPECT_TRUE(QTest::qWaitFor([&] { return savedSize() == QSize(700, 500); }, 5000)) << savedSize().width();
 }

@@ -39,6 +39,8 @@ TEST_F(StartupFlow, AFirstStartShowsOnlyTheWelcomeWhichScansTheChosenFolder) {
   runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source + QStringLiteral("/one")});
   runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source + QStringLiteral("/group/two")});
 
+  // Known before the welcome, outside the folder: it stays known.
+  registry().addRepository(top.path());
   AppDelegate delegate(registry(), preferences());
   delegate.applicationWillFinishLaunching();
   delegate.applicationDidFinishLaunching({});
@@ -57,6 +59,7 @@ TEST_F(StartupFlow, AFirstStartShowsOnlyTheWelcomeWhichScansTheChosenFolder) {
   EXPECT_EQ(preferences().defaultSourceFolder(), source);
   EXPECT_TRUE(registry().repositoryItemExists(source + QStringLiteral("/one")));
   EXPECT_TRUE(registry().repositoryItemExists(source + QStringLiteral("/group/two")));
+  EXPECT_TRUE(registry().repositoryItemExists(top.path()));
 
   // Then the repository manager opens.
   ASSERT_EQ(delegate.documents().windows().size(), 1);

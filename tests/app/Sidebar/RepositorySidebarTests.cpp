@@ -7,6 +7,7 @@
 #include "Models/RemoteBranch.h"
 #include "Models/Tag.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 namespace {
 QTreeWidgetItem* findTop(QTreeWidget& tree, const QString& title) {
@@ -75,4 +76,22 @@ TEST(RepositorySidebar, RebuildingKeepsTheSelectionAndEmitsNothing) {
   ASSERT_TRUE(sidebar.currentItem());
   EXPECT_EQ(sidebar.currentItem()->text(0), QStringLiteral("topic"));
   EXPECT_EQ(RepositorySidebar::aheadBehindText(BehindAheadInfo{0, 0}), QString());
+}
+
+TEST(RepositorySidebar, ResortsWhenTheSortOrderChanges) {
+  auto& prefs = Preferences::shared();
+  prefs.setValue(QStringLiteral("localBranchSortOrder"), 0);
+  RepositorySidebar sidebar;
+  sidebar.setContent(content());
+  QTreeWidgetItem* branches = findTop(sidebar, QStringLiteral("Branches"));
+  ASSERT_EQ(branches->childCount(), 2);
+  EXPECT_EQ(branches->child(1)->text(0), QStringLiteral("topic"));
+
+  prefs.setValue(QStringLiteral("localBranchSortOrder"), 1);
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::referenceSortOrderChanged);
+  QCoreApplication::processEvents();
+  branches = findTop(sidebar, QStringLiteral("Branches"));
+  ASSERT_EQ(branches->childCount(), 2);
+  EXPECT_EQ(branches->child(0)->text(0), QStringLiteral("topic"));
+  prefs.setValue(QStringLiteral("localBranchSortOrder"), 0);
 }

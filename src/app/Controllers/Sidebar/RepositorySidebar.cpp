@@ -1,12 +1,14 @@
 #include "Controllers/Sidebar/RepositorySidebar.h"
 
 #include <QHeaderView>
+#include <QMenu>
 
 #include "Models/LocalBranch.h"
 #include "Models/ReferenceSortOrder.h"
 #include "Models/RemoteBranch.h"
 #include "Models/Tag.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 namespace {
 const QString kBranches = QStringLiteral("Branches");
@@ -14,14 +16,25 @@ const QString kRemotes = QStringLiteral("Remotes");
 const QString kTags = QStringLiteral("Tags");
 const QString kStashes = QStringLiteral("Stashes");
 const QString kSubmodules = QStringLiteral("Submodules");
+const QString kStarred = QStringLiteral("Starred");
+const QString kStar = QStringLiteral("★ ");
 
-QTreeWidgetItem* referenceItem(QTreeWidgetItem* parent, const Reference& reference, const QString& text, const QString& sha) {
-  auto* item = new QTreeWidgetItem(parent, {text});
+QTreeWidgetItem* referenceItem(QTreeWidgetItem* parent, const Reference& reference, const QString& text, const QString& sha,
+                               const RepositoryReferences& references, bool markStar = true) {
+  const bool starred = markStar && references.starred.contains(reference.fullReference);
+  auto* item = new QTreeWidgetItem(parent, {(starred ? kStar : QString()) + text});
+  // References that the commit list is narrowed to stand out in the accent colour.
+  if (references.filtered.contains(reference.fullReference)) item->setForeground(0, parent->treeWidget()->palette().brush(QPalette::Link));
   item->setData(0, RepositorySidebar::EntryRole, static_cast<int>(RepositorySidebar::Entry::reference));
   item->setData(0, RepositorySidebar::FullReferenceRole, reference.fullReference);
   item->setData(0, RepositorySidebar::ShaRole, sha);
   item->setToolTip(0, reference.fullReference);
   return item;
+}
+
+QString referenceSha(const ReferencePtr& reference) {
+  if (reference->kind() == Reference::Kind::tag) return std::static_pointer_cast<const Tag>(reference)->commitSha();
+  return reference->sha;
 }
 }  // namespace
 
@@ -30,6 +43,18 @@ RepositorySidebar::RepositorySidebar(QWidget* parent) : QTreeWidget(parent) {
   setRootIsDecorated(true);
   setUniformRowHeights(true);
   setIndentation(14);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+    QTreeWidgetItem* item = itemAt(position);
+    if (!item) return;
+    if (!item->isSelected()) setCurrentItem(item);
+    if (QMenu* menu = contextMenuFor(item)) {
+      menu->setAttribute(Qt::WA_DeleteOnClose);
+      menu->popup(viewport()->mapToGlobal(position));
+    }
+  });
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::referenceSortOrderChanged, this, &RepositorySidebar::rebuild);
   setColumnCount(2);
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -69,6 +94,18 @@ QTreeWidgetItem* RepositorySidebar::section(const QString& title, int count) {
 }
 
 void RepositorySidebar::setContent(const Content& content) {
+  content_ = content;
+  rebuild();
+}
+
+void RepositorySidebar::setReferenceMarks(const QSet<QString>& starred, const QSet<QString>& filtered) {
+  content_.references.starred = starred;
+  content_.references.filtered = filtered;
+  rebuild();
+}
+
+void RepositorySidebar::rebuild() {
+  const Content& content = content_;
   // Rebuilding must not look like a user's selection.
   const QSignalBlocker blocker(this);
   QString currentKey;
@@ -80,13 +117,32 @@ void RepositorySidebar::setContent(const Content& content) {
   localChanges_->setData(0, EntryRole, static_cast<int>(Entry::localChanges));
   allCommits_ = new QTreeWidgetItem(this, {tr("All Commits")});
   allCommits_->setData(0, EntryRole, static_cast<int>(Entry::allCommits));
+  if (!content.references.filtered.isEmpty()) {
+    allCommits_->setText(1, tr("Filtered"));
+    allCommits_->setForeground(1, palette().brush(QPalette::Link));
+  }
+
+  // Starred references of every kind, by name, ahead of the full lists.
+  std::vector<ReferencePtr> starredReferences;
+  for (const QString& fullReference : content.references.starred) {
+    if (ReferencePtr reference = content.references.reference(fullReference)) starredReferences.push_back(reference);
+  }
+  QTreeWidgetItem* starredSection = nullptr;
+  if (!starredReferences.empty()) {
+    sortReferenceList(starredReferences, ReferenceSortOrder::name);
+    starredSection = section(kStarred, static_cast<int>(starredReferences.size()));
+    for (const auto& reference : starredReferences) {
+      // The section says they are starred; the full name tells a remote's branch apart.
+      auto* item = referenceItem(starredSection, *reference, reference->fullName, referenceSha(reference), content.references, false);
+      item->setText(1, aheadBehindText(content.aheadBehind.info(reference->fullReference)));
+    }
+  }
 
   std::vector<LocalBranchPtr> locals = content.references.localBranches;
   sortReferences(locals, referenceSortOrderFromPreference(prefs.integer(QStringLiteral("localBranchSortOrder"))));
   QTreeWidgetItem* branches = section(kBranches, static_cast<int>(locals.size()));
   for (const auto& branch : locals) {
-    const bool starred = content.references.starred.contains(branch->fullReference);
-    auto* item = referenceItem(branches, *branch, (starred ? QStringLiteral("★ ") : QString()) + branch->name, branch->sha);
+    auto* item = referenceItem(branches, *branch, branch->name, branch->sha, content.references);
     item->setText(1, aheadBehindText(content.aheadBehind.info(branch->fullReference)));
     if (branch->isActive) {
       QFont font = item->font(0);
@@ -107,13 +163,13 @@ void RepositorySidebar::setContent(const Content& content) {
       group->setData(0, EntryRole, static_cast<int>(Entry::section));
       group->setData(0, FullReferenceRole, QStringLiteral("remote:") + branch->remote);
     }
-    referenceItem(group, *branch, branch->name, branch->sha);
+    referenceItem(group, *branch, branch->name, branch->sha, content.references);
   }
 
   std::vector<TagPtr> tags = content.references.tags;
   sortReferences(tags, referenceSortOrderFromPreference(prefs.integer(QStringLiteral("tagSortOrder"))));
   QTreeWidgetItem* tagsSection = section(kTags, static_cast<int>(tags.size()));
-  for (const auto& tag : tags) referenceItem(tagsSection, *tag, tag->name, tag->commitSha());
+  for (const auto& tag : tags) referenceItem(tagsSection, *tag, tag->name, tag->commitSha(), content.references);
 
   QTreeWidgetItem* stashes = section(kStashes, static_cast<int>(content.stashes.size()));
   for (const auto& stash : content.stashes) {
@@ -132,8 +188,9 @@ void RepositorySidebar::setContent(const Content& content) {
   }
 
   // Branches open by default, the long lists closed; the user's choice wins afterwards.
-  for (QTreeWidgetItem* item : {branches, remotesSection, tagsSection, stashes, submodules}) {
-    const bool defaultOpen = item == branches || item == remotesSection;
+  for (QTreeWidgetItem* item : {starredSection, branches, remotesSection, tagsSection, stashes, submodules}) {
+    if (!item) continue;
+    const bool defaultOpen = item == starredSection || item == branches || item == remotesSection;
     item->setExpanded(expanded_.value(item->text(0), defaultOpen));
   }
   for (auto* group : byRemote) group->setExpanded(expanded_.value(group->text(0), true));
@@ -146,4 +203,52 @@ void RepositorySidebar::setContent(const Content& content) {
     }
     ++it;
   }
+}
+
+QStringList RepositorySidebar::selectedReferences() const {
+  QStringList references;
+  for (QTreeWidgetItem* item : selectedItems()) {
+    if (static_cast<Entry>(item->data(0, EntryRole).toInt()) != Entry::reference) continue;
+    const QString fullReference = item->data(0, FullReferenceRole).toString();
+    if (!references.contains(fullReference)) references << fullReference;
+  }
+  return references;
+}
+
+QMenu* RepositorySidebar::contextMenuFor(QTreeWidgetItem* item) {
+  if (!item) return nullptr;
+  const Entry entry = static_cast<Entry>(item->data(0, EntryRole).toInt());
+  const QSet<QString>& filtered = content_.references.filtered;
+  auto* menu = new QMenu(this);
+  if (entry == Entry::reference) {
+    const QString fullReference = item->data(0, FullReferenceRole).toString();
+    const bool starred = content_.references.starred.contains(fullReference);
+    menu->addAction(starred ? tr("Unstar") : tr("Star"), this, [this, fullReference, starred] { Q_EMIT starRequested(fullReference, !starred); });
+    menu->addSeparator();
+    // The clicked entry joins the selection it was part of, or stands alone.
+    QStringList chosen = item->isSelected() ? selectedReferences() : QStringList{fullReference};
+    if (chosen.isEmpty()) chosen << fullReference;
+    menu->addAction(chosen.size() > 1 ? tr("Show Only Selected Branches in Commit List") : tr("Show Only This Branch in Commit List"), this,
+                    [this, chosen] { Q_EMIT filterRequested(chosen); });
+    if (!filtered.isEmpty()) {
+      QStringList current(filtered.begin(), filtered.end());
+      current.sort();
+      if (filtered.contains(fullReference)) {
+        current.removeAll(fullReference);
+        // Taking the last one out would show everything; that is the action below.
+        if (!current.isEmpty()) menu->addAction(tr("Remove from Commit List Filter"), this, [this, current] { Q_EMIT filterRequested(current); });
+      } else {
+        current << fullReference;
+        menu->addAction(tr("Add to Commit List Filter"), this, [this, current] { Q_EMIT filterRequested(current); });
+      }
+    }
+  }
+  if ((entry == Entry::reference || entry == Entry::allCommits) && !filtered.isEmpty()) {
+    menu->addAction(tr("Show All Branches in Commit List"), this, [this] { Q_EMIT filterRequested({}); });
+  }
+  if (menu->isEmpty()) {
+    delete menu;
+    return nullptr;
+  }
+  return menu;
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <QSet>
 #include <QTreeWidget>
 #include <optional>
 
@@ -7,8 +8,12 @@
 #include "Models/StashRevision.h"
 
 // The left column of a repository tab: "Local Changes" with its count, "All Commits",
-// then branches (with ahead/behind), remotes grouped by remote, tags, stashes and
-// submodules. Selecting a reference asks the commit list to show its commit.
+// the starred references, then branches (with ahead/behind), remotes grouped by remote,
+// tags, stashes and submodules. Selecting a reference asks the commit list to show its
+// commit. Its context menu asks for stars and the commit list's branch filter; the
+// owner writes them and hands the new sets back with setReferenceMarks().
+class QMenu;
+
 class RepositorySidebar : public QTreeWidget {
   Q_OBJECT
  public:
@@ -25,6 +30,14 @@ class RepositorySidebar : public QTreeWidget {
 
   explicit RepositorySidebar(QWidget* parent = nullptr);
   void setContent(const Content& content);
+  const Content& content() const { return content_; }
+  // New starred and filtered sets, shown at once without waiting for a refresh.
+  void setReferenceMarks(const QSet<QString>& starred, const QSet<QString>& filtered);
+
+  // The context menu of an entry, or null when it has none; the caller owns it.
+  QMenu* contextMenuFor(QTreeWidgetItem* item);
+  // Full references of the selected reference entries.
+  QStringList selectedReferences() const;
 
   // "1↑ 2↓"-style text for a branch with its upstream; empty when level or none.
   static QString aheadBehindText(const std::optional<BehindAheadInfo>& info);
@@ -36,12 +49,16 @@ class RepositorySidebar : public QTreeWidget {
   void localChangesSelected();
   void allCommitsSelected();
   void commitRequested(const QString& sha);
+  void starRequested(const QString& fullReference, bool starred);
+  // The commit list should show only these references' history; empty shows all.
+  void filterRequested(const QStringList& fullReferences);
 
  private:
   QTreeWidgetItem* section(const QString& title, int count);
-  void rememberExpansion();
+  void rebuild();
 
   QTreeWidgetItem* localChanges_ = nullptr;
   QTreeWidgetItem* allCommits_ = nullptr;
   QHash<QString, bool> expanded_;
+  Content content_;
 };

@@ -6,6 +6,7 @@
 
 #include "Models/GitOutput.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 QFont GitOutputView::codeFont() {
   auto& prefs = Preferences::shared();
@@ -20,6 +21,13 @@ QFont GitOutputView::codeFont() {
   if (size > 0) font.setPointSize(size);
   font.setStyleHint(QFont::Monospace);
   return font;
+}
+
+void GitOutputView::followCodeFont(QWidget* view, std::function<void()> refit) {
+  QObject::connect(&PreferencesNotifier::shared(), &PreferencesNotifier::diffTextViewFontChanged, view, [view, refit = std::move(refit)] {
+    view->setFont(codeFont());
+    if (refit) refit();
+  });
 }
 
 GitOutputView::GitOutputView(QWidget* parent) : QTextBrowser(parent) {

@@ -51,6 +51,7 @@ CommitDiffTextView::CommitDiffTextView(QWidget* parent) : QPlainTextEdit(parent)
   setReadOnly(true);
   setLineWrapMode(QPlainTextEdit::NoWrap);
   setFont(GitOutputView::codeFont());
+  GitOutputView::followCodeFont(this, [this] { setViewportMargins(gutterWidth(), 0, 0, 0); });
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   viewport()->setMouseTracking(true);
   gutter_ = new Gutter(this);

@@ -33,6 +33,7 @@ DiffTextView::DiffTextView(QWidget* parent) : QPlainTextEdit(parent), gutter_(ne
   setReadOnly(true);
   setLineWrapMode(QPlainTextEdit::NoWrap);
   setFont(GitOutputView::codeFont());
+  GitOutputView::followCodeFont(this, [this] { setViewportMargins(gutterWidth(), 0, 0, 0); });
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
     if (dy) {

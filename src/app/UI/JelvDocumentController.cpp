@@ -45,7 +45,7 @@ JelvDocumentController::JelvDocumentController(AppSettings& registry, Preference
 
 JelvDocumentController::~JelvDocumentController() {
   quitting_ = true;
-  for (const QPointer<JelvMainWindow>& window : windows_) delete window.data();
+  for (const QPointer<JelvMainWindow>& window : owned_) delete window.data();
 }
 
 QList<JelvMainWindow*> JelvDocumentController::windows() const {
@@ -71,6 +71,8 @@ JelvMainWindow* JelvDocumentController::newWindow() {
 
 void JelvDocumentController::adopt(JelvMainWindow* window) {
   windows_.append(window);
+  owned_.removeAll(QPointer<JelvMainWindow>());
+  owned_.append(window);
   lastActive_ = window;
   connect(window, &JelvMainWindow::tabsChanged, this, &JelvDocumentController::saveSession);
   connect(window, &JelvMainWindow::activated, this, [this, window] { lastActive_ = window; });

@@ -79,7 +79,11 @@ class JelvDocumentController : public QObject {
   AppSettings& registry_;
   Preferences& preferences_;
   RepositoryOpener* opener_;
-  QList<QPointer<JelvMainWindow>> windows_;  // oldest first
+  QList<QPointer<JelvMainWindow>> windows_;  // open ones, oldest first
+  // Every window not yet deleted, closed ones included: their deletion is deferred, and
+  // after the event loop has ended only this controller deletes them (and so waits for
+  // their tabs' jobs).
+  QList<QPointer<JelvMainWindow>> owned_;
   QTimer* geometrySave_;  // a drag or resize saves once it rests
   QPointer<JelvMainWindow> lastActive_;
   std::function<void(QWidget*)> preferencesHandler_;

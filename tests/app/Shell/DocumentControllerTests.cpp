@@ -304,3 +304,21 @@ TEST_F(DocumentController, AResizedWindowIsSavedOnceItRests) {
   };
   EXPECT_TRUE(QTest::qWaitFor([&] { return savedSize() == QSize(700, 500); }, 5000)) << savedSize().width();
 }
+
+TEST_F(DocumentController, WindowsClosedByQuitAreDeletedWithTheControllerAndTheirJobsEnd) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  auto documents = std::make_unique<JelvDocumentController>(registry(), preferences());
+  documents->openRepository(alpha.path());
+  ASSERT_TRUE(settle(*documents));
+  QPointer<JelvMainWindow> window = documents->windows().first();
+  std::weak_ptr<JobQueue> queue = window->tab(0)->jobQueue();
+  auto job = scheduleWaitingJob(*queue.lock());
+
+  // After the event loop has ended nothing runs deferred deletions; the controller must.
+  documents->quit();
+  EXPECT_TRUE(job->progress().isCanceled());
+  documents.reset();
+  EXPECT_TRUE(window.isNull());
+  EXPECT_TRUE(queue.expired());
+  EXPECT_EQ(job->status(), Job::Status::finished);
+}

@@ -17,6 +17,7 @@
 #include "Controllers/QueuedWork.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
+#include "Controls/SpellChecking/SpellChecker.h"
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
 #include "Models/GitModuleSettings.h"
@@ -44,6 +45,7 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   options_->setToolTip(tr("Commit options"));
   options_->setPopupMode(QToolButton::InstantPopup);
   auto* menu = new QMenu(options_);
+  menu->setToolTipsVisible(true);
   recentMenu_ = menu->addMenu(tr("Recent Commit Messages"));
   menu->addSeparator();
   // The description is checked; the one-line subject field has no place for underlines.
@@ -52,6 +54,12 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
   menu->addAction(tr("Repository Settings…"), this, [this] { showRepositorySettings(); });
   options_->setMenu(menu);
+  // The dictionary is looked for only when the menu opens, not on every page opened.
+  connect(menu, &QMenu::aboutToShow, this, [this] {
+    const bool available = SpellChecker::shared().isAvailable();
+    spellChecking_->setEnabled(available);
+    spellChecking_->setToolTip(available ? QString() : tr("No spelling dictionary is installed"));
+  });
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);

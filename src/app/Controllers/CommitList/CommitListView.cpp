@@ -28,6 +28,7 @@ CommitListView::CommitListView(QWidget* parent) : QTableView(parent), model_(new
   setColumnWidth(CommitListModel::DateColumn, 110);
   setColumnWidth(CommitListModel::ShaColumn, 80);
   connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
+    if (restoringSelection_) return;
     Q_EMIT currentRevisionChanged(current.isValid() ? model_->revision(current.row()) : RevisionPtr());
   });
 }
@@ -36,7 +37,13 @@ void CommitListView::setSource(std::shared_ptr<const RevisionGraphSource> source
   // Keep the selected commit across a refresh when it is still listed.
   const RevisionPtr previous = currentRevision();
   model_->setSource(std::move(source));
-  if (previous) selectSha(previous->sha());
+  if (!previous) return;
+  // The same commit selected again is no change; one that a filter took out of the list
+  // is no longer the one shown.
+  restoringSelection_ = true;
+  const bool kept = selectSha(previous->sha());
+  restoringSelection_ = false;
+  if (!kept) Q_EMIT currentRevisionChanged({});
 }
 
 bool CommitListView::selectSha(const Sha& sha) {

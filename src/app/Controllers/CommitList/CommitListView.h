@@ -23,4 +23,5 @@ class CommitListView : public QTableView {
 
  private:
   CommitListModel* model_;
+  bool restoringSelection_ = false;
 };

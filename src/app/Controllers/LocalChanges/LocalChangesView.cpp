@@ -165,6 +165,12 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
     if (diffFile_) loadDiff(diffFile_, true);
   });
+  // The shown diff is read again with the context or whitespace the user now wants.
+  for (auto changed : {&PreferencesNotifier::diffContextSizeChanged, &PreferencesNotifier::diffIgnoreWhitespacesChanged}) {
+    connect(&PreferencesNotifier::shared(), changed, this, [this] {
+      if (diffFile_) loadDiff(diffFile_, false);
+    });
+  }
   connect(diffPane_, &FileDiffView::selectionApplyRequested, this, &LocalChangesView::applySelection);
   showFiles({});
 }

@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
+#include "Jobs/JobQueue.h"
+#include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
+#include "support/TempRepository.h"
+
+TEST(LocalChangesDiffSettings, TheShownDiffIsReadAgainWithTheNewContext) {
+  TempRepository repo;
+  QByteArray text;
+  for (int i = 1; i <= 20; ++i) text += "line " + QByteArray::number(i) + "\n";
+  repo.commitFile(QStringLiteral("a.txt"), text, QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("a.txt"), QByteArray(text).replace("line 10\n", "line ten\n"));
+
+  LocalChangesView view(repo.module(), std::make_shared<JobQueue>());
+  view.show();
+  QSignalSpy reloaded(&view, &LocalChangesView::reloaded);
+  view.reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+  QSignalSpy diff(&view, &LocalChangesView::diffLoaded);
+  ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
+  ASSERT_TRUE(diff.count() > 0 || diff.wait(10000));
+  EXPECT_TRUE(view.diffView()->toPlainText().contains(QStringLiteral("line 7")));
+
+  Preferences::shared().setValue(QStringLiteral("contextSize"), 1);
+  diff.clear();
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
+  ASSERT_TRUE(diff.wait(10000));
+  EXPECT_FALSE(view.diffView()->toPlainText().contains(QStringLiteral("line 7")));
+  EXPECT_TRUE(view.diffView()->toPlainText().contains(QStringLiteral("line 9")));
+  Preferences::shared().remove(QStringLiteral("contextSize"));
+}

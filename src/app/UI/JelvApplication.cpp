@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <csignal>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "Controllers/Preferences/PreferencesWindowController.h"
 #include "Logging/AdvancedLogger.h"
@@ -12,6 +16,38 @@
 #include "Services/SingleInstance.h"
 #include "UI/AppDelegate.h"
 #include "UI/JelvDocumentController.h"
+
+namespace {
+
+int signalPipe[2] = {-1, -1};
+
+void onTerminationSignal(int) {
+  const char byte = 1;
+  [[maybe_unused]] const auto written = ::write(signalPipe[0], &byte, 1);
+}
+
+// SIGTERM (a logout, a service manager) and SIGINT (Ctrl+C in a terminal) end the run
+// like Quit: the tabs are saved and their jobs stopped. The handler only writes to a
+// socket; the event loop does the rest.
+void quitOnTerminationSignals(JelvDocumentController& documents) {
+  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) != 0) return;
+  auto* notifier = new QSocketNotifier(signalPipe[1], QSocketNotifier::Read, &documents);
+  QObject::connect(notifier, &QSocketNotifier::activated, &documents, [&documents, notifier] {
+    char byte = 0;
+    [[maybe_unused]] const auto read = ::read(signalPipe[1], &byte, 1);
+    notifier->setEnabled(false);
+    LOG_INFO(QStringLiteral("Quitting on a signal"));
+    documents.quit();
+  });
+  struct sigaction action {};
+  action.sa_handler = onTerminationSignal;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  ::sigaction(SIGTERM, &action, nullptr);
+  ::sigaction(SIGINT, &action, nullptr);
+}
+
+}  // namespace
 
 namespace JelvApplication {
 
@@ -41,6 +77,7 @@ int run(QApplication& app) {
   // Before the first window: its menu shows Preferences only when this is set.
   delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
   delegate.applicationDidFinishLaunching(arguments);
+  quitOnTerminationSignals(delegate.documents());
 
   // For start-up measurements and smoke tests: quit once the first window is shown.
   if (qEnvironmentVariableIsSet("JELV_QUIT_AFTER_SHOW")) {

@@ -11,7 +11,7 @@
 #include "Controllers/Repository/RepositoryView.h"
 #include "Git/Commands/Revision/GetRevisionsGitCommand.h"
 #include "Jobs/JobQueue.h"
-#include "Services/RepositorySnapshotLoader.h"
+#include "Git/Commands/Repository/GetGitDirectoryGitCommand.h"
 #include "support/BenchSupport.h"
 
 namespace {
@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString name = QString::fromLocal8Bit(argv[1]);
-  auto module = RepositorySnapshotLoader::moduleForPath(QString::fromLocal8Bit(argv[2]));
+  auto module = GetGitDirectoryGitCommand::execute(QString::fromLocal8Bit(argv[2]));
   if (!module) {
     std::fprintf(stderr, "not a repository\n");
     return 1;

@@ -95,7 +95,7 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
   EXPECT_FALSE(view.notificationBar()->isHidden());
   EXPECT_FALSE(view.notificationBar()->message().isEmpty());
-  EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.snapshot()->status.changedFilesCount));
+  EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.controller()->repositoryStatus()->changedFilesCount));
 
   view.showLocalChanges();
   LocalChangesView* local = view.localChangesView();
@@ -108,10 +108,10 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return local->diffView()->document()->findBlockByNumber(2).text() == QStringLiteral("fresh"); }, 10000));
 
   // Work done on the page reaches the sidebar's count without a full refresh.
-  const int before = view.snapshot()->status.changedFilesCount;
+  const int before = view.controller()->repositoryStatus()->changedFilesCount;
   local->setConfirmation([](const QString&, const QString&, const QString&) { return true; });
   local->discard({*untracked});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.snapshot()->status.changedFilesCount == before - 1; }, 10000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.controller()->repositoryStatus()->changedFilesCount == before - 1; }, 10000));
   EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(before - 1));
   EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/new file é.txt")));
 }
@@ -173,4 +173,30 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   localPane->loadLargeButton()->click();
   EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingText(); }, 20000));
   EXPECT_GT(local->diffView()->document()->blockCount(), 60000);
+}
+
+TEST(RepositoryView, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("Initial"));
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 1);
+
+  repo.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("From the terminal"));
+  view.refresh();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 2);
+  EXPECT_EQ(view.commitList()->commitModel()->revision(0)->message(), QStringLiteral("From the terminal"));
+
+  // Coming back from another program reads the working tree again.
+  repo.writeFile(QStringLiteral("a.txt"), "edited elsewhere\n");
+  QEvent activate(QEvent::ApplicationActivate);
+  QCoreApplication::sendEvent(qApp, &activate);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.sidebar()->localChangesItem()->text(1) == QStringLiteral("1"); }, 20000))
+      << view.sidebar()->localChangesItem()->text(1).toStdString();
+  const ChangedFileList files = view.localChangesView()->unstagedList()->files();
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_EQ(files[0]->path, QStringLiteral("a.txt"));
 }

@@ -27,6 +27,7 @@
 #include "Jobs/JobQueue.h"
 #include "Models/LocalBranch.h"
 #include "Models/RepositoryStateNotification.h"
+#include "Repository/RepositoryStatusManager.h"
 #include "Services/Preferences.h"
 
 namespace {
@@ -56,6 +57,12 @@ std::shared_ptr<Job> RepositoryView::run(const QString& name, int show, std::fun
 
 RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(module), queue_(std::move(queue)) {
+  controller_ = new RepositoryController(module_, queue_, this);
+  auto& prefs = Preferences::shared();
+  controller_->showFirstParent = prefs.boolean(QStringLiteral("showFirstParent"));
+  controller_->hideUntrackedFiles = prefs.boolean(QStringLiteral("hideUntrackedFiles"));
+  controller_->showIgnoredFiles = prefs.boolean(QStringLiteral("showIgnoredFiles"));
+  statusManager_ = new RepositoryStatusManager(this);
   sidebar_ = new RepositorySidebar(this);
   notificationBar_ = new NotificationBar(this);
   commitList_ = new CommitListView(this);
@@ -123,6 +130,16 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
   connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &RepositoryView::showActivityManager);
+  connect(controller_, &RepositoryController::repositoryDataUpdated, this, &RepositoryView::applyRepositoryData);
+  connect(controller_, &RepositoryController::repositoryStatusUpdated, this, &RepositoryView::applyRepositoryStatus);
+  connect(controller_, &RepositoryController::behindAheadInfoUpdated, this, &RepositoryView::updateSidebar);
+  connect(controller_, &RepositoryController::refreshFailed, this, [this](const QString& message) {
+    Q_EMIT loadFailed(message);
+    if (!controller_->repositoryData()) diffPane_->showMessage(tr("The repository could not be read: %1").arg(message));
+  });
+  connect(controller_, &RepositoryController::refreshFinished, this, [this] {
+    if (controller_->repositoryData() && controller_->repositoryStatus()) Q_EMIT snapshotLoaded();
+  });
 
   auto* refreshShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+R")), this);
   connect(refreshShortcut, &QShortcut::activated, this, &RepositoryView::refresh);
@@ -135,7 +152,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
 
 RepositoryView::~RepositoryView() {
   qApp->removeEventFilter(this);
-  for (const auto& weak : {refreshJob_, commitJob_, diffJob_}) {
+  for (const auto& weak : {commitJob_, diffJob_}) {
     if (auto job = weak.lock()) job->progress().cancel();
   }
 }
@@ -146,77 +163,69 @@ bool RepositoryView::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
+void RepositoryView::showEvent(QShowEvent* event) {
+  // Only the repository in front keeps its status current on its own.
+  statusManager_->setRepository(controller_);
+  QWidget::showEvent(event);
+}
+
+void RepositoryView::hideEvent(QHideEvent* event) {
+  statusManager_->setRepository(nullptr);
+  QWidget::hideEvent(event);
+}
+
 QString RepositoryView::repositoryLine() const {
   const QString folder = QDir(module_.repositoryPath).dirName();
-  if (!loaded_ || !snapshot_) return QStringLiteral("%1: loading...").arg(folder);
-  const auto& active = snapshot_->graph->references.activeBranch;
+  const RepositoryDataPtr& data = controller_->repositoryData();
+  if (!data) return QStringLiteral("%1: loading...").arg(folder);
+  const auto& active = data->references.activeBranch;
   if (!active) return QStringLiteral("%1: detached HEAD").arg(folder);
   return QStringLiteral("%1: %2").arg(folder, active->name);
 }
 
-void RepositoryView::refresh() {
-  if (auto previous = refreshJob_.lock()) previous->progress().cancel();
-  RevisionGraphOptions options;
-  auto& prefs = Preferences::shared();
-  options.hideRemoteBranches = prefs.boolean(QStringLiteral("hideRemoteBranches"));
-  options.hideTags = prefs.boolean(QStringLiteral("hideTags"));
-  options.hideStashes = prefs.boolean(QStringLiteral("hideStashes"));
-  options.showFirstParent = prefs.boolean(QStringLiteral("showFirstParent"));
-  const GitModule module = module_;
-  refreshJob_ = run<GitResult<RepositorySnapshot>>(
-      QStringLiteral("Refresh"), Job::Show::inActivityManagerBit | Job::Show::inStatusBarBit,
-      [module, options](JobProgress& progress) { return RepositorySnapshotLoader::load(module, progress, options); },
-      [this](GitResult<RepositorySnapshot> result) {
-        if (!result) {
-          Q_EMIT loadFailed(describe(result.error()));
-          diffPane_->showMessage(tr("The repository could not be read: %1").arg(describe(result.error())));
-          return;
-        }
-        applySnapshot(std::move(result).value());
-      });
-}
+void RepositoryView::refresh() { controller_->refresh(); }
 
-void RepositoryView::refreshStatus() {
-  if (!snapshot_) return;
-  const GitModule module = module_;
-  const ReferenceList references = snapshot_->graph->references.all;
-  const SubmoduleList submodules = snapshot_->submodules;
-  run<GitResult<RepositoryStatus>>(
-      QStringLiteral("Status"), 0,
-      [module, references, submodules](JobProgress& progress) {
-        return RepositorySnapshotLoader::loadStatus(module, references, submodules, progress);
-      },
-      [this](GitResult<RepositoryStatus> result) {
-        if (result) applyStatus(std::move(result).value());
-      });
-}
+void RepositoryView::refreshStatus() { controller_->refreshStatus(); }
 
-void RepositoryView::applySnapshot(RepositorySnapshot snapshot) {
+void RepositoryView::applyRepositoryData() {
+  const RepositoryDataPtr& data = controller_->repositoryData();
   const bool first = !loaded_;
   loaded_ = true;
-  snapshot_ = std::move(snapshot);
-  commitList_->setSource(snapshot_->graph);
-  applyStatus(snapshot_->status);
+  auto source = std::make_shared<RevisionGraphSource>();
+  auto& prefs = Preferences::shared();
+  source->options.hideRemoteBranches = prefs.boolean(QStringLiteral("hideRemoteBranches"));
+  source->options.hideTags = prefs.boolean(QStringLiteral("hideTags"));
+  source->options.hideStashes = prefs.boolean(QStringLiteral("hideStashes"));
+  source->options.showFirstParent = data->showFirstParent;
+  source->references = data->references;
+  source->revisions = data->revisions;
+  source->stashes = data->stashes;
+  commitList_->setSource(std::move(source));
+  updateSidebar();
   if (first && commitList_->commitModel()->rowCount() > 0 && !commitList_->currentRevision()) {
-    const auto head = snapshot_->graph->references.head;
+    const auto head = data->references.head;
     const auto headSha = head ? Sha::fromHex(*head) : std::nullopt;
     if (!headSha || !commitList_->selectSha(*headSha)) commitList_->selectRow(0);
   }
-  Q_EMIT snapshotLoaded();
 }
 
-void RepositoryView::applyStatus(RepositoryStatus status) {
-  if (!snapshot_) return;
-  snapshot_->status = std::move(status);
+void RepositoryView::applyRepositoryStatus() {
+  const RepositoryStatusPtr& status = controller_->repositoryStatus();
+  notificationBar_->setNotification(RepositoryStateNotification::make(status->repositoryState));
+  localChanges_->setFiles(status->changedFiles);
+  updateSidebar();
+}
+
+void RepositoryView::updateSidebar() {
+  const RepositoryDataPtr& data = controller_->repositoryData();
+  if (!data) return;
   RepositorySidebar::Content content;
-  content.references = snapshot_->graph->references;
-  content.stashes = snapshot_->graph->stashes;
-  content.aheadBehind = snapshot_->aheadBehind;
-  content.localChangesCount = snapshot_->status.changedFilesCount;
-  for (const auto& submodule : snapshot_->submodules) content.submodules << submodule.path;
+  content.references = data->references;
+  content.stashes = data->stashes;
+  content.aheadBehind = controller_->behindAheadInfoCache();
+  if (const RepositoryStatusPtr& status = controller_->repositoryStatus()) content.localChangesCount = status->changedFilesCount;
+  for (const auto& submodule : data->submodules) content.submodules << submodule.path;
   sidebar_->setContent(content);
-  notificationBar_->setNotification(RepositoryStateNotification::make(snapshot_->status.repositoryState));
-  localChanges_->setFiles(snapshot_->status.changedFiles);
 }
 
 void RepositoryView::showLocalChanges() { pages_->setCurrentIndex(1); }
@@ -242,7 +251,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
   diffPane_->showMessage(tr("Select a file to see its changes."));
   const GitModule module = module_;
   const QString sha = selectedSha_;
-  const SubmoduleList submodules = snapshot_ ? snapshot_->submodules : SubmoduleList{};
+  const SubmoduleList submodules = controller_->repositoryData() ? controller_->repositoryData()->submodules : SubmoduleList{};
   commitJob_ = run<CommitContent>(
       QStringLiteral("Load commit"), 0,
       [module, sha, submodules](JobProgress&) {

@@ -1,15 +1,16 @@
 #pragma once
 // The content of a repository tab: the sidebar, the commit list with its notification
 // bar, the selected commit's details, files and diff, the working tree's changes, and
-// the status line. It gathers values, runs core reads as jobs on the tab's queue and
-// shows the results; it holds no Git logic of its own.
+// the status line. The repository's model lives in its RepositoryController; this view
+// shows each snapshot the controller hands over and runs the reads of the selected
+// commit and file as jobs on the tab's queue. It holds no Git logic of its own.
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <optional>
 
 #include "Models/GitModule.h"
-#include "Services/RepositorySnapshotLoader.h"
+#include "Repository/RepositoryController.h"
 
 class JobQueue;
 class Job;
@@ -25,6 +26,7 @@ class LocalChangesView;
 class RepositoryStatusBar;
 class ActivityManagerWindow;
 class QStackedWidget;
+class RepositoryStatusManager;
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -34,9 +36,10 @@ class RepositoryView : public QWidget {
 
   const GitModule& module() const { return module_; }
   const std::shared_ptr<JobQueue>& jobQueue() const { return queue_; }
-  const std::optional<RepositorySnapshot>& snapshot() const { return snapshot_; }
+  RepositoryController* controller() const { return controller_; }
+  RepositoryStatusManager* statusManager() const { return statusManager_; }
 
-  // Reads everything again; a refresh in flight is canceled first.
+  // Reads everything again; a refresh in flight is canceled first and its wishes kept.
   void refresh();
   // Reads the state and the changed files only.
   void refreshStatus();
@@ -59,6 +62,7 @@ class RepositoryView : public QWidget {
   FileDiffView* diffPane() const { return diffPane_; }
 
  Q_SIGNALS:
+  // A refresh has ended with both snapshots in place.
   void snapshotLoaded();
   void loadFailed(const QString& message);
   void commitDetailsLoaded();
@@ -66,6 +70,8 @@ class RepositoryView : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   // Runs work on the tab's queue and hands its result to done on the main thread, if
@@ -73,15 +79,16 @@ class RepositoryView : public QWidget {
   template <typename T>
   std::shared_ptr<Job> run(const QString& name, int show, std::function<T(JobProgress&)> work, std::function<void(T)> done);
 
-  void applySnapshot(RepositorySnapshot snapshot);
-  void applyStatus(RepositoryStatus status);
+  void applyRepositoryData();
+  void applyRepositoryStatus();
+  void updateSidebar();
   void loadCommit(const RevisionPtr& revision);
   void loadRevisionDiff(const ChangedFilePtr& file);
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
-  std::optional<RepositorySnapshot> snapshot_;
-  std::weak_ptr<Job> refreshJob_;
+  RepositoryController* controller_;
+  RepositoryStatusManager* statusManager_;
   std::weak_ptr<Job> commitJob_;
   std::weak_ptr<Job> diffJob_;
   QString selectedSha_;

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "Controllers/ActivityManagerWindow.h"
+#include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/NotificationBar.h"
@@ -29,6 +30,7 @@
 #include "Models/RepositoryStateNotification.h"
 #include "Repository/RepositoryStatusManager.h"
 #include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
 
 namespace {
 
@@ -59,7 +61,6 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     : QWidget(parent), module_(module), queue_(std::move(queue)) {
   controller_ = new RepositoryController(module_, queue_, this);
   auto& prefs = Preferences::shared();
-  controller_->showFirstParent = prefs.boolean(QStringLiteral("showFirstParent"));
   controller_->hideUntrackedFiles = prefs.boolean(QStringLiteral("hideUntrackedFiles"));
   controller_->showIgnoredFiles = prefs.boolean(QStringLiteral("showIgnoredFiles"));
   statusManager_ = new RepositoryStatusManager(this);
@@ -130,6 +131,12 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
   connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &RepositoryView::showActivityManager);
+  display_ = new CommitListDisplayController(module_, sidebar_, commitList_, this);
+  controller_->showFirstParent = display_->showFirstParent();
+  connect(display_, &CommitListDisplayController::showFirstParentChanged, this, [this](bool on) { controller_->showFirstParent = on; });
+  connect(display_, &CommitListDisplayController::referenceSettingsChanged, this,
+          [this] { controller_->invalidate(Subdomain::referenceSettings()); });
+  followPreferences();
   connect(controller_, &RepositoryController::repositoryDataUpdated, this, &RepositoryView::applyRepositoryData);
   connect(controller_, &RepositoryController::repositoryStatusUpdated, this, &RepositoryView::applyRepositoryStatus);
   connect(controller_, &RepositoryController::behindAheadInfoUpdated, this, &RepositoryView::updateSidebar);
@@ -187,20 +194,26 @@ void RepositoryView::refresh() { controller_->refresh(); }
 
 void RepositoryView::refreshStatus() { controller_->refreshStatus(); }
 
+void RepositoryView::followPreferences() {
+  auto& notifier = PreferencesNotifier::shared();
+  // Order and count shape the log read itself.
+  connect(&notifier, &PreferencesNotifier::revisionOrderingChanged, this, [this] { controller_->invalidate(Subdomain::revisions()); });
+  const auto reloadDiff = [this] {
+    if (ChangedFilePtr file = revisionFiles_->currentFile()) loadRevisionDiff(file);
+  };
+  connect(&notifier, &PreferencesNotifier::diffContextSizeChanged, this, reloadDiff);
+  connect(&notifier, &PreferencesNotifier::diffIgnoreWhitespacesChanged, this, reloadDiff);
+}
+
 void RepositoryView::applyRepositoryData() {
   const RepositoryDataPtr& data = controller_->repositoryData();
   const bool first = !loaded_;
   loaded_ = true;
   auto source = std::make_shared<RevisionGraphSource>();
-  auto& prefs = Preferences::shared();
-  source->options.hideRemoteBranches = prefs.boolean(QStringLiteral("hideRemoteBranches"));
-  source->options.hideTags = prefs.boolean(QStringLiteral("hideTags"));
-  source->options.hideStashes = prefs.boolean(QStringLiteral("hideStashes"));
-  source->options.showFirstParent = data->showFirstParent;
   source->references = data->references;
   source->revisions = data->revisions;
   source->stashes = data->stashes;
-  commitList_->setSource(std::move(source));
+  commitList_->setSource(display_->shaped(*source));
   updateSidebar();
   if (first && commitList_->commitModel()->rowCount() > 0 && !commitList_->currentRevision()) {
     const auto head = data->references.head;
@@ -220,7 +233,7 @@ void RepositoryView::updateSidebar() {
   const RepositoryDataPtr& data = controller_->repositoryData();
   if (!data) return;
   RepositorySidebar::Content content;
-  content.references = data->references;
+  content.references = display_->marked(data->references);
   content.stashes = data->stashes;
   content.aheadBehind = controller_->behindAheadInfoCache();
   if (const RepositoryStatusPtr& status = controller_->repositoryStatus()) content.localChangesCount = status->changedFilesCount;
@@ -243,6 +256,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
   if (auto previous = commitJob_.lock()) previous->progress().cancel();
   revisionFiles_->setFiles({});
   if (!revision) {
+    selectedSha_.clear();  // a read still under way must not show its commit
     header_->clear();
     return;
   }

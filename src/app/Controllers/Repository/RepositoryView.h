@@ -27,6 +27,7 @@ class RepositoryStatusBar;
 class ActivityManagerWindow;
 class QStackedWidget;
 class RepositoryStatusManager;
+class CommitListDisplayController;
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -79,6 +80,8 @@ class RepositoryView : public QWidget {
   template <typename T>
   std::shared_ptr<Job> run(const QString& name, int show, std::function<T(JobProgress&)> work, std::function<void(T)> done);
 
+  // Reloads what the preferences window changes: the history's order and count, the diff.
+  void followPreferences();
   void applyRepositoryData();
   void applyRepositoryStatus();
   void updateSidebar();
@@ -89,6 +92,7 @@ class RepositoryView : public QWidget {
   std::shared_ptr<JobQueue> queue_;
   RepositoryController* controller_;
   RepositoryStatusManager* statusManager_;
+  CommitListDisplayController* display_;
   std::weak_ptr<Job> commitJob_;
   std::weak_ptr<Job> diffJob_;
   QString selectedSha_;

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/RevisionDetails/RevisionHeaderView.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
+#include "Controls/ChangedFilesView.h"
+#include "Controls/Diff/DiffTextView.h"
+#include "Jobs/JobQueue.h"
+#include "Models/GitModuleSettings.h"
+#include "Services/Preferences.h"
+#include "Services/PreferencesNotifier.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
+  QSignalSpy spy(&view, signal);
+  return spy.wait(20000);
+}
+
+QStringList subjects(const CommitListView& list) {
+  QStringList result;
+  for (int row = 0; row < list.commitModel()->rowCount(); ++row) result << list.commitModel()->revision(row)->message();
+  return result;
+}
+
+}  // namespace
+
+TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
+  auto& prefs = Preferences::shared();
+  TempRepository repo;
+  QByteArray text;
+  for (int i = 1; i <= 20; ++i) text += "line " + QByteArray::number(i) + "\n";
+  repo.commitFile(QStringLiteral("a.txt"), text, QStringLiteral("first"));
+  repo.commitFile(QStringLiteral("a.txt"), text.replace("line 10\n", "line ten\n"), QStringLiteral("second"));
+
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 2);
+  if (view.diffView()->rows().empty()) ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  const size_t withContext = view.diffView()->rows().size();
+
+  prefs.setValue(QStringLiteral("contextSize"), 0);
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
+  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  EXPECT_LT(view.diffView()->rows().size(), withContext);
+
+  prefs.setValue(QStringLiteral("diffShowEntireFile"), true);
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
+  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  EXPECT_GT(view.diffView()->rows().size(), withContext);
+  prefs.remove(QStringLiteral("diffShowEntireFile"));
+  prefs.remove(QStringLiteral("contextSize"));
+
+  // A lower commit count reads the history again.
+  prefs.setValue(QStringLiteral("maxCommitCount"), 1);
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::revisionOrderingChanged);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.commitList()->commitModel()->rowCount() == 1; }, 20000));
+  prefs.remove(QStringLiteral("maxCommitCount"));
+}
+
+TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
+  Preferences::shared().setValue(QStringLiteral("showFirstParent"), false);
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "1\n", QStringLiteral("Initial layout"));
+  repo.git({"checkout", "-q", "-b", "topic"});
+  repo.commitFile(QStringLiteral("t.txt"), "t\n", QStringLiteral("Topic: parser"));
+  repo.commitFile(QStringLiteral("t.txt"), "tt\n", QStringLiteral("Topic: parser tests"));
+  repo.git({"checkout", "-q", "-b", "feature", "main"});
+  repo.commitFile(QStringLiteral("f.txt"), "f\n", QStringLiteral("Feature: settings page"));
+  repo.git({"checkout", "-q", "main"});
+  repo.commitFile(QStringLiteral("a.txt"), "2\n", QStringLiteral("Main: release notes"));
+  repo.git({"tag", "v1.0"});
+  repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("Main: bump version"));
+
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1400, 820);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 6);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view.revisionHeader()->toPlainText().contains(QStringLiteral("bump version")); }, 20000));
+
+  Q_EMIT view.sidebar()->starRequested(QStringLiteral("refs/heads/topic"), true);
+  Q_EMIT view.sidebar()->starRequested(QStringLiteral("refs/heads/feature"), true);
+  Q_EMIT view.sidebar()->filterRequested({QStringLiteral("refs/heads/topic"), QStringLiteral("refs/heads/feature")});
+  const QStringList filtered = {"Topic: parser tests", "Topic: parser", "Feature: settings page", "Initial layout"};
+  const auto sorted = [](QStringList list) {
+    list.sort();
+    return list;
+  };
+  EXPECT_EQ(sorted(subjects(*view.commitList())), sorted(filtered));
+  // HEAD's commit was selected and is filtered out: its details go with it.
+  EXPECT_FALSE(view.commitList()->currentRevision());
+  EXPECT_FALSE(view.revisionHeader()->toPlainText().contains(QStringLiteral("bump version")));
+
+  // The saved settings start a refresh of their own; let it end first.
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !view.controller()->isRefreshing(); }, 20000));
+  EXPECT_EQ(sorted(subjects(*view.commitList())), sorted(filtered));
+
+  // A new commit on main arrives with the next refresh; the filter still holds.
+  repo.commitFile(QStringLiteral("a.txt"), "4\n", QStringLiteral("Main: more work"));
+  view.refresh();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  EXPECT_EQ(sorted(subjects(*view.commitList())), sorted(filtered));
+  EXPECT_TRUE(view.sidebar()->content().references.starred.contains(QStringLiteral("refs/heads/topic")));
+  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+    view.sidebar()->expandAll();
+    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/commit-list-filtered.png"));
+  }
+
+  Q_EMIT view.sidebar()->filterRequested({});
+  EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 7);
+  EXPECT_TRUE(GitModuleSettings::load(repo.module()).filterReferences.isEmpty());
+}

@@ -14,6 +14,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include "Controllers/CommitList/CommitListDisplayController.h"
+#include "Controllers/Repository/RepositoryView.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvWindowController.h"
 
@@ -93,6 +95,17 @@ void JelvMainWindow::buildMenus() {
       {QKeySequence(QStringLiteral("Ctrl+Shift+Tab")), QKeySequence(QStringLiteral("Ctrl+Shift+Backtab")),
        QKeySequence(QStringLiteral("Ctrl+PgUp"))},
       [this] { selectPreviousTab(); });
+  // The commit list's display toggles of the tab in front, titled by its state when opened.
+  view->addSeparator();
+  connect(view, &QMenu::aboutToShow, this, [this, view] {
+    delete view->findChild<QMenu*>(QStringLiteral("commitListDisplay"), Qt::FindDirectChildrenOnly);
+    const JelvWindowController* front = currentTab();
+    RepositoryView* repository = front ? front->repositoryController() : nullptr;
+    if (!repository) return;
+    QMenu* display = repository->displayController()->displayMenu(view);
+    display->setObjectName(QStringLiteral("commitListDisplay"));
+    view->addActions(display->actions());
+  });
 }
 
 void JelvMainWindow::fillRepositoryMenu(QMenu* menu) {

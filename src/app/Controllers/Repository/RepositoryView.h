@@ -39,6 +39,7 @@ class RepositoryView : public QWidget {
   const std::shared_ptr<JobQueue>& jobQueue() const { return queue_; }
   RepositoryController* controller() const { return controller_; }
   RepositoryStatusManager* statusManager() const { return statusManager_; }
+  CommitListDisplayController* displayController() const { return display_; }
 
   // Reads everything again; a refresh in flight is canceled first and its wishes kept.
   void refresh();

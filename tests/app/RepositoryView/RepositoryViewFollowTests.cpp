@@ -111,6 +111,9 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   EXPECT_TRUE(view.sidebar()->content().references.starred.contains(QStringLiteral("refs/heads/topic")));
   if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
     view.sidebar()->expandAll();
+    QSignalSpy diff(&view, &RepositoryView::diffLoaded);
+    view.commitList()->selectRow(1);
+    diff.wait(10000);
     view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/commit-list-filtered.png"));
   }
 

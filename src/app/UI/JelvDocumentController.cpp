@@ -45,7 +45,14 @@ JelvDocumentController::JelvDocumentController(AppSettings& registry, Preference
 
 JelvDocumentController::~JelvDocumentController() {
   quitting_ = true;
-  for (const QPointer<JelvMainWindow>& window : owned_) delete window.data();
+  // A window's destroyed signal comes when it is only a QWidget any more; the list of
+  // typed pointers must not be looked at then.
+  windows_.clear();
+  for (const QPointer<JelvMainWindow>& window : owned_) {
+    if (!window) continue;
+    window->disconnect(this);
+    delete window.data();
+  }
 }
 
 QList<JelvMainWindow*> JelvDocumentController::windows() const {

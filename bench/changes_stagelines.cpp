@@ -26,19 +26,8 @@
 
 namespace {
 
-QByteArray git(const QString& directory, const QStringList& args) {
-  QProcess process;
-  process.setWorkingDirectory(directory);
-  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  process.start(QStringLiteral("/usr/bin/git"), args);
-  process.waitForFinished(-1);
-  return process.readAllStandardOutput();
-}
-
-void writeFile(const QString& path, const QByteArray& content) {
-  QFile file(path);
-  if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
-}
+using Bench::git;
+using Bench::writeFile;
 
 // The view tree of the file's working-tree diff, as the page builds it.
 std::optional<PatchView::Document> readView(const GitModule& module, const ChangedFilePtr& file) {

@@ -2,6 +2,8 @@
 // Shared helpers of the benchmark programs: a private preferences file, timing of our
 // code and of git itself in the same run, peak memory, and the one-line report.
 #include <QDir>
+#include <QFile>
+#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -38,6 +40,21 @@ inline double medianSeconds(const std::function<void()>& work, int runs = 5) {
   for (int i = 0; i < runs; ++i) times.push_back(seconds(work));
   std::sort(times.begin(), times.end());
   return times[times.size() / 2];
+}
+
+// Set-up of generated repositories: git's stdout, stderr passed through.
+inline QByteArray git(const QString& directory, const QStringList& args) {
+  QProcess process;
+  process.setWorkingDirectory(directory);
+  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process.start(QStringLiteral("/usr/bin/git"), args);
+  process.waitForFinished(-1);
+  return process.readAllStandardOutput();
+}
+
+inline void writeFile(const QString& path, const QByteArray& content) {
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
 }
 
 // Runs git with stdout to /dev/null, the reference for what git alone costs.

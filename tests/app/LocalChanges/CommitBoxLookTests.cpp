@@ -47,6 +47,18 @@ QColor inkOf(const QImage& image) {
   }
   return best;
 }
+// The page of the repository in a window of a screenshot's size, its lists read; null
+// when the read did not end.
+LocalChangesView* showLoaded(QMainWindow& window, TempRepository& repo) {
+  auto* view = new LocalChangesView(repo.module(), std::make_shared<JobQueue>());
+  window.setCentralWidget(view);
+  window.resize(1100, 720);
+  window.show();
+  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
+  view->reload();
+  return reloaded.wait(10000) ? view : nullptr;
+}
+
 }  // namespace
 
 // The counter is drawn in three visibly different colours as the subject passes the
@@ -59,14 +71,8 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   repo.git({QStringLiteral("add"), QStringLiteral("src/a.cpp")});
 
   QMainWindow window;
-  auto queue = std::make_shared<JobQueue>();
-  auto* view = new LocalChangesView(repo.module(), queue);
-  window.setCentralWidget(view);
-  window.resize(1100, 720);
-  window.show();
-  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
-  view->reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  LocalChangesView* view = showLoaded(window, repo);
+  ASSERT_TRUE(view);
   // A file's diff on the right, as a user would look at it before committing.
   QSignalSpy diff(view, SIGNAL(diffLoaded()));
   view->stagedList()->selectFile(QStringLiteral("src/a.cpp"));
@@ -126,14 +132,8 @@ TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
   repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
 
   QMainWindow window;
-  auto queue = std::make_shared<JobQueue>();
-  auto* view = new LocalChangesView(repo.module(), queue);
-  window.setCentralWidget(view);
-  window.resize(1100, 720);
-  window.show();
-  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
-  view->reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  LocalChangesView* view = showLoaded(window, repo);
+  ASSERT_TRUE(view);
   view->commitBox()->subjectField()->setText(QStringLiteral("Trim a"));
   QSignalSpy finished(view->commitBox(), &CommitBoxView::commitFinished);
   view->commitBox()->commit();

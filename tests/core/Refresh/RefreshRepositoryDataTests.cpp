@@ -152,6 +152,36 @@ TEST_F(RefreshDataTest, ReferencesAreReadByNamespaceAndHeadOnlyWhenItMoved) {
   EXPECT_FALSE(afterCommit.value()->references.reference("refs/tags/v1"));
 }
 
+TEST_F(RefreshDataTest, AFilterOfTheActiveBranchFollowsACheckoutAndOthersStay) {
+  repo.git({"branch", "feature"});
+  repo.git({"branch", "other"});
+  GitModuleSettings settings;
+  settings.filterReferences = {"refs/heads/main"};
+  settings.save(repo.module());
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  EXPECT_EQ(data->references.filtered, QSet<QString>{"refs/heads/main"});
+
+  repo.git({"checkout", "-q", "feature"});
+  auto moved = refresh(data, Subdomain::head() | Subdomain::localBranches());
+  ASSERT_TRUE(moved.isSuccess());
+  EXPECT_EQ(moved.value()->references.filtered, QSet<QString>{"refs/heads/feature"});
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, QStringList{"refs/heads/feature"});
+
+  // A filter of several branches is the user's choice, not a binding.
+  const QStringList chosen{"refs/heads/feature", "refs/heads/other"};
+  GitModuleSettings several = GitModuleSettings::load(repo.module());
+  several.filterReferences = chosen;
+  several.save(repo.module());
+  auto reread = refresh(moved.value(), Subdomain::referenceSettings());
+  ASSERT_TRUE(reread.isSuccess());
+  repo.git({"checkout", "-q", "main"});
+  auto back = refresh(reread.value(), Subdomain::head() | Subdomain::localBranches());
+  ASSERT_TRUE(back.isSuccess());
+  EXPECT_EQ(back.value()->references.activeBranch->name, QStringLiteral("main"));
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, chosen);
+}
+
 TEST_F(RefreshDataTest, GitLfsHookAndCancellation) {
   const RepositoryDataPtr data = first();
   ASSERT_TRUE(data);

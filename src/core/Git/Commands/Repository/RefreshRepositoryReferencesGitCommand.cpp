@@ -71,6 +71,26 @@ GitResult<RepositoryReferences> RefreshRepositoryReferencesGitCommand::execute(c
     if (!fresh) return fresh.mapError<RepositoryReferences>();
     all = old ? consolidate(old->all, fresh.value(), read) : std::move(fresh).value();
   }
-  return RepositoryReferences::make(std::move(head), headTime, std::move(all), setOf(settings.filterReferences),
-                                    setOf(settings.starredReferences));
+  auto references = RepositoryReferences::make(std::move(head), headTime, std::move(all), setOf(settings.filterReferences),
+                                               setOf(settings.starredReferences));
+  if (const auto followed = filterFollowingActiveBranch(old, references, settings.filterReferences)) {
+    // Stored only if nobody changed the filter since this refresh loaded the settings.
+    GitModuleSettings current = GitModuleSettings::load(module);
+    if (current.filterReferences == settings.filterReferences) {
+      current.filterReferences = *followed;
+      current.save(module);
+    }
+    references.filtered = setOf(*followed);
+  }
+  return references;
+}
+
+std::optional<QStringList> RefreshRepositoryReferencesGitCommand::filterFollowingActiveBranch(const RepositoryReferences* old,
+                                                                                            const RepositoryReferences& fresh,
+                                                                                            const QStringList& filter) {
+  if (!old || !old->activeBranch || !fresh.activeBranch) return std::nullopt;
+  const QString& previous = old->activeBranch->fullReference;
+  const QString& current = fresh.activeBranch->fullReference;
+  if (previous == current || filter != QStringList{previous}) return std::nullopt;
+  return QStringList{current};
 }

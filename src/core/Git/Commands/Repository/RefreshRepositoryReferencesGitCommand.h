@@ -21,4 +21,10 @@ struct RefreshRepositoryReferencesGitCommand {
   // `old` whose namespace wasn't read (bisect marks too, which only a read of all three
   // namespaces lists). Sorted by full reference, as the reader sorts.
   static ReferenceList consolidate(const ReferenceList& old, const ReferenceList& fresh, Subdomain subdomains);
+
+  // A filter of exactly the previously active branch is bound to it: when another branch
+  // becomes active the filter moves there (the refresh stores it). Absent when the
+  // filter stays as it is.
+  static std::optional<QStringList> filterFollowingActiveBranch(const RepositoryReferences* old, const RepositoryReferences& fresh,
+                                                                const QStringList& filter);
 };

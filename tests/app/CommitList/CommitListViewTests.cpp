@@ -5,6 +5,7 @@
 
 #include "Controllers/CommitList/CommitListView.h"
 #include "Models/LocalBranch.h"
+#include "Models/RemoteBranch.h"
 
 namespace {
 
@@ -71,4 +72,24 @@ TEST(CommitListModel, RelativeDatesReadNaturally) {
   EXPECT_EQ(CommitListModel::relativeDate(now.addSecs(-30), now), QStringLiteral("just now"));
   EXPECT_EQ(CommitListModel::relativeDate(now.addSecs(-7200), now), QStringLiteral("2 h ago"));
   EXPECT_EQ(CommitListModel::relativeDate(now.addDays(-3), now), QStringLiteral("3 d ago"));
+}
+
+TEST(CommitListModel, CommitsNotYetPushedAreMarkedAndSaySo) {
+  // main two commits ahead of origin/main, on a straight line.
+  auto source = linearHistory(6, 0);
+  ReferenceList all;
+  all.push_back(std::make_shared<LocalBranch>(hexFor(0), QStringLiteral("refs/heads/main"), QStringLiteral("main"), QStringLiteral("main"),
+                                              QDateTime(), true, QStringLiteral("refs/remotes/origin/main")));
+  all.push_back(std::make_shared<RemoteBranch>(hexFor(2), QStringLiteral("refs/remotes/origin/main"), QStringLiteral("main"),
+                                               QStringLiteral("origin/main"), QDateTime(), QStringLiteral("origin")));
+  source->references = RepositoryReferences::make(hexFor(0), std::nullopt, all);
+  CommitListView view;
+  view.setSource(source);
+  auto* model = view.commitModel();
+  for (int row = 0; row < 6; ++row) {
+    const auto state = static_cast<AheadBehindState>(model->data(model->index(row, 0), CommitListModel::AheadBehindRole).toInt());
+    EXPECT_EQ(state, row < 2 ? AheadBehindState::ahead : AheadBehindState::none) << row;
+  }
+  EXPECT_TRUE(model->data(model->index(1, 0), Qt::ToolTipRole).toString().endsWith(QStringLiteral("Not yet pushed to the upstream branch")));
+  EXPECT_EQ(model->data(model->index(3, 0), Qt::ToolTipRole).toString(), QStringLiteral("Commit 3"));
 }

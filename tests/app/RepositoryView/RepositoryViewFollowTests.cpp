@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QMap>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -120,4 +122,40 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   Q_EMIT view.sidebar()->filterRequested({});
   EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 7);
   EXPECT_TRUE(GitModuleSettings::load(repo.module()).filterReferences.isEmpty());
+}
+
+TEST(RepositoryViewFollow, CommitsAheadAndBehindTheUpstreamAreMarkedFromTheRefresh) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "1\n", QStringLiteral("Shared base"));
+  repo.git({"checkout", "-q", "-b", "theirs"});
+  repo.commitFile(QStringLiteral("b.txt"), "1\n", QStringLiteral("Their work"));
+  repo.git({"update-ref", "refs/remotes/origin/main", repo.headSha()});
+  repo.git({"checkout", "-q", "main"});
+  repo.git({"branch", "-q", "-D", "theirs"});
+  repo.commitFile(QStringLiteral("a.txt"), "2\n", QStringLiteral("My first"));
+  repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("My second"));
+  repo.git({"config", "remote.origin.url", repo.path()});
+  repo.git({"config", "remote.origin.fetch", "+refs/heads/*:refs/remotes/origin/*"});
+  repo.git({"config", "branch.main.remote", "origin"});
+  repo.git({"config", "branch.main.merge", "refs/heads/main"});
+
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 500);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  const CommitListModel& model = *view.commitList()->commitModel();
+  QMap<QString, AheadBehindState> states;
+  for (int row = 0; row < model.rowCount(); ++row) {
+    states[model.revision(row)->message()] =
+        static_cast<AheadBehindState>(model.data(model.index(row, 0), CommitListModel::AheadBehindRole).toInt());
+  }
+  EXPECT_EQ(states.value(QStringLiteral("My first")), AheadBehindState::ahead);
+  EXPECT_EQ(states.value(QStringLiteral("My second")), AheadBehindState::ahead);
+  EXPECT_EQ(states.value(QStringLiteral("Their work")), AheadBehindState::behind);
+  EXPECT_EQ(states.value(QStringLiteral("Shared base")), AheadBehindState::none);
+  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+    view.sidebar()->expandAll();
+    QApplication::processEvents();
+    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/commit-list-ahead-behind.png"));
+  }
 }

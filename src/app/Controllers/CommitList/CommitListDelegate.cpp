@@ -155,6 +155,22 @@ void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionVie
     x += width + kLabelGap;
   }
 
+  // Commits on one side only of the active branch and its upstream: an arrow up for
+  // what a push would send, down for what a pull would bring.
+  if (decoration.aheadBehind != AheadBehindState::none) {
+    const bool ahead = decoration.aheadBehind == AheadBehindState::ahead;
+    const QString arrow = ahead ? QStringLiteral("\u2191") : QStringLiteral("\u2193");
+    QFont arrowFont = option.font;
+    arrowFont.setBold(true);
+    painter->setFont(arrowFont);
+    const QColor color = ahead ? QColor(dark ? 0x6c : 0x1e, dark ? 0xd0 : 0x8a, dark ? 0x7a : 0x3c)
+                               : QColor(dark ? 0x6a : 0x1f, dark ? 0xaa : 0x6f, dark ? 0xf0 : 0xd0);
+    painter->setPen(selected ? option.palette.color(QPalette::HighlightedText) : color);
+    const double width = QFontMetricsF(arrowFont).horizontalAdvance(arrow) + 4.0;
+    painter->drawText(QRectF(x, rect.y(), width, rect.height()), Qt::AlignCenter, arrow);
+    x += width + 2.0;
+  }
+
   painter->setFont(option.font);
   painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
   const QRectF textRect(x + 2.0, rect.y(), rect.right() - x - 4.0, rect.height());

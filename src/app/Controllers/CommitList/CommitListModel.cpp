@@ -71,11 +71,24 @@ QVariant CommitListModel::data(const QModelIndex& index, int role) const {
         case AuthorColumn: return QStringLiteral("%1 <%2>").arg(revision->author(), revision->authorEmail());
         case DateColumn: return QLocale().toString(revision->authorDate().toLocalTime(), QLocale::LongFormat);
         case ShaColumn: return revision->sha().toString();
-        case GraphColumn: return revision->message();
+        case GraphColumn: {
+          const QString note = aheadBehindNote(decoration(index.row()).aheadBehind);
+          return note.isEmpty() ? revision->message() : revision->message() + QStringLiteral("\n\n") + note;
+        }
       }
       break;
+    case AheadBehindRole: return static_cast<int>(decoration(index.row()).aheadBehind);
     case ReachableRole: return decoration(index.row()).isReachable;
     default: break;
+  }
+  return {};
+}
+
+QString CommitListModel::aheadBehindNote(AheadBehindState state) {
+  switch (state) {
+    case AheadBehindState::ahead: return tr("Not yet pushed to the upstream branch");
+    case AheadBehindState::behind: return tr("Not yet pulled from the upstream branch");
+    case AheadBehindState::none: break;
   }
   return {};
 }

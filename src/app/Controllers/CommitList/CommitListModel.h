@@ -13,7 +13,7 @@ class CommitListModel : public QAbstractTableModel {
   Q_OBJECT
  public:
   enum Column { GraphColumn, AuthorColumn, DateColumn, ShaColumn, ColumnCount };
-  enum Role { RevisionRole = Qt::UserRole + 1, ReachableRole };
+  enum Role { RevisionRole = Qt::UserRole + 1, ReachableRole, AheadBehindRole };
 
   explicit CommitListModel(QObject* parent = nullptr);
 
@@ -40,6 +40,8 @@ class CommitListModel : public QAbstractTableModel {
 
   // "2 hours ago" style for the list; the exact date goes in the tooltip.
   static QString relativeDate(const QDateTime& date, const QDateTime& now);
+  // Tooltip line of a commit only on one side of the active branch and its upstream.
+  static QString aheadBehindNote(AheadBehindState state);
 
  private:
   void rebuild();

@@ -145,6 +145,8 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (!controller_->repositoryData()) diffPane_->showMessage(tr("The repository could not be read: %1").arg(message));
   });
   connect(controller_, &RepositoryController::refreshFinished, this, [this] {
+    // The line names the branch now, not at the next poll.
+    statusBar_->poll();
     if (controller_->repositoryData() && controller_->repositoryStatus()) Q_EMIT snapshotLoaded();
   });
 

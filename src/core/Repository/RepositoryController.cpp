@@ -2,8 +2,14 @@
 
 #include <QDir>
 
+#include <QCoreApplication>
+#include <QPointer>
+
+#include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
+#include "Logging/AdvancedLogger.h"
+#include "Models/StagingRefresh.h"
 
 RepositoryController::RepositoryController(std::optional<GitModule> gitModule, std::shared_ptr<JobQueue> queue, QObject* parent)
     : QObject(parent), gitModule_(std::move(gitModule)), queue_(std::move(queue)) {}
@@ -19,6 +25,46 @@ QString RepositoryController::repositoryName() const {
 void RepositoryController::invalidate(Subdomain subdomains, RefreshRepositoryCommand::UpdateOrder order) {
   invalidatedSubdomains_ |= subdomains;
   refreshRepositoryCommand_.execute(*this, order);
+}
+
+void RepositoryController::refreshRepository(Subdomain changed) {
+  const bool statusOnly = Subdomain::repositoryStatus().contains(changed);
+  invalidate(changed, statusOnly ? RefreshRepositoryCommand::UpdateOrder::statusFirst : RefreshRepositoryCommand::UpdateOrder::dataFirst);
+}
+
+void RepositoryController::refreshChangedFiles(const QStringList& paths) {
+  if (paths.isEmpty()) return;
+  if (!gitModule_ || !repositoryStatus_) {
+    refreshStatus();
+    return;
+  }
+  const GitModule module = *gitModule_;
+  const bool hideUntracked = hideUntrackedFiles;
+  const bool showIgnored = showIgnoredFiles;
+  const SubmoduleList submodules = repositoryData_ ? repositoryData_->submodules : SubmoduleList{};
+  QPointer<RepositoryController> self(this);
+  queue_->schedule(Job::make(QStringLiteral("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
+                             [self, module, paths, submodules, hideUntracked, showIgnored](JobProgress&) {
+                               auto fresh = GetPathsStatusGitCommand::execute(module, paths, submodules, hideUntracked, showIgnored);
+                               QMetaObject::invokeMethod(
+                                   QCoreApplication::instance(),
+                                   [self, paths, fresh] {
+                                     if (!self) return;
+                                     // A full read in flight or waiting will bring these paths too.
+                                     if (!fresh || !self->repositoryStatus_) {
+                                       if (!fresh) LOG_WARNING(QStringLiteral("Refresh of changed files failed: %1").arg(describe(fresh.error())));
+                                       self->refreshStatus();
+                                       return;
+                                     }
+                                     auto status = std::make_shared<RepositoryStatus>(*self->repositoryStatus_);
+                                     const auto before = static_cast<int>(status->changedFiles.size());
+                                     status->changedFiles = StagingRefresh::merged(status->changedFiles, paths, fresh.value());
+                                     // The count includes entries beyond a cut list.
+                                     status->changedFilesCount += static_cast<int>(status->changedFiles.size()) - before;
+                                     self->storeRepositoryStatus(std::move(status));
+                                   },
+                                   Qt::QueuedConnection);
+                             }));
 }
 
 void RepositoryController::storeRepositoryData(RepositoryDataPtr data, Subdomain handled) {

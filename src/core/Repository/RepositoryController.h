@@ -13,11 +13,12 @@
 #include "Models/RepositoryData.h"
 #include "Models/RepositoryStatus.h"
 #include "Models/Subdomain.h"
+#include "Repository/RefreshProtocol.h"
 #include "Repository/RefreshRepositoryCommand.h"
 
 class JobQueue;
 
-class RepositoryController : public QObject {
+class RepositoryController : public QObject, public RefreshProtocol {
   Q_OBJECT
  public:
   RepositoryController(std::optional<GitModule> gitModule, std::shared_ptr<JobQueue> queue, QObject* parent = nullptr);
@@ -45,6 +46,13 @@ class RepositoryController : public QObject {
   void refresh() { invalidate(Subdomain::all()); }
   // The state and the changed files, ahead of any data that waits.
   void refreshStatus() { invalidate(Subdomain::repositoryStatus(), RefreshRepositoryCommand::UpdateOrder::statusFirst); }
+
+  // The status alone goes first, so the lists follow an operation at once.
+  void refreshRepository(Subdomain changed) override;
+  // Reads the status of these paths only and puts the entries in place of theirs in a
+  // new status snapshot (after a line operation). Without a status yet, or when the read
+  // fails, the whole status is read.
+  void refreshChangedFiles(const QStringList& paths);
 
   // "repo" for "/home/me/repo": the name in the log lines.
   QString repositoryName() const;

@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QSignalSpy>
 #include <QTest>
 #include <QBuffer>
 #include <QImage>
 #include <QTextBlock>
 #include <QFile>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/LocalChanges/CommitBoxView.h"
 #include "Controllers/LocalChanges/FileListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/NotificationBar.h"
@@ -21,6 +25,7 @@
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
 #include "Jobs/JobQueue.h"
+#include "core/Refresh/LaunchRecorder.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -99,6 +104,8 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
 
   view.showLocalChanges();
   LocalChangesView* local = view.localChangesView();
+  // The page learns the state from the repository's status: the merge message waits.
+  EXPECT_EQ(local->commitBox()->subjectField()->text(), QStringLiteral("Merge branch 'other'"));
   FileListView* unstaged = local->unstagedList();
   const ChangedFileList files = unstaged->files();
   auto untracked = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->isNew; });
@@ -110,8 +117,13 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   // Work done on the page reaches the sidebar's count without a full refresh.
   const int before = view.controller()->repositoryStatus()->changedFilesCount;
   local->setConfirmation([](const QString&, const QString&, const QString&) { return true; });
+  LaunchRecorder launches;
+  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
   local->discard({*untracked});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.controller()->repositoryStatus()->changedFilesCount == before - 1; }, 10000));
+  ASSERT_TRUE(reloaded.wait(10000));
+  EXPECT_EQ(view.controller()->repositoryStatus()->changedFilesCount, before - 1);
+  // Read once, by the repository, for the page and the sidebar alike.
+  EXPECT_EQ(launches.count(QStringLiteral("status")), 1) << launches.subcommands().join(' ').toStdString();
   EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(before - 1));
   EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/new file é.txt")));
 }
@@ -199,4 +211,47 @@ TEST(RepositoryView, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) 
   const ChangedFileList files = view.localChangesView()->unstagedList()->files();
   ASSERT_EQ(files.size(), 1u);
   EXPECT_EQ(files[0]->path, QStringLiteral("a.txt"));
+}
+
+TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyItsPaths) {
+  TempRepository repo;
+  buildHistory(repo);
+  repo.writeFile(QStringLiteral("a.txt"), "changed\n");
+  repo.writeFile(QStringLiteral("b.txt"), "new\n");
+  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  view.resize(1200, 800);
+  view.show();
+  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  view.showLocalChanges();
+  LocalChangesView* local = view.localChangesView();
+  const int rows = view.commitList()->commitModel()->rowCount();
+
+  // What a line operation leaves behind: only its paths are read, into the repository's snapshot.
+  repo.git({QStringLiteral("add"), QStringLiteral("b.txt")});
+  LaunchRecorder launches;
+  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
+  local->refreshPaths({QStringLiteral("b.txt")});
+  ASSERT_TRUE(reloaded.wait(10000));
+  const auto statusReads = [&] {
+    int full = 0;
+    for (const QStringList& args : launches.all()) {
+      if (LaunchRecorder::subcommand(args) == QStringLiteral("status") && !args.contains(QStringLiteral("--"))) ++full;
+    }
+    return full;
+  };
+  EXPECT_EQ(statusReads(), 0) << launches.subcommands().join(' ').toStdString();
+  EXPECT_EQ(launches.count(QStringLiteral("status")), 1);
+  ASSERT_EQ(local->stagedList()->files().size(), 1u);
+  EXPECT_EQ(local->stagedList()->files()[0]->path, QStringLiteral("b.txt"));
+  const ChangedFileList known = view.controller()->repositoryStatus()->changedFiles;
+  EXPECT_TRUE(std::any_of(known.begin(), known.end(), [](const ChangedFilePtr& f) { return f->path == QStringLiteral("b.txt") && f->staged; }));
+
+  local->commitBox()->subjectField()->setText(QStringLiteral("Add b"));
+  local->commitBox()->commit();
+  // The history and the lists come in two hand-overs of one refresh.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.commitList()->commitModel()->rowCount() == rows + 1 && local->stagedList()->files().empty(); },
+                              20000));
+  EXPECT_EQ(view.commitList()->commitModel()->revision(0)->message(), QStringLiteral("Add b"));
+  ASSERT_EQ(local->unstagedList()->files().size(), 1u);
+  EXPECT_EQ(local->unstagedList()->files()[0]->path, QStringLiteral("a.txt"));
 }

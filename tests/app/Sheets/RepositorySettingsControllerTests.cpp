@@ -10,9 +10,11 @@
 #include <QTest>
 
 #include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
+#include "Repository/RepositoryController.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -86,4 +88,28 @@ TEST(RepositorySettingsController, WritesTheLocalConfigAndTheCommitSettings) {
   QTest::mouseClick(sheet->cancelButton(), Qt::LeftButton);
   ASSERT_EQ(cancelled.count(), 1);
   EXPECT_EQ(localValue(repo, QStringLiteral("user.name")), QStringLiteral("Ada Lovelace"));
+}
+
+TEST(JelvSheetController, ASheetThatSucceedsAsksItsRepositoryToReadWhatItChanged) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("build.log"), "noise\n");
+  RepositoryController repository(repo.module(), std::make_shared<JobQueue>());
+  QSignalSpy finished(&repository, &RepositoryController::refreshFinished);
+  repository.refresh();
+  ASSERT_TRUE(finished.wait(20000));
+  ASSERT_EQ(repository.repositoryStatus()->changedFiles.size(), 1u);
+
+  QMainWindow window;
+  window.show();
+  auto* sheet = new EditRepositoryFileController(repo.path() + QStringLiteral("/.gitignore"), &window);
+  sheet->setRepository(&repository, &repository);
+  QSignalSpy statusRead(&repository, &RepositoryController::repositoryStatusUpdated);
+  JelvSheetController::showSheet(&window, sheet, [](const JelvSheetResult&) {});
+  sheet->editor()->setPlainText(QStringLiteral("*.log"));
+  sheet->submit();
+  ASSERT_TRUE(statusRead.wait(20000));
+  QStringList paths;
+  for (const auto& file : repository.repositoryStatus()->changedFiles) paths << file->path;
+  EXPECT_EQ(paths, QStringList{QStringLiteral(".gitignore")});
 }

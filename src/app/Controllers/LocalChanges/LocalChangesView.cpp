@@ -49,6 +49,7 @@
 #include "Models/RepositoryState.h"
 #include "Models/SelectionPatch.h"
 #include "Models/StagingRefresh.h"
+#include "Repository/RepositoryController.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 
@@ -154,7 +155,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     unstage(chosen.empty() ? staged_->files() : chosen);
   });
   connect(discardButton_, &QPushButton::clicked, this, [this] { discard(selection(unstaged_)); });
-  connect(commitBox_, &CommitBoxView::committed, this, &LocalChangesView::reload);
+  connect(commitBox_, &CommitBoxView::committed, this, &LocalChangesView::committed);
   connect(commitBox_, &CommitBoxView::amendChanged, this, &LocalChangesView::reload);
   // The preferences window may change the mode too.
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
@@ -211,6 +212,14 @@ bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {
 void LocalChangesView::reload() {
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
+  if (repository_) {
+    repository_->refreshStatus();
+    // Under amend the staged list is the amended commit's: that read stays the page's own.
+    if (!amend) {
+      awaiting_ = Awaiting::status;
+      return;
+    }
+  }
   QPointer<LocalChangesView> self(this);
   // The same options as the repository's status read, so that both agree on the list.
   const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
@@ -248,6 +257,51 @@ void LocalChangesView::reload() {
                                  Q_EMIT self->reloaded();
                                });
                              }));
+}
+
+void LocalChangesView::setRepository(RepositoryController* repository) { repository_ = repository; }
+
+void LocalChangesView::sheetSucceeded() {
+  // A sheet with a repository has asked it for the refresh itself.
+  if (repository_) awaiting_ = Awaiting::status;
+  else reload();
+}
+
+void LocalChangesView::committed() {
+  if (!repository_) {
+    reload();
+    return;
+  }
+  // A commit moves HEAD and its branch and adds to the history, besides the status.
+  awaiting_ = Awaiting::status;
+  repository_->refreshRepository(Subdomain::repositoryStatus() | Subdomain::head() | Subdomain::revisions() |
+                                 Subdomain::localBranches());
+}
+
+void LocalChangesView::applyStatus(const RepositoryStatus& status) {
+  const Awaiting awaited = std::exchange(awaiting_, Awaiting::nothing);
+  if (!commitBox_->isAmending()) {
+    if (awaited == Awaiting::nothing) {
+      setFiles(status.changedFiles);
+    } else {
+      // Asked for after a change: the diff on screen is read again even if the list is equal.
+      const ChangedFilePtr shown = diffFile_;
+      showFiles(status.changedFiles);
+      // All lines of the file went to the other side: its diff follows them.
+      if (awaited == Awaiting::paths && shown && !diffFile_) (shown->staged ? unstaged_ : staged_)->selectFile(shown->path);
+    }
+  }
+  const RepositoryState& state = status.repositoryState;
+  std::optional<CommitMessage> mergeMessage;
+  if (state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>()) mergeMessage = readMergeMessage(module_);
+  commitBox_->setRepositoryState(state, mergeMessage);
+  if (awaited != Awaiting::nothing) Q_EMIT reloaded();
+}
+
+void LocalChangesView::repositoryRefreshEnded() {
+  if (awaiting_ != Awaiting::status) return;
+  awaiting_ = Awaiting::nothing;
+  Q_EMIT reloaded();
 }
 
 void LocalChangesView::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
@@ -424,23 +478,25 @@ void LocalChangesView::ignore(const QString& pattern) {
 
 void LocalChangesView::showIgnorePatternSheet(const QString& initialPattern) {
   auto* sheet = new AddGitIgnorePatternController(module_, initialPattern, window());
+  sheet->setRepository(repository_, repository_);
   sheet->setJobQueue(queue_);
   QPointer<LocalChangesView> self(this);
   JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
     if (!self) return;
     if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
-    if (result.isSuccess()) self->reload();
+    if (result.isSuccess()) self->sheetSucceeded();
   });
 }
 
 void LocalChangesView::showEditFileSheet(const QString& relativePath) {
   auto* sheet = new EditRepositoryFileController(QDir(module_.repositoryPath).filePath(relativePath), window());
+  sheet->setRepository(repository_, repository_);
   sheet->setJobQueue(queue_);
   QPointer<LocalChangesView> self(this);
   JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
     if (!self) return;
     if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
-    if (result.isSuccess()) self->reload();
+    if (result.isSuccess()) self->sheetSucceeded();
   });
 }
 
@@ -475,6 +531,11 @@ void LocalChangesView::applySelection(const XPatchPtr& patch, SelectionMode mode
 
 void LocalChangesView::refreshPaths(const QStringList& paths) {
   if (paths.isEmpty()) return;
+  if (repository_) {
+    awaiting_ = Awaiting::paths;
+    repository_->refreshChangedFiles(paths);
+    return;
+  }
   const GitModule module = module_;
   const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
   const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));

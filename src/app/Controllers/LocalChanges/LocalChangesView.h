@@ -3,6 +3,7 @@
 // folder trees), the diff of the selected file, and the commit box. Stage, unstage,
 // discard and ignore run as jobs on the tab's queue; a failure opens the error sheet;
 // the status is read again afterwards.
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 
@@ -13,6 +14,7 @@
 #include "Models/ChangedFile.h"
 #include "Models/FileListTree.h"
 #include "Models/GitModule.h"
+#include "Models/RepositoryStatus.h"
 #include "Models/SelectionMode.h"
 #include "Models/XPatch.h"
 
@@ -22,6 +24,7 @@ class FileDiffView;
 class FileListView;
 class JobQueue;
 class QLabel;
+class RepositoryController;
 class QPushButton;
 class QToolButton;
 
@@ -34,6 +37,15 @@ class LocalChangesView : public QWidget {
   void reload();
   // Shows a status read elsewhere; a list equal to the shown one changes nothing.
   void setFiles(const ChangedFileList& files);
+
+  // Inside a repository tab the repository reads the status for the page: reloads, path
+  // refreshes and commits go to it and its snapshots come back through applyStatus, so
+  // each change is read once. Without it the page reads for itself.
+  void setRepository(RepositoryController* repository);
+  void applyStatus(const RepositoryStatus& status);
+  // The repository's refresh ended; a read the page asked for that brought no status
+  // (a failure) still ends with reloaded.
+  void repositoryRefreshEnded();
 
   void stage(const ChangedFileList& files);
   void unstage(const ChangedFileList& files);
@@ -82,6 +94,8 @@ class LocalChangesView : public QWidget {
 
  private:
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
+  void committed();
+  void sheetSucceeded();
   // Under amend the staged side is `amendedFiles`: what the amended commit will hold.
   void showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles = std::nullopt);
   void loadDiff(const ChangedFilePtr& file, bool loadLarge = false);
@@ -105,4 +119,7 @@ class LocalChangesView : public QWidget {
   ChangedFilePtr diffFile_;
   ChangedFilePtr shownFile_;  // the file whose diff is on screen
   ChangedFileList files_;
+  QPointer<RepositoryController> repository_;
+  // What the page asked the repository for and waits to see arrive.
+  enum class Awaiting { nothing, status, paths } awaiting_ = Awaiting::nothing;
 };

@@ -119,8 +119,8 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
 
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
-  // Stage, unstage, discard and commit change the counts of the sidebar and maybe the state.
-  connect(localChanges_, &LocalChangesView::reloaded, this, &RepositoryView::refreshStatus);
+  // The page's reads go through the controller, whose snapshots reach the sidebar too.
+  localChanges_->setRepository(controller_);
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
@@ -145,6 +145,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (!controller_->repositoryData()) diffPane_->showMessage(tr("The repository could not be read: %1").arg(message));
   });
   connect(controller_, &RepositoryController::refreshFinished, this, [this] {
+    localChanges_->repositoryRefreshEnded();
     // The line names the branch now, not at the next poll.
     statusBar_->poll();
     if (controller_->repositoryData() && controller_->repositoryStatus()) Q_EMIT snapshotLoaded();
@@ -227,7 +228,7 @@ void RepositoryView::applyRepositoryData() {
 void RepositoryView::applyRepositoryStatus() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   notificationBar_->setNotification(RepositoryStateNotification::make(status->repositoryState));
-  localChanges_->setFiles(status->changedFiles);
+  localChanges_->applyStatus(*status);
   updateSidebar();
 }
 

@@ -21,6 +21,8 @@ class AddGitIgnorePatternController : public JelvSheetController {
 
   void validate(bool force = false) override;
   void submit() override;
+  // The ignore rules decide which files are listed as changed.
+  Subdomain changedSubdomains() const override { return Subdomain::repositoryStatus(); }
 
  Q_SIGNALS:
   // The preview of the pattern now in the field is on screen.

@@ -13,6 +13,8 @@ class EditRepositoryFileController : public GitOperationSheetController {
 
   QPlainTextEdit* editor() const { return editor_; }
   void submit() override;
+  // The ignore rules decide which files are listed as changed.
+  Subdomain changedSubdomains() const override { return Subdomain::repositoryStatus(); }
 
  private:
   QString path_;

@@ -87,7 +87,16 @@ void JelvSheetController::submit() { endWithSuccess(); }
 void JelvSheetController::cancel() { endWithCancel(); }
 
 void JelvSheetController::endWithCancel() { end({JelvSheetResult::Cancel{}}, cancelCode); }
-void JelvSheetController::endWithSuccess() { end({JelvSheetResult::Success{}}, successCode); }
+void JelvSheetController::endWithSuccess() {
+  const Subdomain changed = changedSubdomains();
+  if (repository_ && repositoryLifetime_ && !changed.isEmpty()) repository_->refreshRepository(changed);
+  end({JelvSheetResult::Success{}}, successCode);
+}
+
+void JelvSheetController::setRepository(RefreshProtocol* repository, QObject* lifetime) {
+  repository_ = repository;
+  repositoryLifetime_ = lifetime;
+}
 void JelvSheetController::endWithError(const ResultError& error) { end({error}, errorCode); }
 
 void JelvSheetController::end(JelvSheetResult result, int code) {

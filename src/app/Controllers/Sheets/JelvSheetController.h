@@ -4,10 +4,13 @@
 // input on each change, shows progress while its job runs, and ends with one of three
 // results; it never shows an error itself (its opener does).
 #include <QDialog>
+#include <QPointer>
 #include <functional>
 #include <memory>
 
 #include "Controllers/Sheets/JelvSheetResult.h"
+#include "Models/Subdomain.h"
+#include "Repository/RepositoryController.h"
 
 class JobQueue;
 class QLabel;
@@ -46,6 +49,11 @@ class JelvSheetController : public QDialog {
   void endWithSuccess();
   void endWithError(const ResultError& error);
 
+  // The repository the sheet works on, if any: a sheet that ends with success asks it
+  // to read again what the sheet changed.
+  void setRepository(RefreshProtocol* repository, QObject* lifetime);
+  virtual Subdomain changedSubdomains() const { return Subdomain::none(); }
+
   // The queue of the repository window the sheet belongs to; none elsewhere.
   void setJobQueue(std::shared_ptr<JobQueue> queue) { jobQueue_ = std::move(queue); }
   std::shared_ptr<JobQueue> jobQueue() const;
@@ -72,6 +80,8 @@ class JelvSheetController : public QDialog {
   bool isOperationInProgress_ = false;
   Status status_ = Status::none;
   std::shared_ptr<JobQueue> jobQueue_;
+  RefreshProtocol* repository_ = nullptr;
+  QPointer<QObject> repositoryLifetime_;  // the repository is only asked while this lives
   QLabel* messageLabel_;
   QLabel* informativeLabel_;
   QVBoxLayout* contentLayout_;

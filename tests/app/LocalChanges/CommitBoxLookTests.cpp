@@ -159,6 +159,13 @@ TEST(CommitBoxLook, MisspeltWordsAreUnderlinedWhileSpellCheckingIsOn) {
   Preferences::shared().setEnableCommitSpellChecking(true);
   CommitBoxView box(repo.module(), queue);
   box.descriptionField()->setPlainText(QStringLiteral("This sentnce calls parseLine once."));
+  box.subjectField()->setText(QStringLiteral("Fix teh parseLine crash"));
+  const auto subjectWords = [&] {
+    QStringList words;
+    for (const WordSpan& word : box.subjectField()->misspeltWords()) words << box.subjectField()->text().mid(word.start, word.length);
+    return words;
+  };
+  EXPECT_EQ(subjectWords(), QStringList{QStringLiteral("teh")});
   const auto underlined = [&] {
     QStringList words;
     const QTextBlock block = box.descriptionField()->document()->firstBlock();
@@ -172,6 +179,14 @@ TEST(CommitBoxLook, MisspeltWordsAreUnderlinedWhileSpellCheckingIsOn) {
   box.spellCheckingAction()->trigger();
   EXPECT_FALSE(Preferences::shared().enableCommitSpellChecking());
   EXPECT_TRUE(underlined().isEmpty());
+  EXPECT_TRUE(subjectWords().isEmpty());
   box.spellCheckingAction()->trigger();
   EXPECT_EQ(underlined(), QStringList{QStringLiteral("sentnce")});
+  ASSERT_EQ(subjectWords(), QStringList{QStringLiteral("teh")});
+  box.resize(520, 260);
+  keep(box.grab().toImage(), QStringLiteral("commit-box-spelling"));
+  // A suggestion replaces the word and the underline goes with it.
+  box.subjectField()->replaceWord(box.subjectField()->misspeltWords().front(), QStringLiteral("the"));
+  EXPECT_EQ(box.subjectField()->text(), QStringLiteral("Fix the parseLine crash"));
+  EXPECT_TRUE(subjectWords().isEmpty());
 }

@@ -28,7 +28,7 @@
 
 CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
-  subject_ = new QLineEdit(this);
+  subject_ = new SpellCheckedLineEdit(this);
   subject_->setPlaceholderText(tr("Subject"));
   counter_ = new QLabel(this);
   counter_->hide();
@@ -91,8 +91,10 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
     settings.save(module_);
   });
   description_->setSpellChecking(spellChecking_->isChecked());
+  subject_->setSpellChecking(spellChecking_->isChecked());
   connect(spellChecking_, &QAction::toggled, this, [this](bool on) {
     description_->setSpellChecking(on);
+    subject_->setSpellChecking(on);
     Preferences::shared().setEnableCommitSpellChecking(on);
     PreferencesNotifier::shared().post(PreferencesNotifier::Notification::enableCommitSpellCheckingChanged);
   });

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+#include "Controls/SpellChecking/SpellCheckedLineEdit.h"
 #include "Models/CommitButtonTitle.h"
 #include "Models/CommitComposer.h"
 #include "Models/GitModule.h"
@@ -43,7 +44,7 @@ class CommitBoxView : public QWidget {
   void loadRecentMessages();
   void showRepositorySettings(bool focusIdentity = false);
 
-  QLineEdit* subjectField() const { return subject_; }
+  SpellCheckedLineEdit* subjectField() const { return subject_; }
   QPlainTextEdit* descriptionField() const;
   CommitMessageEdit* messageEditor() const { return description_; }
   QLabel* counterLabel() const { return counter_; }
@@ -81,7 +82,7 @@ class CommitBoxView : public QWidget {
   bool mergeMessageShown_ = false;
   bool busy_ = false;
   bool filling_ = false;  // the fields are set by code, not typed
-  QLineEdit* subject_;
+  SpellCheckedLineEdit* subject_;
   QLabel* counter_;
   CommitMessageEdit* description_;
   QCheckBox* amend_;

@@ -170,6 +170,14 @@ TEST(StashesTest, StashOnAMergeKeepsOneParentAndNamesFollowTheReflog) {
     EXPECT_EQ(stash->parents()[0].toString(), merge);
   }
   EXPECT_EQ(stashes[0]->sha().toString(), repo.git({"rev-parse", "stash@{0}"}).trimmed());
+
+  // A linked work tree sees the same stashes, kept in the common Git directory.
+  const QString linked = repo.path() + QStringLiteral("-linked");
+  repo.git({"worktree", "add", "-q", linked, "side"});
+  const GitModule linkedModule{linked, repo.gitDir() + QStringLiteral("/worktrees/repo-linked"), std::nullopt};
+  auto shared = GetStashesGitCommand::execute(linkedModule);
+  ASSERT_TRUE(shared.isSuccess());
+  EXPECT_EQ(shared.value().size(), 2u);
 }
 
 TEST(RevisionDetailsTest, ReadsCommitterAndWholeMessage) {

@@ -444,8 +444,8 @@ void RepositoryManagerController::showContextMenu(const QPoint& viewportPoint) {
   } else if (item && node.kind == Kind::category) {
     menu.addAction(tr("New Category Inside"), this, &RepositoryManagerController::createCategory);
     menu.addAction(tr("Rename"), this, [this, item] { tree_->editItem(item); });
-    menu.addAction(tr("Move Up"), this, [this, item] { tree_->moveCategory(item, true); }, QKeySequence(Qt::ALT | Qt::Key_Up));
-    menu.addAction(tr("Move Down"), this, [this, item] { tree_->moveCategory(item, false); }, QKeySequence(Qt::ALT | Qt::Key_Down));
+    menu.addAction(tr("Move Up"), this, [this, item] { tree_->moveCategory(item, true); })->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Up));
+    menu.addAction(tr("Move Down"), this, [this, item] { tree_->moveCategory(item, false); })->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Down));
     addMoveMenu(menu, node);
     menu.addSeparator();
     menu.addAction(tr("Delete Category…"), this, [this, node] { confirmDelete(node); });

@@ -1,5 +1,7 @@
 #include "Git/Commands/Revision/GetStashesGitCommand.h"
 
+#include <QFileInfo>
+
 #include "Git/Commands/Revision/RevisionLogStream.h"
 
 QStringList GetStashesGitCommand::arguments() {
@@ -10,6 +12,13 @@ QStringList GetStashesGitCommand::arguments() {
 }
 
 GitResult<StashRevisionList> GetStashesGitCommand::execute(const GitModule& module) {
+  // The stash list is the reflog of refs/stash: without that file there are none, and
+  // asking git would only print "bad revision" on the console. A linked work tree keeps
+  // it in the common directory, so there git is asked.
+  if (!QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("logs/refs/stash"))) &&
+      !QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("commondir")))) {
+    return StashRevisionList{};
+  }
   RevisionLogParser parser(RevisionLogParser::Format::stashes);
   auto failure = RevisionLogStream::run(module, arguments(), parser);
   if (failure) {

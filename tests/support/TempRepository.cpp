@@ -57,6 +57,12 @@ void TempRepository::writeFile(const QString& relativePath, const QByteArray& co
   file.write(content);
 }
 
+void TempRepository::writeExecutable(const QString& relativePath, const QByteArray& content) const {
+  writeFile(relativePath, content);
+  const QString full = path_ + QLatin1Char('/') + relativePath;
+  QFile::setPermissions(full, QFile::permissions(full) | QFileDevice::ExeOwner);
+}
+
 QByteArray TempRepository::readFile(const QString& relativePath) const {
   QFile file(path_ + QLatin1Char('/') + relativePath);
   if (!file.open(QIODevice::ReadOnly)) return {};

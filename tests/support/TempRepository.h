@@ -22,6 +22,8 @@ class TempRepository {
   QByteArray gitBytes(const QStringList& args, const QByteArray& input = {}) const;
 
   void writeFile(const QString& relativePath, const QByteArray& content) const;
+  // Writes the file and makes it executable for its owner (scripts, hooks).
+  void writeExecutable(const QString& relativePath, const QByteArray& content) const;
   QByteArray readFile(const QString& relativePath) const;
   void removeFile(const QString& relativePath) const;
   void stageAll() const;

@@ -14,13 +14,7 @@
 namespace {
 
 void writeHook(const TempRepository& repo, const QString& name, const QByteArray& body) {
-  const QString path = repo.gitDir() + QStringLiteral("/hooks/") + name;
-  QDir().mkpath(repo.gitDir() + QStringLiteral("/hooks"));
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write("#!/bin/sh\n" + body + "\n");
-  file.close();
-  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  repo.writeExecutable(QStringLiteral(".git/hooks/") + name, "#!/bin/sh\n" + body + "\n");
 }
 
 QByteArray rawHeadMessage(const TempRepository& repo) {

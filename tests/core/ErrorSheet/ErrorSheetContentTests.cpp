@@ -12,9 +12,7 @@ namespace {
 using Repair = ErrorSheetContent::Repair;
 
 void writeHook(const TempRepository& repo, const QString& name, const QByteArray& body) {
-  repo.writeFile(QStringLiteral(".git/hooks/") + name, "#!/bin/sh\n" + body);
-  QFile::setPermissions(repo.gitDir() + QStringLiteral("/hooks/") + name,
-                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  repo.writeExecutable(QStringLiteral(".git/hooks/") + name, "#!/bin/sh\n" + body);
 }
 
 ChangedFilePtr fileAt(const QString& path) {

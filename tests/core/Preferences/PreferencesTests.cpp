@@ -7,9 +7,10 @@
 #include <QTemporaryDir>
 #include <QThread>
 
-#include "Logging/AdvancedLogger.h"
+#include "Consts.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
+#include "support/LogCapture.h"
 #include "support/TestEnvironment.h"
 
 namespace {
@@ -33,30 +34,12 @@ class PreferencesTest : public ::testing::Test {
   Preferences& prefs = Preferences::shared();
 };
 
-QStringList logged;
-void captureLog(AdvancedLogger::Level, const QString& message) { logged << message; }
-
 }  // namespace
 
-TEST_F(PreferencesTest, EmptyStoreReadsTheRegisteredDefaults) {
-  EXPECT_EQ(prefs.commitSubjectLimitLow(), 50);
-  EXPECT_EQ(prefs.commitSubjectLimitHigh(), 70);
-  EXPECT_EQ(prefs.maxCommitCount(), 50000);
-  EXPECT_TRUE(prefs.useTopologicalCommitOrder());
-  EXPECT_EQ(prefs.popupDiffLayoutMode(), 1);
-  EXPECT_EQ(prefs.applicationUpdateChannel(), 2);
-  EXPECT_FALSE(prefs.pushAutomacicallyOnCommit());
-  // Registered defaults are not written into the store.
-  EXPECT_FALSE(prefs.contains(QStringLiteral("maxCommitCount")));
-  EXPECT_FALSE(QFile::exists(path) && QSettings(path, QSettings::IniFormat).contains(QStringLiteral("maxCommitCount")));
-
-  const auto defaults = Preferences::applicationDefaults();
-  ASSERT_EQ(defaults.size(), 50);
-  EXPECT_EQ(defaults.front().first, QStringLiteral("OldTabs"));
-  EXPECT_EQ(defaults.back().first, QStringLiteral("maxCommitCount"));
-}
-
 TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
+  // Registered defaults are read but never written into the store.
+  EXPECT_EQ(prefs.maxCommitCount(), 50000);
+  EXPECT_FALSE(prefs.contains(QStringLiteral("maxCommitCount")));
   prefs.setMaxCommitCount(1200);
   prefs.setUseTopologicalCommitOrder(false);
   prefs.setPushAutomacicallyOnCommit(true);
@@ -76,16 +59,9 @@ TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
   EXPECT_EQ(prefs.maxCommitCount(), 50000);
 }
 
-TEST_F(PreferencesTest, KeysWithoutDefaultsBeginUnset) {
-  EXPECT_EQ(prefs.diffFontName(), QStringLiteral("Menlo"));
+// Values of other types than text come back from the text file as they were written.
+TEST_F(PreferencesTest, NumbersListsAndDatesSurviveAReopen) {
   EXPECT_FALSE(prefs.diffFontSize());
-  EXPECT_FALSE(prefs.defaultSourceFolder());
-  EXPECT_FALSE(prefs.recentPatchDirectory());
-  EXPECT_FALSE(prefs.enableRemoteServiceNotifications());
-  EXPECT_FALSE(prefs.gitServiceNotificationUpdatedAt());
-  EXPECT_TRUE(prefs.recentCloneDirectories().isEmpty());
-  EXPECT_TRUE(prefs.repositorySessions().empty());
-
   prefs.setDiffFont(QStringLiteral("DejaVu Sans Mono"), 12.5);
   prefs.setEnableRemoteServiceNotifications(false);
   prefs.setRecentCloneDirectories({QStringLiteral("/a"), QStringLiteral("/b")});
@@ -112,19 +88,27 @@ TEST_F(PreferencesTest, RepositorySessionsReadTolerantly) {
   EXPECT_EQ(prefs.repositorySessions(), (std::vector<RepositorySession>{{QStringLiteral("/src/three"), false}}));
 }
 
-TEST_F(PreferencesTest, VanishedCustomGitFallsBackToTheInternalOne) {
+TEST_F(PreferencesTest, GitInstanceTypeIsReadTolerantlyAndAVanishedCustomGitFallsBackToTheInternalOne) {
+  const QString gone = dir.filePath(QStringLiteral("gone/git"));
   prefs.setValue(QStringLiteral("gitInstanceType"), 2);
-  prefs.setValue(QStringLiteral("customGitInstancePath"), dir.filePath(QStringLiteral("gone/git")));
-  logged.clear();
-  AdvancedLogger::setCaptureHook(&captureLog);
-  const GitInstanceType instance = prefs.gitInstance();
-  AdvancedLogger::setCaptureHook(nullptr);
-  EXPECT_EQ(instance, GitInstanceType::local());
-  EXPECT_TRUE(logged.contains(QStringLiteral("Can't find '%1'. Fall back to internal git instance.")
-                                  .arg(dir.filePath(QStringLiteral("gone/git")))));
+  prefs.setValue(QStringLiteral("customGitInstancePath"), gone);
+  LogCapture log;
+  EXPECT_EQ(prefs.gitInstance(), GitInstanceType::local());
+  EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Can't find '%1'. Fall back to internal git instance.").arg(gone),
+                                 QStringLiteral("Git instance changed to 'local' at '%1'").arg(Consts::Git::localGitPath())}));
   // The type is mended for good; the path the user gave stays for the preferences window.
   EXPECT_EQ(storedInFile(QStringLiteral("gitInstanceType")).toInt(), 1);
-  EXPECT_EQ(storedInFile(QStringLiteral("customGitInstancePath")).toString(), dir.filePath(QStringLiteral("gone/git")));
+  EXPECT_EQ(storedInFile(QStringLiteral("customGitInstancePath")).toString(), gone);
+
+  const std::pair<int, GitInstanceType> types[] = {
+      {0, GitInstanceType::system()}, {7, GitInstanceType::system()}, {-1, GitInstanceType::system()},
+      {3, GitInstanceType::brew()},   {2, GitInstanceType::local()},  // custom without a path
+  };
+  prefs.setValue(QStringLiteral("customGitInstancePath"), QString());
+  for (const auto& [stored, expected] : types) {
+    prefs.setValue(QStringLiteral("gitInstanceType"), stored);
+    EXPECT_EQ(prefs.gitInstance(), expected) << stored;
+  }
 }
 
 TEST_F(PreferencesTest, WritesAndNotificationsReachTheMainThread) {

@@ -2,8 +2,6 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
 #include <mutex>
 #include <thread>
 
@@ -12,59 +10,35 @@
 #include "Git/Process/GitRequest.h"
 #include "Jobs/CancelationToken.h"
 #include "Jobs/JobProgress.h"
-#include "Logging/AdvancedLogger.h"
 #include "Services/Preferences.h"
+#include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
 namespace {
-
-std::mutex logMutex;
-QStringList capturedLog;
-
-void captureLog(AdvancedLogger::Level, const QString& message) {
-  std::lock_guard lock(logMutex);
-  capturedLog << message;
-}
-
-bool logContains(const QString& text) {
-  std::lock_guard lock(logMutex);
-  for (const QString& line : capturedLog) {
-    if (line.contains(text)) return true;
-  }
-  return false;
-}
 
 // Each test starts with the system git and an empty log capture.
 class GitRequestTest : public ::testing::Test {
  protected:
   void SetUp() override {
     Preferences::shared().setGitInstance(GitInstanceType::system());
-    {
-      std::lock_guard lock(logMutex);
-      capturedLog.clear();
-    }
-    AdvancedLogger::setCaptureHook(&captureLog);
+    log.clear();
   }
   void TearDown() override {
-    AdvancedLogger::setCaptureHook(nullptr);
     Preferences::shared().setGitInstance(GitInstanceType::system());
     setPipeGroupTimeoutForTesting(10.0);
   }
 
   // A stand-in "git" for behaviours real git can't be made to show on demand.
   QString customGit(const QByteArray& body) {
-    const QString path = scripts_.path() + QStringLiteral("/bin/git-") + QString::number(++scriptCount_);
-    QDir().mkpath(scripts_.path() + QStringLiteral("/bin"));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + body + "\n");
-    file.close();
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString name = QStringLiteral("bin/git-") + QString::number(++scriptCount_);
+    scripts_.writeExecutable(name, "#!/bin/sh\n" + body + "\n");
+    const QString path = scripts_.path() + QLatin1Char('/') + name;
     Preferences::shared().setGitInstance(GitInstanceType::custom(path));
     return path;
   }
 
-  QTemporaryDir scripts_;
+  LogCapture log;
+  TempRepository scripts_{false, QStringLiteral("scripts")};
   int scriptCount_ = 0;
 };
 
@@ -89,15 +63,12 @@ TEST_F(GitRequestTest, RunsGitInTheWorkingDirectoryAndSplitsOutputFromErrors) {
   EXPECT_EQ(bad.failure->kind, GitResponseError::Kind::unknownError);
   EXPECT_EQ(bad.failure->status, 128);
   EXPECT_TRUE(bad.failure->error.contains(QStringLiteral("no-such-ref")));
-  EXPECT_TRUE(logContains(QStringLiteral("Git error 'rev-parse no-such-ref':\n")));
+  EXPECT_TRUE(log.contains(QStringLiteral("Git error 'rev-parse no-such-ref':\n")));
 
   // Suppressed logging stays quiet.
-  {
-    std::lock_guard lock(logMutex);
-    capturedLog.clear();
-  }
+  log.clear();
   GitRequest(repo.module(), {QStringLiteral("rev-parse"), QStringLiteral("nope")}).execute(true);
-  EXPECT_FALSE(logContains(QStringLiteral("Git error")));
+  EXPECT_FALSE(log.contains(QStringLiteral("Git error")));
 }
 
 TEST_F(GitRequestTest, WorkingDirectoryThatIsMissingOrAFileStartsNoProcess) {
@@ -110,7 +81,7 @@ TEST_F(GitRequestTest, WorkingDirectoryThatIsMissingOrAFileStartsNoProcess) {
     EXPECT_EQ(response.failure->kind, GitResponseError::Kind::workingDirectoryNotExists);
     EXPECT_EQ(response.failure->directory, dir);
     EXPECT_EQ(Task::launchCount, before);
-    EXPECT_TRUE(logContains(QStringLiteral("Working directory '%1' doesn't exist.").arg(dir)));
+    EXPECT_TRUE(log.contains(QStringLiteral("Working directory '%1' doesn't exist.").arg(dir)));
     const auto result = failureResult<Unit>(response);
     EXPECT_TRUE(result.isError<Error::GitWorkingDirectoryNotExists>());
   }
@@ -169,7 +140,7 @@ TEST_F(GitRequestTest, CancelingAProgressInterruptsALongRunPromptlyAndKeepsCance
   EXPECT_LT(timer.elapsed(), 5000);
   EXPECT_FALSE(response.isSuccess());
   EXPECT_EQ(progress.state(), JobProgressState::canceled);
-  EXPECT_FALSE(logContains(QStringLiteral("Git error")));
+  EXPECT_FALSE(log.contains(QStringLiteral("Git error")));
   EXPECT_TRUE(progress.output().startsWith(QStringLiteral("$ git fetch\n\n")));
 }
 
@@ -214,7 +185,7 @@ TEST_F(GitRequestTest, TokenCancelInterruptsAtOnceAndDataRunClearsTheAction) {
   canceler.join();
   EXPECT_LT(timer.elapsed(), 5000);
   EXPECT_FALSE(response.isSuccess());
-  EXPECT_FALSE(logContains(QStringLiteral("Git error")));
+  EXPECT_FALSE(log.contains(QStringLiteral("Git error")));
 }
 
 TEST_F(GitRequestTest, DataRunFeedsStdinWithoutDeadlockAndKeepsBytes) {
@@ -222,10 +193,7 @@ TEST_F(GitRequestTest, DataRunFeedsStdinWithoutDeadlockAndKeepsBytes) {
   // Blob contents with every byte value; cat-file --batch echoes while it reads.
   QByteArray blob;
   for (int i = 0; i < 256; ++i) blob.append(static_cast<char>(i));
-  QFile f(repo.path() + QStringLiteral("/bin.dat"));
-  ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-  for (int i = 0; i < 2048; ++i) f.write(blob);
-  f.close();
+  repo.writeFile(QStringLiteral("bin.dat"), blob.repeated(2048));
   const QString sha = repo.git({QStringLiteral("hash-object"), QStringLiteral("-w"), QStringLiteral("bin.dat")}).trimmed();
   QByteArray requests;
   for (int i = 0; i < 200; ++i) requests += sha.toLatin1() + '\n';
@@ -272,11 +240,11 @@ TEST_F(GitRequestTest, PipeHeldOpenAfterExitEndsWaitAfterTheGroupTimeout) {
   EXPECT_LT(timer.elapsed(), 5000);
   ASSERT_TRUE(response.isSuccess());
   EXPECT_EQ(response.errorOutput, QStringLiteral("early\n"));
-  EXPECT_TRUE(logContains(QStringLiteral("Error pipe semaphore group timeout")));
+  EXPECT_TRUE(log.contains(QStringLiteral("Error pipe semaphore group timeout")));
 
   const GitResponse both = GitRequest(std::nullopt, {}).executeWithHandlers(nullptr, nullptr);
   EXPECT_TRUE(both.isSuccess());
-  EXPECT_TRUE(logContains(QStringLiteral("Output pipe semaphore group timeout")));
+  EXPECT_TRUE(log.contains(QStringLiteral("Output pipe semaphore group timeout")));
 }
 
 TEST_F(GitRequestTest, GitEnvironmentFollowsTheRules) {
@@ -330,51 +298,26 @@ TEST_F(GitRequestTest, ShellEnvironmentAndExecutableCheck) {
   EXPECT_EQ(envValue(response.output, QStringLiteral("NO_PROMPT")), QStringLiteral("<unset>"));
   EXPECT_EQ(envValue(response.output, QStringLiteral("JelvProcessId")), QString::number(::getpid()));
 
-  QTemporaryDir dir;
+  TempRepository dir(false);
+  dir.writeFile(QStringLiteral("not-a-program"), {});
   const QString plainFile = dir.path() + QStringLiteral("/not-a-program");
-  QFile file(plainFile);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.close();
-  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
   ShellRequest notExecutable{std::nullopt, plainFile, {}};
   const ShellStringResponse refused = notExecutable.execute();
   ASSERT_FALSE(refused.isSuccess());
   EXPECT_EQ(refused.failure->kind, ShellResponseError::Kind::launchPathIsNotExecutable);
-  EXPECT_TRUE(logContains(QStringLiteral("'%1' is not executable.").arg(plainFile)));
+  EXPECT_TRUE(log.contains(QStringLiteral("'%1' is not executable.").arg(plainFile)));
 
   ShellRequest failing{std::nullopt, QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("echo no >&2; exit 4")}};
   const ShellStringResponse failed = failing.execute();
   ASSERT_FALSE(failed.isSuccess());
   EXPECT_EQ(failed.failure->status, 4);
-  EXPECT_TRUE(logContains(QStringLiteral("Shell error /bin/sh '-c echo no >&2; exit 4':\nno")));
+  EXPECT_TRUE(log.contains(QStringLiteral("Shell error /bin/sh '-c echo no >&2; exit 4':\nno")));
 
   QStringList lines;
   ShellRequest lineByLine{std::nullopt, QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("echo a; echo b")}};
   const ShellStringResponse streamed = lineByLine.executeWithHandlers([&](const QString& l) { lines << l; }, nullptr);
   EXPECT_EQ(lines, (QStringList{"a", "b"}));
   EXPECT_EQ(streamed.output, QStringLiteral("a\nb\n"));
-}
-
-TEST_F(GitRequestTest, GitInstancePreferenceMendsAVanishedCustomPath) {
-  auto& prefs = Preferences::shared();
-  prefs.setValue(QStringLiteral("gitInstanceType"), 2);
-  prefs.setValue(QStringLiteral("customGitInstancePath"), QStringLiteral("/nowhere/git"));
-  EXPECT_EQ(prefs.gitInstance(), GitInstanceType::local());
-  EXPECT_EQ(prefs.integer(QStringLiteral("gitInstanceType")), 1);
-  EXPECT_TRUE(logContains(QStringLiteral("Can't find '/nowhere/git'. Fall back to internal git instance.")));
-
-  prefs.setValue(QStringLiteral("gitInstanceType"), 2);
-  prefs.setValue(QStringLiteral("customGitInstancePath"), QString());
-  EXPECT_EQ(prefs.gitInstance(), GitInstanceType::local());
-  for (int value : {0, 7, -1}) {
-    prefs.setValue(QStringLiteral("gitInstanceType"), value);
-    EXPECT_EQ(prefs.gitInstance(), GitInstanceType::system());
-  }
-  prefs.setValue(QStringLiteral("gitInstanceType"), 3);
-  EXPECT_EQ(prefs.gitInstance(), GitInstanceType::brew());
-
-  prefs.setGitInstance(GitInstanceType::local());
-  EXPECT_TRUE(logContains(QStringLiteral("Git instance changed to 'local' at '%1'").arg(Consts::Git::localGitPath())));
 }
 
 TEST_F(GitRequestTest, GitVersionIsReadForEachInstance) {

@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "DiffFixture.h"
-#include "Logging/AdvancedLogger.h"
 #include "Models/PatchParser.h"
 #include "Models/UnifiedDiffExporter.h"
+#include "support/LogCapture.h"
 
 namespace {
-
-QStringList loggedErrors;
-void captureLog(AdvancedLogger::Level level, const QString& message) {
-  if (level == AdvancedLogger::Level::error) loggedErrors << message;
-}
 
 XChunkPtr oneLineChunk() {
   auto sub = std::make_shared<XSubChunk>();
@@ -68,13 +63,10 @@ TEST(UnifiedDiffExporter, WritesTheHeaderFromTheParsedFields) {
     EXPECT_EQ(*data, text.toUtf8());
   }
 
-  loggedErrors.clear();
-  AdvancedLogger::setCaptureHook(captureLog);
-  XFilePatch nameless = base;
-  const QString text = UnifiedDiffExporter(nameless).text();
-  AdvancedLogger::setCaptureHook(nullptr);
+  LogCapture log;
+  const QString text = UnifiedDiffExporter(base).text();
   EXPECT_TRUE(text.startsWith(QStringLiteral("new file mode 100000\ndeleted file mode 100644\n--- /dev/null\n+++ /dev/null\n@@")));
-  EXPECT_EQ(loggedErrors, QStringList{QStringLiteral("OldFileName and NewFileName in XFilePatch are not defined.")});
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("OldFileName and NewFileName in XFilePatch are not defined.")});
 
   // A lone surrogate has no UTF-8 form: no bytes rather than a replacement character.
   XFilePatch broken = base;

@@ -1,15 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "DiffFixture.h"
-#include "Logging/AdvancedLogger.h"
 #include "Models/PatchParser.h"
+#include "support/LogCapture.h"
 
 namespace {
-
-QStringList loggedErrors;
-void captureLog(AdvancedLogger::Level level, const QString& message) {
-  if (level == AdvancedLogger::Level::error) loggedErrors << message;
-}
 
 XPatchPtr parse(const QString& text, XFilePatch::Location location = XFilePatch::Location::unstaged) {
   return PatchParser().parse(text, location);
@@ -31,6 +26,16 @@ QByteArray numberedLines(int count, const QByteArray& prefix = "line ") {
   QByteArray text;
   for (int i = 1; i <= count; ++i) text += prefix + QByteArray::number(i) + '\n';
   return text;
+}
+
+// "old -> new oldmode -> newmode similarity, n chunks" with '-' for what is missing.
+QString header(const XFilePatch& file) {
+  const auto mode = [](const std::optional<FileMode>& m) { return m ? QString::number(m->rawValue) : QStringLiteral("-"); };
+  const QString similarity = file.similarity ? QStringLiteral(" %1%").arg(*file.similarity) : QString();
+  return QStringLiteral("%1 -> %2 %3 -> %4%5, %6 chunks")
+      .arg(file.oldFilepath.value_or(QStringLiteral("-")), file.newFilepath.value_or(QStringLiteral("-")), mode(file.oldFileMode),
+           mode(file.newFileMode), similarity)
+      .arg(file.chunks.size());
 }
 
 const XFilePatch* fileNamed(const XPatch& patch, const QString& name) {
@@ -125,64 +130,38 @@ TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
   repo.git({QStringLiteral("add"), QStringLiteral("-A")});
   repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("script.sh"), QStringLiteral("mode-only.sh")});
 
-  loggedErrors.clear();
-  AdvancedLogger::setCaptureHook(captureLog);
+  LogCapture log;
   const XPatchPtr patch = parse(DiffFixture::stagedDiff(repo, {QStringLiteral("-C"), QStringLiteral("--find-copies-harder")}),
                                 XFilePatch::Location::staged);
-  AdvancedLogger::setCaptureHook(nullptr);
   ASSERT_TRUE(patch);
 
+  // A binary file has no chunk lines, so no paths; the index line still gives the mode.
+  // A pure mode change prints no index line and drops out with a log line.
+  QStringList headers;
+  for (const XFilePatch& file : patch->files) {
+    EXPECT_EQ(file.location, XFilePatch::Location::staged);
+    headers << header(file);
+  }
+  headers.sort();
+  EXPECT_EQ(headers, (QStringList{"- -> - 100644 -> 100644, 0 chunks",
+                                  "- -> created.txt - -> 100644, 1 chunks",
+                                  "deleted.txt -> - 100644 -> -, 1 chunks",
+                                  "name with blank.txt -> name with blank.txt 100644 -> 100644, 1 chunks",
+                                  "renamed-old.txt -> renamed-new.txt 100644 -> 100644 94%, 1 chunks",
+                                  "script.sh -> script.sh 100644 -> 100755, 1 chunks",
+                                  "source.txt -> copy.txt 100644 -> 100644 95%, 1 chunks",
+                                  "\u00fcnic\u00f6de.txt -> \u00fcnic\u00f6de.txt 100644 -> 100644, 1 chunks"}));
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("File patch parsing failed! File index not found.")});
+
   const XFilePatch* created = fileNamed(*patch, QStringLiteral("created.txt"));
-  ASSERT_NE(created, nullptr);
-  EXPECT_FALSE(created->oldFilepath.has_value());
-  EXPECT_FALSE(created->oldFileMode.has_value());
-  EXPECT_EQ(created->newFileMode, FileMode{100644});
   EXPECT_EQ(created->oldTreeIsh, QString(40, u'0'));
-  ASSERT_EQ(created->chunks.size(), 1u);
   EXPECT_EQ(created->chunks[0]->fromStart, 0);
   EXPECT_EQ(texts(created->chunks[0]->subChunks[0]->addedLines), QStringList{"new\n"});
-  EXPECT_EQ(created->location, XFilePatch::Location::staged);
-
-  const XFilePatch* deleted = fileNamed(*patch, QStringLiteral("deleted.txt"));
-  ASSERT_NE(deleted, nullptr);
-  EXPECT_FALSE(deleted->newFilepath.has_value());
-  EXPECT_EQ(deleted->oldFileMode, FileMode{100644});
-  EXPECT_FALSE(deleted->newFileMode.has_value());
-  EXPECT_EQ(deleted->chunks[0]->subChunks[0]->removedLines.size(), 3u);
-
-  const XFilePatch* renamedFile = fileNamed(*patch, QStringLiteral("renamed-new.txt"));
-  ASSERT_NE(renamedFile, nullptr);
-  EXPECT_EQ(renamedFile->oldFilepath, QStringLiteral("renamed-old.txt"));
-  EXPECT_EQ(renamedFile->similarity, 94);
-  EXPECT_EQ(texts(renamedFile->chunks[0]->subChunks[0]->addedLines), QStringList{"line ten\n"});
-
-  const XFilePatch* copy = fileNamed(*patch, QStringLiteral("copy.txt"));
-  ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->oldFilepath, QStringLiteral("source.txt"));
-  EXPECT_EQ(copy->similarity, 95);
-
-  const XFilePatch* script = fileNamed(*patch, QStringLiteral("script.sh"));
-  ASSERT_NE(script, nullptr);
-  EXPECT_EQ(script->oldFileMode, FileMode{100644});
-  EXPECT_EQ(script->newFileMode, FileMode{100755});
-  EXPECT_EQ(texts(script->chunks[0]->subChunks[0]->addedLines), QStringList{"echo more\n"});
-
-  // No chunk lines, so no paths; the index line still gives the mode.
-  const XFilePatch* binary = nullptr;
-  for (const XFilePatch& file : patch->files) {
-    if (!file.oldFilepath && !file.newFilepath) binary = &file;
-  }
-  ASSERT_NE(binary, nullptr);
-  EXPECT_TRUE(binary->chunks.empty());
-  EXPECT_EQ(binary->oldFileMode, FileMode{100644});
-
-  EXPECT_NE(fileNamed(*patch, QStringLiteral("name with blank.txt")), nullptr);
-  EXPECT_NE(fileNamed(*patch, QStringLiteral("\u00fcnic\u00f6de.txt")), nullptr);
-
-  // A pure mode change prints no index line and drops out with a log line.
-  EXPECT_EQ(fileNamed(*patch, QStringLiteral("mode-only.sh")), nullptr);
-  EXPECT_EQ(patch->files.size(), 8u);
-  EXPECT_EQ(loggedErrors, QStringList{QStringLiteral("File patch parsing failed! File index not found.")});
+  EXPECT_EQ(fileNamed(*patch, QStringLiteral("deleted.txt"))->chunks[0]->subChunks[0]->removedLines.size(), 3u);
+  EXPECT_EQ(texts(fileNamed(*patch, QStringLiteral("renamed-new.txt"))->chunks[0]->subChunks[0]->addedLines),
+            QStringList{"line ten\n"});
+  EXPECT_EQ(texts(fileNamed(*patch, QStringLiteral("script.sh"))->chunks[0]->subChunks[0]->addedLines),
+            QStringList{"echo more\n"});
 }
 
 TEST(PatchParser, DropsAPureRenameButKeepsTheFilesAroundIt) {

@@ -1,17 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "Logging/AdvancedLogger.h"
 #include "Models/PatchTokenizer.h"
+#include "support/LogCapture.h"
 
 namespace {
 
 std::optional<std::vector<Token>> tokenize(const QString& text) {
   return PatchTokenizer::tokenize(text, PatchTokenizer::hunkHeaderExpression());
-}
-
-QStringList loggedErrors;
-void captureLog(AdvancedLogger::Level level, const QString& message) {
-  if (level == AdvancedLogger::Level::error) loggedErrors << message;
 }
 
 }  // namespace
@@ -144,9 +139,7 @@ TEST(PatchTokenizer, RejectsTheWholeTextOnABrokenHeaderLine) {
   EXPECT_TRUE(tokenize(QStringLiteral("\\") + valid).has_value());
   EXPECT_FALSE(tokenize(QStringLiteral("@@ -a +b @@\n") + valid).has_value());
 
-  loggedErrors.clear();
-  AdvancedLogger::setCaptureHook(captureLog);
+  LogCapture log;
   EXPECT_FALSE(tokenize(QStringLiteral("new file mode 10064x\n")).has_value());
-  AdvancedLogger::setCaptureHook(nullptr);
-  EXPECT_EQ(loggedErrors, QStringList{QStringLiteral("Cannot parse filemode patch header in 'new file mode 10064x'")});
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("Cannot parse filemode patch header in 'new file mode 10064x'")});
 }

@@ -57,33 +57,6 @@ TEST_F(DiscardLines, ContextInTheSelectionChangesNothing) {
   EXPECT_FALSE(selection(SelectionMode::discard, {view.text.size() + 10, view.text.size() + 20}));
 }
 
-TEST_F(DiscardLines, AroundAMissingNewlineAndInCrlfFiles) {
-  struct Row {
-    const char* name;
-    QByteArray before, after;
-    QStringList selection;
-    QByteArray expected;
-  };
-  const Row rows[] = {
-      {"restore a removed line without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\nb\nc"},
-      {"drop an added line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\n"},
-      {"drop a line added behind a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\n"},
-      {"take back the change of the last line", "a\nb\n", "a\nB", {"-b", "+B"}, "a\nb\n"},
-      {"CRLF", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"+B", "+B"}, "a\r\nc\r\nd\r\n"},
-      {"CRLF restore", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"-b", "-b"}, "a\r\nb\r\nB\r\nc\r\nd\r\n"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
-    freshRepository();
-    repo().commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
-    repo().writeFile(QStringLiteral("f"), row.after);
-    showUnstaged();
-    apply(SelectionMode::discard, span(row.selection[0], row.selection[1]));
-    EXPECT_EQ(worktree(QStringLiteral("f")), row.expected);
-    EXPECT_EQ(indexed(QStringLiteral("f")), row.before);
-  }
-}
-
 TEST_F(DiscardLines, InUntrackedDeletedAndModeChangedFiles) {
   repo().writeFile(QStringLiteral("gone.txt"), lines({"g1", "g2", "g3"}));
   repo().writeFile(QStringLiteral("all-gone.txt"), lines({"h1", "h2"}));
@@ -108,8 +81,7 @@ TEST_F(DiscardLines, InUntrackedDeletedAndModeChangedFiles) {
 
   // Discarding a line leaves the changed mode alone.
   const QString script = repo().path() + QStringLiteral("/run.sh");
-  repo().writeFile(QStringLiteral("run.sh"), lines({"echo 1", "echo 2", "echo 3"}));
-  QFile::setPermissions(script, QFile::permissions(script) | QFileDevice::ExeOwner);
+  repo().writeExecutable(QStringLiteral("run.sh"), lines({"echo 1", "echo 2", "echo 3"}));
   showUnstaged({QStringLiteral("--"), QStringLiteral("run.sh")});
   apply(SelectionMode::discard, QStringLiteral("+echo 3"));
   EXPECT_EQ(worktree(QStringLiteral("run.sh")), lines({"echo 1", "echo 2"}));

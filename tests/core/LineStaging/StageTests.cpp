@@ -76,30 +76,53 @@ TEST_F(StageLines, FirstMiddleAndLastLinesAndASelectionAcrossTwoHunks) {
   EXPECT_EQ(worktree(QStringLiteral("f")), changed);
 }
 
-TEST_F(StageLines, AroundAMissingNewlineAtTheEnd) {
+// One line selected around a file end without newline (and in CRLF files), in each
+// mode. Staging and unstaging change the index only, discarding the working tree only.
+TEST_F(LineStagingTest, AroundAMissingNewlineInEveryMode) {
   struct Row {
+    SelectionMode mode;
     const char* name;
     QByteArray before, after;
     QStringList selection;  // first and last row of the drag
-    QByteArray expected;
+    QByteArray expected;    // the index, or the working tree when discarding
   };
+  using M = SelectionMode;
   const Row rows[] = {
-      {"added line after an unselected line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\nb\nc"},
-      {"removed line without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\n"},
-      {"both", "a\nb", "a\nc", {"-b", "+c"}, "a\nc"},
-      {"lines appended to a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\nc\n"},
-      {"new last line without newline", "a\nb\n", "a\nb\nc", {"+c", "+c"}, "a\nb\nc"},
-      {"newline taken away, new line only", "a\nb\n", "a\nB", {"+B", "+B"}, "a\nb\nB"},
+      {M::stage, "added line after an unselected line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\nb\nc"},
+      {M::stage, "removed line without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\n"},
+      {M::stage, "both", "a\nb", "a\nc", {"-b", "+c"}, "a\nc"},
+      {M::stage, "lines appended to a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\nc\n"},
+      {M::stage, "new last line without newline", "a\nb\n", "a\nb\nc", {"+c", "+c"}, "a\nb\nc"},
+      {M::stage, "newline taken away, new line only", "a\nb\n", "a\nB", {"+B", "+B"}, "a\nb\nB"},
+      {M::unstage, "removed line before an unselected one, both without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\nb\nc"},
+      {M::unstage, "added line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\n"},  // "-b" stays staged
+      {M::unstage, "line added behind a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\n"},
+      {M::discard, "restore a removed line without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\nb\nc"},
+      {M::discard, "drop an added line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\n"},
+      {M::discard, "drop a line added behind a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\n"},
+      {M::discard, "take back the change of the last line", "a\nb\n", "a\nB", {"-b", "+B"}, "a\nb\n"},
+      {M::discard, "CRLF", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"+B", "+B"}, "a\r\nc\r\nd\r\n"},
+      {M::discard, "CRLF restore", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"-b", "-b"}, "a\r\nb\r\nB\r\nc\r\nd\r\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     freshRepository();
     repo().commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
     repo().writeFile(QStringLiteral("f"), row.after);
-    showUnstaged();
-    apply(SelectionMode::stage, span(row.selection[0], row.selection[1]));
-    EXPECT_EQ(indexed(QStringLiteral("f")), row.expected);
-    EXPECT_EQ(worktree(QStringLiteral("f")), row.after);
+    if (row.mode == M::unstage) {
+      repo().stageAll();
+      showStaged();
+    } else {
+      showUnstaged();
+    }
+    apply(row.mode, span(row.selection[0], row.selection[1]));
+    if (row.mode == M::discard) {
+      EXPECT_EQ(worktree(QStringLiteral("f")), row.expected);
+      EXPECT_EQ(indexed(QStringLiteral("f")), row.before);
+    } else {
+      EXPECT_EQ(indexed(QStringLiteral("f")), row.expected);
+      EXPECT_EQ(worktree(QStringLiteral("f")), row.after);
+    }
   }
 }
 
@@ -131,9 +154,7 @@ TEST_F(StageLines, InCreatedDeletedAndModeChangedFiles) {
   for (const QString& entry : indexEntries()) EXPECT_FALSE(entry.endsWith(u"all-gone.txt"));
 
   // A changed mode goes with the staged line.
-  repo().writeFile(QStringLiteral("run.sh"), lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
-  QFile::setPermissions(repo().path() + QStringLiteral("/run.sh"), QFile::permissions(repo().path() + QStringLiteral("/run.sh")) |
-                                                                        QFileDevice::ExeOwner);
+  repo().writeExecutable(QStringLiteral("run.sh"), lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
   showUnstaged({QStringLiteral("--"), QStringLiteral("run.sh")});
   ASSERT_EQ(patch->files.at(0).newFileMode, FileMode{100755});
   apply(SelectionMode::stage, QStringLiteral("+echo 3"));
@@ -195,9 +216,7 @@ TEST_F(StageLines, EveryFileSelectedWholeStagesWhatGitAddWould) {
   repo().writeFile(QStringLiteral("one-line.txt"), "changed\n");
   repo().writeFile(QStringLiteral("tail.txt"), "x\ny\nz\n");
   repo().removeFile(QStringLiteral("gone.txt"));
-  repo().writeFile(QStringLiteral("tool.sh"), "echo 2\n");
-  QFile::setPermissions(repo().path() + QStringLiteral("/tool.sh"),
-                        QFile::permissions(repo().path() + QStringLiteral("/tool.sh")) | QFileDevice::ExeOwner);
+  repo().writeExecutable(QStringLiteral("tool.sh"), "echo 2\n");
   repo().writeFile(QStringLiteral("long.txt"), lines({"one", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "twelve"}));
 
   showUnstaged();

@@ -29,7 +29,7 @@ TEST_F(UnstageLines, OneLineOfAStagedBlockAndThenTheRest) {
   EXPECT_EQ(worktree(QStringLiteral("f")), modified);
 }
 
-TEST_F(UnstageLines, AcrossTwoHunksAndAroundAMissingNewline) {
+TEST_F(UnstageLines, AcrossTwoHunksOfAFileWithoutNewlineAtTheEnd) {
   QByteArray base;
   for (int i = 1; i <= 20; ++i) base += "l" + QByteArray::number(i) + '\n';
   base.chop(1);  // no newline at the end
@@ -50,30 +50,6 @@ TEST_F(UnstageLines, AcrossTwoHunksAndAroundAMissingNewline) {
   expected.replace("l2\n", "");
   EXPECT_EQ(indexed(QStringLiteral("f")), expected);
   EXPECT_EQ(worktree(QStringLiteral("f")), changed);
-
-  struct Row {
-    const char* name;
-    QByteArray before, after;
-    QStringList selection;
-    QByteArray expected;
-  };
-  const Row rows[] = {
-      {"removed line before an unselected one, both without newline", "a\nb", "a\nc", {"-b", "-b"}, "a\nb\nc"},
-      // "-b" stays staged: only the addition leaves.
-      {"added line without newline", "a\nb", "a\nc", {"+c", "+c"}, "a\n"},
-      {"line added behind a file without newline", "a\nb", "a\nb\nc\n", {"+c", "+c"}, "a\nb\n"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
-    freshRepository();
-    repo().commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
-    repo().writeFile(QStringLiteral("f"), row.after);
-    repo().stageAll();
-    showStaged();
-    apply(SelectionMode::unstage, span(row.selection[0], row.selection[1]));
-    EXPECT_EQ(indexed(QStringLiteral("f")), row.expected);
-    EXPECT_EQ(worktree(QStringLiteral("f")), row.after);
-  }
 }
 
 TEST_F(UnstageLines, InAddedRenamedDeletedAndModeChangedFiles) {

@@ -1,15 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
-
-#include "Logging/AdvancedLogger.h"
 #include "Models/Bugtracker/GetBugtrackerDefinitions.h"
+#include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
 namespace {
-
-QStringList logged;
-void captureLog(AdvancedLogger::Level, const QString& message) { logged << message; }
 
 QStringList ruleNames(const std::vector<BugtrackerLinkDefinitionPtr>& rules) {
   QStringList names;
@@ -22,8 +17,7 @@ const QStringList gitHubRemote{QStringLiteral("git@github.com:owner/project.git"
 }  // namespace
 
 TEST(Bugtracker, ParsesSectionsCommentsAndSkipsOtherSections) {
-  logged.clear();
-  AdvancedLogger::setCaptureHook(&captureLog);
+  LogCapture log;
   const auto rules = GetBugtrackerDefinitions::parseIssues(QStringLiteral(R"rules(
 # a comment
 [core "x"]
@@ -47,13 +41,12 @@ TEST(Bugtracker, ParsesSectionsCommentsAndSkipsOtherSections) {
 	url="https://s.invalid/$1"
 )rules"),
                                                            BugtrackerLinkDefinition::Level::shared);
-  AdvancedLogger::setCaptureHook(nullptr);
   // A '#' inside the quotes keeps the rule; the invalid expression and the half rule drop out.
   EXPECT_EQ(ruleNames(rules), (QStringList{QStringLiteral("Jira=shared"), QStringLiteral("Hash=shared"),
                                            QStringLiteral("Spaced=shared")}));
-  EXPECT_TRUE(logged.contains(QStringLiteral("skip section 'x'")));
-  EXPECT_TRUE(logged.contains(QStringLiteral("Unknown section entry: 'colour'")));
-  EXPECT_TRUE(logged.contains(QStringLiteral("Cannot parse section in '[not a header'")));
+  EXPECT_TRUE(log.messages().contains(QStringLiteral("skip section 'x'")));
+  EXPECT_TRUE(log.messages().contains(QStringLiteral("Unknown section entry: 'colour'")));
+  EXPECT_TRUE(log.messages().contains(QStringLiteral("Cannot parse section in '[not a header'")));
   EXPECT_EQ(rules[0]->regexString, QStringLiteral("PROJ-(\\d+)"));
 }
 
@@ -92,10 +85,7 @@ TEST(Bugtracker, FilesOfTheRepositoryAndTheSystemRule) {
   EXPECT_TRUE(GetBugtrackerDefinitions::execute(module, true, {QStringLiteral("https://git.example.org/a/b.git")}).bugtrackers.empty());
 
   repository.writeFile(QStringLiteral(".issuetracker"), "[issuetracker \"Team\"]\n regex = \"T-(\\d+)\"\n url = \"https://t/$1\"\n");
-  QFile local(repository.gitDir() + QStringLiteral("/issuetracker"));
-  ASSERT_TRUE(local.open(QIODevice::WriteOnly));
-  local.write("[issuetracker \"Mine\"]\n regex = \"M-(\\d+)\"\n url = \"https://m/$1\"\n");
-  local.close();
+  repository.writeFile(QStringLiteral(".git/issuetracker"), "[issuetracker \"Mine\"]\n regex = \"M-(\\d+)\"\n url = \"https://m/$1\"\n");
   // Rules of the files come shared first, and the system rule is not added.
   collection = GetBugtrackerDefinitions::execute(module, true, gitHubRemote);
   EXPECT_EQ(ruleNames(collection.bugtrackers), (QStringList{QStringLiteral("Team=shared"), QStringLiteral("Mine=local")}));

@@ -98,7 +98,7 @@ TEST_F(CategoryMoveTest, DeletingACategoryLiftsItsRepositoriesAndSubCategoriesOn
   advance(100);
 
   settings->deleteRepositoryCategory(aChild);
-  EXPECT_TRUE(logged(QStringLiteral("Remove category %1.").arg(aChild)));
+  EXPECT_TRUE(log.contains(QStringLiteral("Remove category %1.").arg(aChild)));
   EXPECT_EQ(settings->getParentCategory(aGrandchild), a);
   EXPECT_EQ(rows(QStringLiteral("SELECT position FROM categories WHERE categoryId = %1").arg(aGrandchild)),
             QStringList{QString::number(clock.toSecsSinceEpoch())});

@@ -88,19 +88,14 @@ TEST(RegistryFileTest, AFileDamagedInsideAValidHeaderIsAlsoReplaced) {
   EXPECT_EQ(settings.getRepositories()[0]->name, QStringLiteral("beta"));
 }
 
-namespace {
-QStringList captured;
-}
-
 TEST(RegistryFileTest, WithoutAConnectionReadsAreEmptyAndAWriteStopsTheProcess) {
   QTemporaryDir dir;
   // A directory where the file should be: SQLite cannot open it.
   ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("db.sqlite3/inner")));
-  captured.clear();
-  AdvancedLogger::setCaptureHook([](AdvancedLogger::Level, const QString& text) { captured.append(text); });
+  LogCapture log;
   AppSettings settings(dir.path() + QStringLiteral("/db.sqlite3"));
   settings.initializeDatabase();
-  AdvancedLogger::setCaptureHook(nullptr);
+  const QStringList captured = log.messages();
 
   EXPECT_FALSE(settings.isConnected());
   ASSERT_GE(captured.size(), 2);

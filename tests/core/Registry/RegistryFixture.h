@@ -4,9 +4,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
 #include "Models/Sqlite/SqliteConnection.h"
+#include "support/LogCapture.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
@@ -14,25 +14,13 @@ inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << tex
 class RegistryTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    logLines().clear();
-    AdvancedLogger::setCaptureHook([](AdvancedLogger::Level, const QString& text) { logLines().append(text); });
     dbPath = dir.path() + QStringLiteral("/db.sqlite3");
     settings = std::make_unique<AppSettings>(dbPath);
     settings->setClock([this] { return clock; });
     settings->initializeDatabase();
     ASSERT_TRUE(settings->isConnected());
   }
-  void TearDown() override { AdvancedLogger::setCaptureHook(nullptr); }
-
-  static QStringList& logLines() {
-    static QStringList lines;
-    return lines;
-  }
-  bool logged(const QString& fragment) const {
-    for (const QString& line : logLines())
-      if (line.contains(fragment)) return true;
-    return false;
-  }
+  LogCapture log;
 
   // A second, independent connection for looking at the file as it is.
   std::unique_ptr<SqliteConnection> rawConnection() const {

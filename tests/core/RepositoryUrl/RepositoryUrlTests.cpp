@@ -1,7 +1,7 @@
 #include <QJsonObject>
 #include <gtest/gtest.h>
 
-#include "Logging/AdvancedLogger.h"
+#include "support/LogCapture.h"
 #include "Models/RepositoryUrl.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
@@ -10,17 +10,6 @@ namespace {
 
 using Kind = RemoteType::Kind;
 using Opt = std::optional<QString>;
-
-QStringList capturedLog;
-void captureLog(AdvancedLogger::Level, const QString& text) { capturedLog.append(text); }
-
-struct LogCapture {
-  LogCapture() {
-    capturedLog.clear();
-    AdvancedLogger::setCaptureHook(&captureLog);
-  }
-  ~LogCapture() { AdvancedLogger::setCaptureHook(nullptr); }
-};
 
 struct Parsed {
   const char* text;
@@ -80,7 +69,7 @@ TEST(RepositoryUrl, BreaksUpTheFormsThatRemotesUse) {
     EXPECT_EQ(url.projectName, c.projectName);
     EXPECT_EQ(url.networkProtocol, c.protocol);
     EXPECT_TRUE(url.url.has_value());
-    EXPECT_TRUE(capturedLog.isEmpty()) << capturedLog.join('\n').toStdString();
+    EXPECT_TRUE(log.messages().isEmpty()) << log.messages().join('\n').toStdString();
   }
 }
 
@@ -110,8 +99,8 @@ TEST(RepositoryUrl, TextThatIsNoUrlLeavesEmptyFieldsAndALogLine) {
                  url.urlString);
     EXPECT_EQ(url.remoteType, RemoteType::unknown());
     EXPECT_FALSE(url.cloneUrl(NetworkProtocol::https) || url.cloneUrl(NetworkProtocol::ssh) || url.webPageUrl());
-    ASSERT_EQ(capturedLog.size(), 1);
-    EXPECT_EQ(capturedLog.first(), QStringLiteral("Unknown repository url format: ") + QString::fromUtf8(text));
+    ASSERT_EQ(log.messages().size(), 1);
+    EXPECT_EQ(log.messages().first(), QStringLiteral("Unknown repository url format: ") + QString::fromUtf8(text));
   }
 }
 

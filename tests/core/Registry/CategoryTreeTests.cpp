@@ -29,27 +29,19 @@ QStringList describe(const RepositoryManagerFolderItem& section) {
 
 }  // namespace
 
-class CategoryMoveTest : public RegistryTest {
+class CategoryMoveTest : public CategoriesTest {
  protected:
   void SetUp() override {
-    RegistryTest::SetUp();
-    a = settings->createCategory(QStringLiteral("A"), std::nullopt);
-    advance(1);
-    b = settings->createCategory(QStringLiteral("B"), std::nullopt);
-    advance(1);
-    c = settings->createCategory(QStringLiteral("C"), std::nullopt);
-    advance(1);
-    aChild = settings->createCategory(QStringLiteral("A1"), a);
-    advance(1);
-    aGrandchild = settings->createCategory(QStringLiteral("A1x"), aChild);
+    CategoriesTest::SetUp();
+    aGrandchild = makeCategory(QStringLiteral("A1x"), a1);
   }
-  int64_t a = 0, b = 0, c = 0, aChild = 0, aGrandchild = 0;
+  int64_t aGrandchild = 0;
 };
 
 TEST_F(CategoryMoveTest, MovingACategoryIntoItselfOrItsDescendantsIsRefusedAndChangesNothing) {
   const QStringList before = rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId"));
   EXPECT_FALSE(settings->moveRepositoryCategory(a, a, 0));
-  EXPECT_FALSE(settings->moveRepositoryCategory(a, aChild, std::nullopt));
+  EXPECT_FALSE(settings->moveRepositoryCategory(a, a1, std::nullopt));
   EXPECT_FALSE(settings->moveRepositoryCategory(a, aGrandchild, 1));
   EXPECT_EQ(rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId")), before);
   // Moving a descendant upwards is fine.
@@ -57,15 +49,15 @@ TEST_F(CategoryMoveTest, MovingACategoryIntoItselfOrItsDescendantsIsRefusedAndCh
 }
 
 TEST_F(CategoryMoveTest, IndexZeroPutsTheMovedOneFirstAndShiftsTheSiblings) {
-  EXPECT_TRUE(settings->moveRepositoryCategory(aChild, std::nullopt, 0));
+  EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 0));
   EXPECT_EQ(rows(positionsSql(QStringLiteral("IS NULL"))),
             (QStringList{QStringLiteral("A1|0"), QStringLiteral("A|1"), QStringLiteral("B|2"), QStringLiteral("C|3")}));
   // Its own child goes with it.
-  EXPECT_EQ(settings->getParentCategory(aGrandchild), aChild);
+  EXPECT_EQ(settings->getParentCategory(aGrandchild), a1);
 }
 
 TEST_F(CategoryMoveTest, AMiddleIndexLeavesEarlierSiblingsAndAGapAtTheIndex) {
-  EXPECT_TRUE(settings->moveRepositoryCategory(aChild, std::nullopt, 2));
+  EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 2));
   EXPECT_EQ(rows(positionsSql(QStringLiteral("IS NULL"))),
             (QStringList{QStringLiteral("A|0"), QStringLiteral("B|1"), QStringLiteral("A1|2"), QStringLiteral("C|3")}));
 }
@@ -92,13 +84,13 @@ TEST_F(CategoryMoveTest, ReorderingWithinTheSameParentKeepsEveryoneOnce) {
 
 TEST_F(CategoryMoveTest, DeletingACategoryLiftsItsRepositoriesAndSubCategoriesOneLevel) {
   const auto inChild = settings->addRepository(QStringLiteral("/s/inChild"));
-  settings->moveRepository(*inChild, aChild);
+  settings->moveRepository(*inChild, a1);
   const auto inA = settings->addRepository(QStringLiteral("/s/inA"));
   settings->moveRepository(*inA, a);
   advance(100);
 
-  settings->deleteRepositoryCategory(aChild);
-  EXPECT_TRUE(log.contains(QStringLiteral("Remove category %1.").arg(aChild)));
+  settings->deleteRepositoryCategory(a1);
+  EXPECT_TRUE(log.contains(QStringLiteral("Remove category %1.").arg(a1)));
   EXPECT_EQ(settings->getParentCategory(aGrandchild), a);
   EXPECT_EQ(rows(QStringLiteral("SELECT position FROM categories WHERE categoryId = %1").arg(aGrandchild)),
             QStringList{QString::number(clock.toSecsSinceEpoch())});

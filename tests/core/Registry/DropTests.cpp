@@ -12,20 +12,11 @@ Drop::Node repository(int64_t id) { return {Kind::repository, id}; }
 const Drop::Node topLevel{Kind::repositoriesSection, 0};
 }  // namespace
 
-// Top level: A, B, C (in that order) and S, made by a scan under -1; A holds A1 and the
-// repository "in-a"; "loose" lies at the top level.
-class DropTest : public RegistryTest {
+// The categories, the repository "in-a" inside A and "loose" at the top level.
+class DropTest : public CategoriesTest {
  protected:
   void SetUp() override {
-    RegistryTest::SetUp();
-    a = settings->createCategory(QStringLiteral("A"), std::nullopt);
-    advance(1);
-    b = settings->createCategory(QStringLiteral("B"), std::nullopt);
-    advance(1);
-    c = settings->createCategory(QStringLiteral("C"), std::nullopt);
-    advance(1);
-    a1 = settings->createCategory(QStringLiteral("A1"), a);
-    advance(1);
+    CategoriesTest::SetUp();
     inA = *settings->addRepository(QStringLiteral("/work/in-a"));
     settings->moveRepository(inA, a);
     loose = *settings->addRepository(QStringLiteral("/work/loose"));
@@ -46,7 +37,7 @@ class DropTest : public RegistryTest {
     return std::nullopt;
   }
 
-  int64_t a = 0, b = 0, c = 0, a1 = 0, inA = 0, loose = 0;
+  int64_t inA = 0, loose = 0;
 };
 
 TEST_F(DropTest, DroppingACategoryAboveOrBelowASiblingReordersTheTopLevel) {

@@ -51,3 +51,22 @@ class RegistryTest : public ::testing::Test {
   QDateTime clock = QDateTime(QDate(2024, 3, 1), QTime(12, 0), Qt::UTC);
   std::unique_ptr<AppSettings> settings;
 };
+
+// Top-level categories A, B and C, made in that order a second apart, and A1 inside A.
+class CategoriesTest : public RegistryTest {
+ protected:
+  void SetUp() override {
+    RegistryTest::SetUp();
+    a = makeCategory(QStringLiteral("A"));
+    b = makeCategory(QStringLiteral("B"));
+    c = makeCategory(QStringLiteral("C"));
+    a1 = makeCategory(QStringLiteral("A1"), a);
+  }
+  int64_t makeCategory(const QString& name, std::optional<int64_t> parent = std::nullopt) {
+    const int64_t id = settings->createCategory(name, parent);
+    advance(1);
+    return id;
+  }
+
+  int64_t a = 0, b = 0, c = 0, a1 = 0;
+};

@@ -34,7 +34,9 @@ void RepositoryController::refreshRepository(Subdomain changed) {
 
 void RepositoryController::refreshChangedFiles(const QStringList& paths) {
   if (paths.isEmpty()) return;
-  if (!gitModule_ || !repositoryStatus_) {
+  // A refresh in flight may have read the status before the change and would store it
+  // after this read; restarting it reads everything after the change instead.
+  if (!gitModule_ || !repositoryStatus_ || isRefreshing()) {
     refreshStatus();
     return;
   }

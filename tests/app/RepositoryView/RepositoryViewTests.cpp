@@ -57,6 +57,7 @@ TEST(RepositoryView, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
   view.show();
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
 
+  EXPECT_EQ(view.localChangesView()->diffPane()->message(), QStringLiteral("No local changes"));
   auto* model = view.commitList()->commitModel();
   EXPECT_EQ(model->rowCount(), 4);
   EXPECT_EQ(model->revision(0)->message(), QStringLiteral("Merge topic"));

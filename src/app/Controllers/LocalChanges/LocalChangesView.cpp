@@ -183,7 +183,8 @@ void LocalChangesView::setFiles(const ChangedFileList& files) {
   if (commitBox_->isAmending()) return;
   const bool same = std::equal(files.begin(), files.end(), files_.begin(), files_.end(),
                                [](const ChangedFilePtr& a, const ChangedFilePtr& b) { return *a == *b; });
-  if (!same) showFiles(files);
+  // The first list is shown even when empty: it says "No local changes".
+  if (!same || !filesShown_) showFiles(files);
 }
 
 ChangedFileList LocalChangesView::selection(FileListView* list) const { return list->selectedFiles(); }
@@ -306,6 +307,7 @@ void LocalChangesView::repositoryRefreshEnded() {
 
 void LocalChangesView::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
   files_ = files;
+  filesShown_ = true;
   ChangedFileList unstaged;
   ChangedFileList staged;
   for (const auto& file : files) {

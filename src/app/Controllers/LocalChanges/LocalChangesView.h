@@ -119,6 +119,7 @@ class LocalChangesView : public QWidget {
   ChangedFilePtr diffFile_;
   ChangedFilePtr shownFile_;  // the file whose diff is on screen
   ChangedFileList files_;
+  bool filesShown_ = false;
   QPointer<RepositoryController> repository_;
   // What the page asked the repository for and waits to see arrive.
   enum class Awaiting { nothing, status, paths } awaiting_ = Awaiting::nothing;

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QThread>
 #include <atomic>
 #include <latch>
 #include <set>
+#include <sys/stat.h>
 #include <thread>
 
 #include "Git/Process/GitRequest.h"
@@ -175,6 +177,29 @@ TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {
   ASSERT_TRUE(queue.waitForDone(20000));
   EXPECT_TRUE(stoppedEarly);
   EXPECT_EQ(job->progress().state(), JobProgressState::canceled);
+}
+
+TEST(JobQueue, ACancelAtAnyMomentAroundTheLaunchStopsTheGit) {
+  // git blocks opening a FIFO nobody writes, without children of its own: only the
+  // interrupt ends it. The cancel lands before, during or after the child's start.
+  TempRepository repository;
+  const QString fifo = repository.path() + QStringLiteral("/blocked");
+  ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+  for (int delayMs = 0; delayMs < 8; ++delayMs) {
+    JobQueue queue;
+    auto job = makeJob(QStringLiteral("Blocked"), [&](JobProgress& p) {
+      GitRequest(repository.module(), {QStringLiteral("config"), QStringLiteral("--file"), fifo, QStringLiteral("--list")})
+          .executeWithProgress(p);
+    });
+    queue.schedule(job);
+    QThread::msleep(delayMs);
+    queue.cancelAllTasks();
+    if (!queue.waitForDone(10000)) {
+      QFile(fifo).open(QIODevice::WriteOnly);  // lets the stuck git go before failing
+      FAIL() << "the cancel was lost with a delay of " << delayMs << " ms";
+    }
+    EXPECT_EQ(job->progress().state(), JobProgressState::canceled) << "delay " << delayMs;
+  }
 }
 
 TEST(JobQueue, ClosingTheQueueCancelsAndWaitsForItsJobs) {

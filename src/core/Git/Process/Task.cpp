@@ -139,8 +139,12 @@ bool Task::launch(QString* error) {
 
   ++launchCount;
   if (auto observer = launchObserver.load()) observer(arguments);
-  pid_ = pid;
-  reaped_ = false;
+  {
+    // A cancel on another thread may already ask isRunning() or interrupt().
+    std::lock_guard lock(reapLock_);
+    pid_ = pid;
+    reaped_ = false;
+  }
   closeFd(inPipe[0]);
   closeFd(outPipe[1]);
   closeFd(errPipe[1]);

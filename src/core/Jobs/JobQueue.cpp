@@ -27,8 +27,11 @@ void JobQueue::schedule(const std::shared_ptr<Job>& job) {
     ++runningThreads_;
   }
   // Jobs of one queue all run at once: a job that waits on a remote must not hold up a refresh.
-  std::thread([this, job] {
-    runJob(job);
+  std::thread([this, owned = job]() mutable {
+    runJob(owned);
+    // Let go of the job before counting down: once the queue reads 0, no worker may still
+    // be destroying a job (and what its action captured) behind the waiter's back.
+    owned.reset();
     std::lock_guard lock(threadsLock_);
     --runningThreads_;
     // Notified under the lock: once the count reads 0 the queue may be gone.

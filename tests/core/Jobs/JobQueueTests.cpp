@@ -215,3 +215,25 @@ TEST(JobQueue, ClosingTheQueueCancelsAndWaitsForItsJobs) {
   EXPECT_EQ(job->status(), Job::Status::finished);
   EXPECT_EQ(job->progress().state(), JobProgressState::canceled);
 }
+
+TEST(JobQueue, AJobOutOfTheHistoryIsGoneWhenTheWaitEnds) {
+  // Slow to destroy, so a destruction still under way on the worker would show.
+  struct SlowToDestroy {
+    std::atomic<bool>& destroyed;
+    ~SlowToDestroy() {
+      QThread::msleep(300);
+      destroyed = true;
+    }
+  };
+  std::atomic<bool> destroyed = false;
+  std::latch release(1);
+  JobQueue queue;
+  queue.schedule(makeJob(QStringLiteral("Slow"), [held = std::make_shared<SlowToDestroy>(destroyed), &release](JobProgress&) {
+    release.wait();
+  }));
+  // Pushes the first job out of the history: only its worker holds it now.
+  for (int i = 1; i < JobQueue::userJobsMaxSize; ++i) queue.schedule(makeJob(QStringLiteral("job %1").arg(i)));
+  release.count_down();
+  ASSERT_TRUE(queue.waitForDone(5000));
+  EXPECT_TRUE(destroyed);
+}

@@ -11,6 +11,7 @@
 #include "Git/Commands/RepositoryStatus/GetRepositoryStatusGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
+#include "Jobs/QueuedCall.h"
 #include "Logging/AdvancedLogger.h"
 #include "Repository/RepositoryController.h"
 
@@ -82,12 +83,10 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
   // Runs `work` on the main thread unless the controller is gone or a newer refresh
   // canceled this one (cancel and the check both happen on the main thread).
   auto post = [&](std::function<void(RepositoryController&)> work) {
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [guard, sharedProgress, ticket = group->enter(), work = std::move(work)] {
-          if (guard && !sharedProgress->isCanceled()) work(*guard);
-        },
-        Qt::QueuedConnection);
+    postQueuedCall(QCoreApplication::instance(),
+                   [guard, sharedProgress, ticket = group->enter(), work = std::move(work)] {
+                     if (guard && !sharedProgress->isCanceled()) work(*guard);
+                   });
   };
 
   RepositoryDataPtr data = in.data;
@@ -159,12 +158,9 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
     progress.setState(failed ? JobProgressState::failed : JobProgressState::succeeded);
   }
   // Always handed over, canceled or not: the controller forgets only its own active job.
-  QMetaObject::invokeMethod(
-      QCoreApplication::instance(),
-      [guard, job, ticket = group->enter()] {
-        if (guard) guard->finishRefresh(job.get());
-      },
-      Qt::QueuedConnection);
+  postQueuedCall(QCoreApplication::instance(), [guard, job, ticket = group->enter()] {
+    if (guard) guard->finishRefresh(job.get());
+  });
   group->wait(progress);
 }
 

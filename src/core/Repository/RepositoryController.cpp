@@ -8,6 +8,7 @@
 #include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
+#include "Jobs/QueuedCall.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/StagingRefresh.h"
 
@@ -48,24 +49,21 @@ void RepositoryController::refreshChangedFiles(const QStringList& paths) {
   queue_->schedule(Job::make(QStringLiteral("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
                              [self, module, paths, submodules, hideUntracked, showIgnored](JobProgress&) {
                                auto fresh = GetPathsStatusGitCommand::execute(module, paths, submodules, hideUntracked, showIgnored);
-                               QMetaObject::invokeMethod(
-                                   QCoreApplication::instance(),
-                                   [self, paths, fresh] {
-                                     if (!self) return;
-                                     // A full read in flight or waiting will bring these paths too.
-                                     if (!fresh || !self->repositoryStatus_) {
-                                       if (!fresh) LOG_WARNING(QStringLiteral("Refresh of changed files failed: %1").arg(describe(fresh.error())));
-                                       self->refreshStatus();
-                                       return;
-                                     }
-                                     auto status = std::make_shared<RepositoryStatus>(*self->repositoryStatus_);
-                                     const auto before = static_cast<int>(status->changedFiles.size());
-                                     status->changedFiles = StagingRefresh::merged(status->changedFiles, paths, fresh.value());
-                                     // The count includes entries beyond a cut list.
-                                     status->changedFilesCount += static_cast<int>(status->changedFiles.size()) - before;
-                                     self->storeRepositoryStatus(std::move(status));
-                                   },
-                                   Qt::QueuedConnection);
+                               postQueuedCall(QCoreApplication::instance(), [self, paths, fresh] {
+                                 if (!self) return;
+                                 // A full read in flight or waiting will bring these paths too.
+                                 if (!fresh || !self->repositoryStatus_) {
+                                   if (!fresh) LOG_WARNING(QStringLiteral("Refresh of changed files failed: %1").arg(describe(fresh.error())));
+                                   self->refreshStatus();
+                                   return;
+                                 }
+                                 auto status = std::make_shared<RepositoryStatus>(*self->repositoryStatus_);
+                                 const auto before = static_cast<int>(status->changedFiles.size());
+                                 status->changedFiles = StagingRefresh::merged(status->changedFiles, paths, fresh.value());
+                                 // The count includes entries beyond a cut list.
+                                 status->changedFilesCount += static_cast<int>(status->changedFiles.size()) - before;
+                                 self->storeRepositoryStatus(std::move(status));
+                               });
                              }));
 }
 

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -286,14 +285,12 @@ TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
   const int row = rowOf(text, QStringLiteral("added"));
   ASSERT_GE(row, 0);
 
-  QFile lock(repo.gitDir() + QStringLiteral("/index.lock"));
-  ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
-  lock.close();
+  repo.writeFile(QStringLiteral(".git/index.lock"), {});
   dragInGutter(text, row, row);
   applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
   EXPECT_TRUE(view->findChildren<ErrorWindowController*>().isEmpty());
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 6));
-  ASSERT_TRUE(lock.remove());
+  repo.removeFile(QStringLiteral(".git/index.lock"));
 
   // The index changes behind the view: its hunk's context is gone.
   repo.writeFile(QStringLiteral("other.txt"), numbered(1, 6).replace("line 2\n", "other\n"));

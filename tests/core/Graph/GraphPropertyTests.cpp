@@ -89,10 +89,6 @@ Generated generate(std::mt19937& random, int commits) {
   return result;
 }
 
-struct Outcome {
-  std::vector<GraphInfo> rows;
-};
-
 void checkRow(const RevisionGraph& graph, const std::vector<GraphInfo>& rows, int r, const std::map<Sha, int>& rowOf) {
   SCOPED_TRACE(QStringLiteral("row %1").arg(r).toStdString());
   const GraphInfo& info = rows[static_cast<size_t>(r)];

@@ -4,13 +4,16 @@
 #include <QMap>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
+#include "Controls/Diff/CommitDiffTextView.h"
 #include "Controls/Diff/DiffTextView.h"
+#include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "Services/Preferences.h"
@@ -59,6 +62,28 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   EXPECT_GT(view.diffView()->rows().size(), withContext);
   prefs.remove(QStringLiteral("diffShowEntireFile"));
   prefs.remove(QStringLiteral("contextSize"));
+
+  // The commit's diff goes side by side on its own choice; the staging diff keeps its own.
+  FileDiffView* pane = view.diffPane();
+  ASSERT_FALSE(pane->isSideBySide());
+  pane->layoutButton()->click();
+  EXPECT_EQ(prefs.revisionDiffLayoutMode(), 1);
+  EXPECT_EQ(prefs.commitDiffLayoutMode(), 0);
+  EXPECT_TRUE(pane->leftView()->isVisibleTo(pane));
+  EXPECT_TRUE(pane->leftView()->toPlainText().contains(QStringLiteral("line 10")));
+  EXPECT_TRUE(pane->rightView()->toPlainText().contains(QStringLiteral("line ten")));
+  EXPECT_FALSE(pane->rightView()->toPlainText().contains(QStringLiteral("line 10\n")));
+  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/history-side-by-side.png"));
+  }
+  // Only read: the keys find no hunk to stage.
+  pane->rightView()->goToHunk(1);
+  EXPECT_FALSE(pane->rightView()->activeChunk());
+  pane->layoutButton()->click();
+  EXPECT_EQ(prefs.revisionDiffLayoutMode(), 0);
+  EXPECT_TRUE(view.diffView()->isVisibleTo(pane));
+  EXPECT_FALSE(view.diffView()->rows().empty());
+  prefs.remove(QStringLiteral("revisionDiffLayoutMode"));
 
   // A lower commit count reads the history again.
   prefs.setValue(QStringLiteral("maxCommitCount"), 1);

@@ -157,7 +157,13 @@ qint64 CommitDiffTextView::selectedChangedLines(const Range& range) const {
   return count;
 }
 
+void CommitDiffTextView::setOperationsEnabled(bool on) {
+  operations_ = on;
+  if (!on) setActiveChunk(std::nullopt);
+}
+
 void CommitDiffTextView::setActiveChunk(std::optional<CommitDiffTextViewChunk> chunk) {
+  if (!operations_) chunk.reset();
   if (chunk == activeChunk_) return;
   const bool targetChanged = !chunk || !activeChunk_ || chunk->range != activeChunk_->range ||
                              chunk->manualSelection != activeChunk_->manualSelection;

@@ -32,6 +32,8 @@ class CommitDiffTextView : public QPlainTextEdit {
   // Shows a new document and clears the target. A staged file is unstaged by the bar;
   // an unstaged one is staged or discarded.
   void showPatch(PatchView::Document document, Numbers numbers, bool staged);
+  // Off for a diff that is only read: no stage bar, no target for the keys.
+  void setOperationsEnabled(bool on);
   const PatchView::Document& patch() const { return patch_; }
   bool isStaged() const { return staged_; }
 
@@ -89,6 +91,7 @@ class CommitDiffTextView : public QPlainTextEdit {
   std::vector<PatchView::Range> wordSpans_;
   Numbers numbers_ = Numbers::oldAndNew;
   bool staged_ = false;
+  bool operations_ = true;
   std::optional<CommitDiffTextViewChunk> activeChunk_;
   std::optional<QPoint> lastMouseLocation_;
   DiffSelectionPopoverController* stageBar_;

@@ -47,12 +47,7 @@ FileDiffView::FileDiffView(Mode mode, QWidget* parent) : QWidget(parent), mode_(
     imageLayout->addWidget(label, 1);
   }
 
-  if (mode_ == Mode::staging) {
-    textPage_ = buildStagingPage();
-  } else {
-    text_ = new DiffTextView(this);
-    textPage_ = text_;
-  }
+  textPage_ = buildTextPage();
   stack_ = new QStackedWidget(this);
   stack_->addWidget(messagePage_);
   stack_->addWidget(imagePage_);
@@ -62,7 +57,11 @@ FileDiffView::FileDiffView(Mode mode, QWidget* parent) : QWidget(parent), mode_(
   layout->addWidget(stack_);
 }
 
-QWidget* FileDiffView::buildStagingPage() {
+QString FileDiffView::layoutKey() const {
+  return mode_ == Mode::staging ? QStringLiteral("commitDiffLayoutMode") : QStringLiteral("revisionDiffLayoutMode");
+}
+
+QWidget* FileDiffView::buildTextPage() {
   auto* page = new QWidget(this);
   title_ = new QLabel(page);
   title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -73,16 +72,27 @@ QWidget* FileDiffView::buildStagingPage() {
   layoutButton_->setChecked(isSideBySide());
   connect(layoutButton_, &QToolButton::toggled, this, &FileDiffView::setSideBySide);
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
-    if (key == QStringLiteral("commitDiffLayoutMode")) applyLayout();
+    if (key == layoutKey()) applyLayout();
   });
   auto* header = new QHBoxLayout;
   header->setContentsMargins(6, 3, 6, 3);
   header->addWidget(title_, 1);
   header->addWidget(layoutButton_);
 
-  unified_ = new CommitDiffTextView(page);
+  // A commit's diff is only read: the unified text is the plain diff view, and the two
+  // sides stage nothing.
+  QWidget* unifiedPage = nullptr;
+  if (mode_ == Mode::staging) {
+    unified_ = new CommitDiffTextView(page);
+    unifiedPage = unified_;
+  } else {
+    text_ = new DiffTextView(page);
+    unifiedPage = text_;
+  }
   left_ = new CommitDiffTextView(page);
   right_ = new CommitDiffTextView(page);
+  left_->setOperationsEnabled(mode_ == Mode::staging);
+  right_->setOperationsEnabled(mode_ == Mode::staging);
   auto* sides = new QSplitter(Qt::Horizontal, page);
   sides->addWidget(left_);
   sides->addWidget(right_);
@@ -93,11 +103,12 @@ QWidget* FileDiffView::buildStagingPage() {
   connect(left_->horizontalScrollBar(), &QScrollBar::valueChanged, right_->horizontalScrollBar(), &QScrollBar::setValue);
   connect(right_->horizontalScrollBar(), &QScrollBar::valueChanged, left_->horizontalScrollBar(), &QScrollBar::setValue);
   for (CommitDiffTextView* view : {unified_, left_, right_}) {
+    if (!view || mode_ != Mode::staging) continue;
     connect(view, &CommitDiffTextView::toggleStageRequested, this, [this, view] { requestApply(view, false); });
     connect(view, &CommitDiffTextView::discardRequested, this, [this, view] { requestApply(view, true); });
   }
   layouts_ = new QStackedWidget(page);
-  layouts_->addWidget(unified_);
+  layouts_->addWidget(unifiedPage);
   layouts_->addWidget(sideBySidePage_);
 
   auto* layout = new QVBoxLayout(page);
@@ -108,12 +119,12 @@ QWidget* FileDiffView::buildStagingPage() {
   return page;
 }
 
-bool FileDiffView::isSideBySide() const { return Preferences::shared().commitDiffLayoutMode() == sideBySideLayout; }
+bool FileDiffView::isSideBySide() const { return Preferences::shared().integer(layoutKey()) == sideBySideLayout; }
 
 void FileDiffView::setSideBySide(bool sideBySide) {
   if (sideBySide != isSideBySide()) {
     // The write reaches applyLayout through the notifier, as one from elsewhere would.
-    Preferences::shared().setCommitDiffLayoutMode(sideBySide ? sideBySideLayout : unifiedLayout);
+    Preferences::shared().setValue(layoutKey(), sideBySide ? sideBySideLayout : unifiedLayout);
     PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffLayoutModeChanged);
     return;
   }
@@ -152,13 +163,9 @@ void FileDiffView::showContent(DiffContent content, const ChangedFilePtr& file, 
     patch_.reset();
     stack_->setCurrentWidget(imagePage_);
   } else if (content.isText()) {
-    if (mode_ == Mode::staging) {
-      patch_ = content.patch;
-      file_ = file;
-      layOut(keepPosition && stack_->currentWidget() == textPage_);
-    } else {
-      text_->setRows(std::move(content.rows));
-    }
+    patch_ = content.patch;
+    file_ = file;
+    layOut(keepPosition && stack_->currentWidget() == textPage_, std::move(content.rows));
     stack_->setCurrentWidget(textPage_);
   } else {
     showMessage(content.message);
@@ -166,12 +173,28 @@ void FileDiffView::showContent(DiffContent content, const ChangedFilePtr& file, 
   }
 }
 
-void FileDiffView::layOut(bool keepPosition) {
+void FileDiffView::layOut(bool keepPosition, std::optional<std::vector<UnifiedDiffRow>> rows) {
   const bool staged = file_ && file_->staged;
   const XFilePatch& file = patch_->files.front();
   title_->setText(PatchViewBuilder::fileTitle(file) + (staged ? tr("  (staged)") : QString()));
   const bool sideBySide = isSideBySide();
   shownSideBySide_ = sideBySide;
+  if (mode_ == Mode::readOnly) {
+    if (sideBySide) {
+      PatchViewBuilder::SideBySide documents = PatchViewBuilder::sideBySide(patch_);
+      left_->showPatch(std::move(documents.left), CommitDiffTextView::Numbers::oldOnly, false);
+      right_->showPatch(std::move(documents.right), CommitDiffTextView::Numbers::newOnly, false);
+      text_->setRows({});
+      layouts_->setCurrentWidget(sideBySidePage_);
+    } else {
+      // The rows come made from the job; a switch of layout makes them here.
+      text_->setRows(rows ? std::move(*rows) : unifiedDiffRows(file));
+      left_->showPatch({}, CommitDiffTextView::Numbers::oldOnly, false);
+      right_->showPatch({}, CommitDiffTextView::Numbers::newOnly, false);
+      layouts_->setCurrentWidget(text_);
+    }
+    return;
+  }
   CommitDiffTextView* main = sideBySide ? left_ : unified_;
   const int scroll = main->verticalScrollBar()->value();
   const int cursor = main->textCursor().position();

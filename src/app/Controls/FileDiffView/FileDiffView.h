@@ -4,6 +4,8 @@
 // laid out from the patch's view tree, unified or side by side, and the stage bar's
 // actions come out as selection patches for the owner to apply.
 #include <QWidget>
+#include <optional>
+#include <vector>
 
 #include "Controls/Diff/DiffContent.h"
 #include "Models/ChangedFile.h"
@@ -27,7 +29,8 @@ class FileDiffView : public QWidget {
   // again after a change to it) the scroll position and the text cursor stay.
   void showContent(DiffContent content, const ChangedFilePtr& file = {}, bool keepPosition = false);
 
-  // The layout of the staging form, kept in the preferences.
+  // Unified or side by side, kept in the preferences: one choice for the staging form,
+  // one for the diffs of commits.
   bool isSideBySide() const;
   void setSideBySide(bool sideBySide);
 
@@ -51,8 +54,9 @@ class FileDiffView : public QWidget {
   void selectionApplyRequested(XPatchPtr patch, SelectionMode mode);
 
  private:
-  QWidget* buildStagingPage();
-  void layOut(bool keepPosition);
+  QWidget* buildTextPage();
+  QString layoutKey() const;
+  void layOut(bool keepPosition, std::optional<std::vector<UnifiedDiffRow>> rows = std::nullopt);
   // Follows the stored layout, which the toggle or the preferences window may change.
   void applyLayout();
   void requestApply(CommitDiffTextView* view, bool discard);
@@ -67,7 +71,6 @@ class FileDiffView : public QWidget {
   QLabel* newImage_;
   QWidget* textPage_ = nullptr;
   DiffTextView* text_ = nullptr;
-  // The staging form.
   QLabel* title_ = nullptr;
   QToolButton* layoutButton_ = nullptr;
   QStackedWidget* layouts_ = nullptr;

@@ -51,7 +51,7 @@ void RepositoryController::refreshChangedFiles(const QStringList& paths) {
                                auto fresh = GetPathsStatusGitCommand::execute(module, paths, submodules, hideUntracked, showIgnored);
                                postQueuedCall(QCoreApplication::instance(), [self, paths, fresh] {
                                  if (!self) return;
-                                 // A full read in flight or waiting will bring these paths too.
+                                 // A failed read, or no status to merge into: the whole status is read.
                                  if (!fresh || !self->repositoryStatus_) {
                                    if (!fresh) LOG_WARNING(QStringLiteral("Refresh of changed files failed: %1").arg(describe(fresh.error())));
                                    self->refreshStatus();

@@ -78,12 +78,6 @@ class RepositoryStateReadTest : public ::testing::Test {
   TempRepository repo;
 };
 
-TEST_F(RepositoryStateReadTest, CleanRepositoryIsOk) {
-  repo.commitFile(L("a"), "a\n", L("a"));
-  EXPECT_TRUE(state().is<S::Ok>());
-  EXPECT_FALSE(RepositoryStateNotification::make(state()));
-}
-
 TEST_F(RepositoryStateReadTest, MergeWithConflictsThenResolved) {
   divergedBranches();
   const QString mainSha = sha("main");
@@ -301,8 +295,10 @@ TEST_F(RepositoryStateReadTest, BisectBeforeAndAfterTheFirstMarks) {
   EXPECT_EQ(RepositoryStateNotification::make(marked)->mainAction, L("Good"));
 }
 
-TEST_F(RepositoryStateReadTest, RecordsItsStopwatchAndFailsOutsideARepository) {
+TEST_F(RepositoryStateReadTest, CleanRepositoryIsOkWithAStopwatchAndAPlainFolderFails) {
   repo.commitFile(L("a"), "a\n", L("a"));
+  EXPECT_TRUE(state().is<S::Ok>());
+  EXPECT_FALSE(RepositoryStateNotification::make(state()));
   JobProgress progress;
   ASSERT_TRUE(GetRepositoryStateGitCommand::execute(repo.module(), {}, &progress).isSuccess());
   QStringList names;

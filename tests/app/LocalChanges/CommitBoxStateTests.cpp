@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -110,6 +111,34 @@ TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
   EXPECT_EQ(lastMessage(repo), QStringLiteral("Squash topic"));
   EXPECT_EQ(repo.git({QStringLiteral("show"), QStringLiteral("--name-only"), QStringLiteral("--format=")}).trimmed(),
             QStringLiteral("b.txt"));
+}
+
+// A cherry-pick of two commits stops at a conflict on the first; once that is resolved and
+// committed the button continues with the second.
+TEST(CommitBox, ContinueCherryPickAppliesTheRemainingCommits) {
+  TempRepository repo;
+  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("base"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
+  repo.commitFile(QStringLiteral("a.txt"), "topic\n", QStringLiteral("Topic edits a"));
+  repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("Topic adds b"));
+  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  repo.commitFile(QStringLiteral("a.txt"), "main\n", QStringLiteral("Main edits a"));
+  repo.git({QStringLiteral("cherry-pick"), QStringLiteral("main..topic")}, true);  // stops on a.txt
+  repo.writeFile(QStringLiteral("a.txt"), "both\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
+  repo.git({QStringLiteral("-c"), QStringLiteral("core.editor=true"), QStringLiteral("commit"), QStringLiteral("--no-edit")});
+
+  auto queue = std::make_shared<JobQueue>();
+  LocalChangesView view(repo.module(), queue);
+  view.show();
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  CommitBoxView* box = view.commitBox();
+  ASSERT_EQ(box->commitButton()->text(), QStringLiteral("Continue Cherry-Pick"));
+  ASSERT_TRUE(box->commitButton()->isEnabled());
+  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
+  EXPECT_EQ(lastMessage(repo), QStringLiteral("Topic adds b"));
+  EXPECT_FALSE(QFile::exists(repo.gitDir() + QStringLiteral("/sequencer")));
+  EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Commit"));
 }
 
 // Without an identity the commit fails; the error sheet's repair opens the repository

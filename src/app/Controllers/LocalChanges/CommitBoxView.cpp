@@ -19,6 +19,7 @@
 #include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Controls/SpellChecking/SpellChecker.h"
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
+#include "Git/Commands/WorkingDirectory/ContinueCherryPickGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/RepositoryState.h"
@@ -185,19 +186,49 @@ void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::
   updateButton();
 }
 
-void CommitBoxView::updateButton() {
+CommitButtonTitle CommitBoxView::buttonTitle() const {
   CommitButtonInput input;
   input.phase = phase_;
   input.amend = composer_.amend();
   input.stagedFilesCount = stagedCount_;
-  const CommitButtonTitle title = commitButtonTitle(input);
+  return commitButtonTitle(input);
+}
+
+void CommitBoxView::updateButton() {
+  const CommitButtonTitle title = buttonTitle();
   commitButton_->setText(title.text);
-  // Continuing a rebase or a cherry-pick is not run from here yet.
-  const bool commits = title.action == CommitButtonAction::commit || title.action == CommitButtonAction::amendLastCommit ||
-                       title.action == CommitButtonAction::squashCommits;
+  if (title.action == CommitButtonAction::continueCherryPick) {
+    // The picks go on with their own messages: the fields are not needed.
+    commitButton_->setToolTip(tr("Apply the remaining commits of the cherry-pick"));
+    commitButton_->setEnabled(!busy_);
+    return;
+  }
+  // Continuing a rebase waits for the rebase sheet, which answers git's questions.
+  const bool commits = title.action != CommitButtonAction::continueRebase;
   commitButton_->setToolTip(commits ? QString() : tr("Continue from the command line for now"));
   commitButton_->setEnabled(commits && !busy_ && (stagedCount_ > 0 || composer_.amend()) &&
                             !subject_->text().trimmed().isEmpty());
+}
+
+void CommitBoxView::continueCherryPick() {
+  busy_ = true;
+  updateButton();
+  const GitModule module = module_;
+  QPointer<CommitBoxView> self(this);
+  queue_->schedule(Job::make(tr("Continue Cherry-Pick"), Job::Show{3}, Job::ProgressType::infinite, [self, module](JobProgress& progress) {
+    const GitVoidResult result = ContinueCherryPickGitCommand::execute(module, &progress);
+    QMetaObject::invokeMethod(qApp, [self, result] {
+      if (!self) return;
+      self->busy_ = false;
+      if (result.isFailure() && !result.isError<Error::Canceled>()) {
+        ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
+      }
+      self->updateButton();
+      // Picked or stopped again: either way HEAD and the state have moved.
+      Q_EMIT self->committed();
+      Q_EMIT self->commitFinished();
+    });
+  }));
 }
 
 void CommitBoxView::amendToggled(bool on) {
@@ -276,6 +307,10 @@ void CommitBoxView::connectErrorSheet(ErrorWindowController* sheet) {
 
 void CommitBoxView::commit() {
   if (busy_ || !commitButton_->isEnabled()) return;
+  if (buttonTitle().action == CommitButtonAction::continueCherryPick) {
+    continueCherryPick();
+    return;
+  }
   busy_ = true;
   updateButton();
   const GitModuleSettings settings = GitModuleSettings::load(module_);

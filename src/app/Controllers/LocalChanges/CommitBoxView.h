@@ -71,6 +71,8 @@ class CommitBoxView : public QWidget {
   void showMessage(const CommitMessage& message);
   void updateCounter();
   void updateButton();
+  CommitButtonTitle buttonTitle() const;
+  void continueCherryPick();
   void amendToggled(bool on);
   void connectErrorSheet(ErrorWindowController* sheet);
 

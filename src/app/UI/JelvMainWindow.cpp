@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -16,6 +17,8 @@
 
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/Repository/RepositoryView.h"
+#include "Jobs/ExportProfilingDataCommand.h"
+#include "Jobs/JobQueue.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvWindowController.h"
 
@@ -52,6 +55,21 @@ JelvMainWindow::JelvMainWindow(JelvDocumentController& documents, QWidget* paren
 }
 
 JelvMainWindow::~JelvMainWindow() = default;
+
+void JelvMainWindow::exportProfilingData() {
+  // Every tab with a repository, window by window, in the order they stand.
+  std::vector<ExportProfilingDataCommand::Window> windows;
+  for (JelvMainWindow* window : documents_.windows()) {
+    for (int index = 0; index < window->tabCount(); ++index) {
+      const JelvWindowController* tab = window->tab(index);
+      if (!tab->gitModule() || !tab->jobQueue()) continue;
+      windows.push_back({tab->gitModule()->repositoryPath, tab->jobQueue()->userJobs()});
+    }
+  }
+  if (!ExportProfilingDataCommand::execute(windows)) {
+    QMessageBox::warning(this, tr("Export Profiling Data"), tr("The trace file could not be written to the temporary folder."));
+  }
+}
 
 void JelvMainWindow::buildMenus() {
   auto add = [this](QMenu* menu, const QString& name, const QString& text, const QList<QKeySequence>& keys, auto slot) {
@@ -106,6 +124,9 @@ void JelvMainWindow::buildMenus() {
     display->setObjectName(QStringLiteral("commitListDisplay"));
     view->addActions(display->actions());
   });
+
+  QMenu* help = menuBar()->addMenu(tr("&Help"));
+  add(help, QStringLiteral("exportProfilingDataAction"), tr("Export Profiling Data"), {}, [this] { exportProfilingData(); });
 }
 
 void JelvMainWindow::fillRepositoryMenu(QMenu* menu) {

@@ -56,6 +56,8 @@ class JelvMainWindow : public QMainWindow {
 
  private:
   void buildMenus();
+  // Writes the jobs of all repository tabs as a trace file and shows it in the file manager.
+  void exportProfilingData();
   void fillRepositoryMenu(QMenu* menu);
   void updateTitle();
   void closeTabAt(int index);

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QFile>
 #include <QFileDialog>
 #include <QMenu>
 #include <QMimeData>
@@ -321,4 +322,29 @@ TEST_F(DocumentController, WindowsClosedByQuitAreDeletedWithTheControllerAndThei
   EXPECT_TRUE(window.isNull());
   EXPECT_TRUE(queue.expired());
   EXPECT_EQ(job->status(), Job::Status::finished);
+}
+
+TEST_F(DocumentController, ProfilingDataOfEveryRepositoryTabIsExportedAsATrace) {
+  TempRepository alpha(true, QStringLiteral("alpha"));
+  alpha.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Initial"));
+  JelvDocumentController documents(registry(), preferences());
+  documents.openRepository(alpha.path());
+  ASSERT_TRUE(settle(documents));
+  JelvMainWindow* window = documents.windows().first();
+  auto job = Job::make(QStringLiteral("Measured work"), Job::Show{3}, Job::ProgressType::infinite, [](JobProgress&) {});
+  window->tab(0)->jobQueue()->schedule(job);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::finished; }, 10000));
+
+  QTemporaryDir temporary;
+  const QByteArray savedTemp = qgetenv("TMPDIR");
+  qputenv("TMPDIR", temporary.path().toLocal8Bit());
+  window->action(QStringLiteral("exportProfilingDataAction"))->trigger();
+  qputenv("TMPDIR", savedTemp);
+  const QStringList traces = QDir(temporary.path()).entryList({QStringLiteral("jelv-*.trace")}, QDir::Files);
+  ASSERT_EQ(traces.size(), 1);
+  QFile trace(QDir(temporary.path()).filePath(traces.first()));
+  ASSERT_TRUE(trace.open(QIODevice::ReadOnly));
+  const QByteArray text = trace.readAll();
+  EXPECT_TRUE(text.contains("\"events\""));
+  EXPECT_TRUE(text.contains("Measured work"));
 }

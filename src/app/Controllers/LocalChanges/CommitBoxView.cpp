@@ -21,6 +21,7 @@
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Git/Commands/WorkingDirectory/ContinueCherryPickGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
+#include "Models/CommitDraft.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/RepositoryState.h"
 #include "Models/SubjectCounter.h"
@@ -79,7 +80,7 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
 
   const GitModuleSettings settings = GitModuleSettings::load(module_);
   signOff_->setChecked(settings.signOff);
-  composer_.setMessage(CommitMessage::fromText(settings.draftMessage));
+  composer_.setMessage(CommitDraft::load(module_));
   showMessage(composer_.message());
 
   connect(subject_, &QLineEdit::textChanged, this, &CommitBoxView::messageEdited);
@@ -146,11 +147,8 @@ void CommitBoxView::messageEdited() {
   if (filling_) return;
   composer_.setSubject(subject_->text());
   composer_.setDescription(description_->toPlainText());
-  // The amended commit's message is not the user's draft.
-  if (composer_.amend()) return;
-  GitModuleSettings settings = GitModuleSettings::load(module_);
-  settings.draftMessage = composer_.message().text();
-  settings.save(module_);
+  // Under amend the draft stays the user's own text, not the amended commit's message.
+  CommitDraft::save(module_, composer_.draft());
 }
 
 void CommitBoxView::updateCounter() {
@@ -347,9 +345,7 @@ void CommitBoxView::clearAfterCommit() {
     amend_->setChecked(false);
   }
   showMessage(composer_.message());
-  GitModuleSettings settings = GitModuleSettings::load(module_);
-  settings.draftMessage.clear();
-  settings.save(module_);
+  CommitDraft::clear(module_);
   updateButton();
   if (wasAmending) Q_EMIT amendChanged(false);
   Q_EMIT committed();

@@ -66,6 +66,8 @@ TEST(RevisionParserTest, ReadChangedFileTable) {
       {"empty status", "\tno-status", ChangeType::unknown, std::nullopt, "no-status"},
       {"four fields", "R100\ta\tb\tc", ChangeType::renamed, std::nullopt, "a"},
       {"blank in path", "A\twith blank ", ChangeType::added, std::nullopt, "with blank "},
+      {"quoted path", "M\t\"say \\\"hi\\\".txt\"", ChangeType::modified, std::nullopt, "say \"hi\".txt"},
+      {"quoted rename", "R090\t\"tab\\there\"\tplain", ChangeType::renamed, QStringLiteral("tab\there"), "plain"},
   };
   for (const Row& row : rows) {
     auto file = RevisionParser::readChangedFile(row.line);

@@ -1,6 +1,7 @@
 #include "Git/Commands/Revision/RevisionParser.h"
 
 #include "Extensions/DecimalInteger.h"
+#include "Extensions/GitQuotedPath.h"
 #include "Git/Commands/Revision/RevisionLogParser.h"
 #include "Logging/AdvancedLogger.h"
 
@@ -49,10 +50,12 @@ ChangedFilePtr RevisionParser::readChangedFile(const QString& line) {
   file->changeType = status.isEmpty() ? ChangeType::unknown : changeTypeFromStatusLetter(status.at(0));
   if (parts.size() == 3) {
     // Renames and copies: "R100\told\tnew".
-    file->oldPath = parts.at(1);
-    file->path = parts.at(2);
+    file->oldPath = GitQuotedPath::unquote(parts.at(1));
+    file->path = GitQuotedPath::unquote(parts.at(2));
   } else {
-    file->path = parts.at(1);
+    // A name with a quote, a backslash or a control character comes C-quoted even with
+    // core.quotePath off.
+    file->path = GitQuotedPath::unquote(parts.at(1));
   }
   return file;
 }

@@ -4,12 +4,15 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QFontComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -19,6 +22,7 @@
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryRescanner.h"
+#include "Services/UrlSchemeHandlerRegistry.h"
 #include "UI/Appearance.h"
 #include "support/TempRepository.h"
 #include "support/TestEnvironment.h"
@@ -212,4 +216,33 @@ TEST_F(PreferencesWindowTest, TheSourceFolderIsStoredAndItsRescanFillsTheRegistr
   EXPECT_EQ(progress.last().at(1).toInt(), 2);
   EXPECT_TRUE(rescan->isEnabled());
   EXPECT_EQ(settings->getRepositories().size(), 2u);
+}
+
+TEST_F(PreferencesWindowTest, IntegrationMakesJelvTheHandlerOfOneSchemeAndKeepsOtherDefaults) {
+  const QString path = UrlSchemeHandlerRegistry::mimeAppsPath();
+  QDir().mkpath(QFileInfo(path).path());
+  {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("[Default Applications]\ntext/plain=editor.desktop\nx-scheme-handler/github-mac=other.desktop\n");
+  }
+  window->reload();
+  auto* button = control<QPushButton>(QStringLiteral("github-macDefaultButton"));
+  ASSERT_TRUE(button->isEnabled());
+  button->click();
+  EXPECT_FALSE(button->isEnabled());
+  EXPECT_TRUE(UrlSchemeHandlerRegistry::isDefaultHandler(QStringLiteral("github-mac")));
+  EXPECT_FALSE(UrlSchemeHandlerRegistry::isDefaultHandler(QStringLiteral("sourcetree")));
+  EXPECT_TRUE(control<QPushButton>(QStringLiteral("sourcetreeDefaultButton"))->isEnabled());
+  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+    window->findChild<QTabWidget*>()->setCurrentIndex(window->findChild<QTabWidget*>()->count() - 1);
+    window->show();
+    window->grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/preferences-integration.png"));
+  }
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray text = file.readAll();
+  EXPECT_TRUE(text.contains("text/plain=editor.desktop"));
+  EXPECT_FALSE(text.contains("github-mac=other.desktop"));
+  QFile::remove(path);
 }

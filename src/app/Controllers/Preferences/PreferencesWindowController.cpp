@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
@@ -23,6 +24,7 @@
 #include "Controls/GitOutputView.h"
 #include "Services/Preferences.h"
 #include "Services/RepositoryRescanner.h"
+#include "Services/UrlSchemeHandlerRegistry.h"
 #include "UI/Appearance.h"
 
 namespace {
@@ -68,6 +70,7 @@ PreferencesWindowController::PreferencesWindowController(AppSettings& settings, 
   tabs_->addTab(makeCommitListPage(), tr("Commit List"));
   tabs_->addTab(makeDiffPage(), tr("Diff"));
   tabs_->addTab(makeStatusPage(), tr("Status Updates"));
+  tabs_->addTab(makeIntegrationPage(), tr("Integration"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(8, 8, 8, 8);
   layout->addWidget(tabs_);
@@ -233,6 +236,43 @@ QWidget* PreferencesWindowController::makeStatusPage() {
   connect(enabled, &QCheckBox::toggled, interval, &QWidget::setEnabled);
   controls_->onReload([interval, enabled] { interval->setEnabled(enabled->isChecked()); });
   layout->addRow(tr("&Every:"), interval);
+  return page;
+}
+
+QWidget* PreferencesWindowController::makeIntegrationPage() {
+  auto* page = new QWidget(this);
+  QFormLayout* layout = form(page);
+  auto* explanation = new QLabel(tr("Links that open a repository (github-mac://) or clone one (sourcetree://) can open "
+                                    "in Jelv. The choice is kept in your desktop's mimeapps.list."),
+                                 page);
+  explanation->setWordWrap(true);
+  layout->addRow(explanation);
+  for (const QString& scheme : {QStringLiteral("github-mac"), QStringLiteral("sourcetree")}) {
+    auto* row = new QWidget(page);
+    auto* rowLayout = new QHBoxLayout(row);
+    rowLayout->setContentsMargins(0, 0, 0, 0);
+    auto* state = new QLabel(row);
+    auto* button = new QPushButton(tr("Make Jelv the Default"), row);
+    button->setObjectName(scheme + QStringLiteral("DefaultButton"));
+    state->setObjectName(scheme + QStringLiteral("DefaultState"));
+    rowLayout->addWidget(state, 1);
+    rowLayout->addWidget(button);
+    auto show = [state, button, scheme] {
+      const bool isDefault = UrlSchemeHandlerRegistry::isDefaultHandler(scheme);
+      state->setText(isDefault ? tr("Jelv opens these links") : tr("Another application or none opens these links"));
+      button->setEnabled(!isDefault);
+    };
+    connect(button, &QPushButton::clicked, this, [this, scheme, show] {
+      if (!UrlSchemeHandlerRegistry::setDefaultHandler(scheme)) {
+        QMessageBox::warning(this, tr("Integration"),
+                             tr("Cannot write %1.").arg(QDir::toNativeSeparators(UrlSchemeHandlerRegistry::mimeAppsPath())));
+      }
+      show();
+    });
+    controls_->onReload(show);
+    show();
+    layout->addRow(scheme + QStringLiteral("://"), row);
+  }
   return page;
 }
 

@@ -46,6 +46,8 @@ class PreferencesWindowController : public QWidget {
   QWidget* makeCommitListPage();
   QWidget* makeDiffPage();
   QWidget* makeStatusPage();
+  // Whether links of the two schemes open in Jelv, and making them do.
+  QWidget* makeIntegrationPage();
   void loadGitInstances();
   void showGitInstances(const std::vector<GitInstanceVersions::Entry>& entries);
   void gitInstanceChosen(int index);

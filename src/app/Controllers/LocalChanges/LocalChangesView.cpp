@@ -29,6 +29,8 @@
 #include "Controls/Diff/CommitDiffTextView.h"
 #include "Controls/Diff/DiffContent.h"
 #include "Controls/FileDiffView/FileDiffView.h"
+#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
+#include "Git/Commands/Merge/ResolveConflictGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
@@ -409,6 +411,10 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
         std::all_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changedSubmodule() != nullptr; });
     menu.addAction(onlySubmodules ? tr("Discard Submodule Changes…") : tr("Discard Changes…"), this,
                    [this, chosen] { discard(chosen); });
+    if (std::any_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changeType == ChangeType::unmerged; })) {
+      menu.addAction(tr("Resolve Using Mine"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::local); });
+      menu.addAction(tr("Resolve Using Theirs"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::remote); });
+    }
     if (chosen.size() == 1) {
       QMenu* ignoreMenu = menu.addMenu(tr("Ignore"));
       const std::vector<PatternMenuItem> items = ignoreMenuItems(chosen.front()->path);
@@ -458,6 +464,27 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
     }
   }
   menu.exec(list->viewport()->mapToGlobal(position));
+}
+
+void LocalChangesView::resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version) {
+  QStringList paths;
+  for (const auto& file : files) {
+    if (file->changeType == ChangeType::unmerged) paths << file->path;
+  }
+  if (paths.isEmpty()) return;
+  const GitModule module = module_;
+  runOperation(version == UnmergedFileVersionType::local ? tr("Resolve using mine") : tr("Resolve using theirs"),
+               [module, paths, version]() -> GitVoidResult {
+                 // The index's own record of the conflicts, read when the job runs.
+                 const auto unmerged = GetUnmergedFilesGitCommand::execute(module);
+                 if (!unmerged) return unmerged.error();
+                 for (const UnmergedFile& file : unmerged.value()) {
+                   if (!paths.contains(file.path)) continue;
+                   const GitVoidResult result = ResolveConflictGitCommand::execute(module, file, version);
+                   if (!result) return result;
+                 }
+                 return Unit{};
+               });
 }
 
 void LocalChangesView::savePatch(const ChangedFileList& files, const QString& path) {

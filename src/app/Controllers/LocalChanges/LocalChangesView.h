@@ -16,6 +16,7 @@
 #include "Models/GitModule.h"
 #include "Models/RepositoryStatus.h"
 #include "Models/SelectionMode.h"
+#include "Models/UnmergedFile.h"
 #include "Models/XPatch.h"
 
 class CommitBoxView;
@@ -51,6 +52,8 @@ class LocalChangesView : public QWidget {
   void unstage(const ChangedFileList& files);
   // Asks first, with the texts of the discard alert; `confirm` answers it in tests.
   void discard(const ChangedFileList& files);
+  // Settles the conflicted ones among the files by taking one side whole.
+  void resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version);
   // Applies the lines of a selection patch (a discard asks first), then reads the status
   // of the touched paths again.
   void applySelection(const XPatchPtr& patch, SelectionMode mode);

@@ -151,6 +151,12 @@ void JelvDocumentController::bringToFront(JelvWindowController* tab) {
 }
 
 void JelvDocumentController::openRepository(const QString& url, JelvMainWindow* window, bool select) {
+  open(url, window, select, false);
+}
+
+void JelvDocumentController::openSubmodule(const QString& path, JelvMainWindow* window) { open(path, window, true, true); }
+
+void JelvDocumentController::open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule) {
   const QString path = RepositoryOpener::localPath(url);
   if (path.isEmpty()) return;
   if (JelvWindowController* existing = findRepositoryTab(path)) {
@@ -185,7 +191,7 @@ void JelvDocumentController::openRepository(const QString& url, JelvMainWindow* 
       }
     }
     finishOpen();
-  });
+  }, allowSubmodule);
 }
 
 void JelvDocumentController::bringRepositoryWithRemoteToFront(const QString& remoteUrl) {
@@ -262,7 +268,8 @@ void JelvDocumentController::restoreWindows(const std::vector<WindowSession>& se
       if (tab.kind == TabSession::Kind::repositoryManager) {
         window->addTab(JelvWindowController::newRepositoryManager(registry_), false);
       } else {
-        openRepository(tab.repositoryPath, window, false);
+        // A submodule's tab was opened from its super-project; it comes back as it was.
+        open(tab.repositoryPath, window, false, true);
       }
     }
     if (window->tabCount() == 0) window->addTab(JelvWindowController::newRepositoryManager(registry_));

@@ -40,6 +40,10 @@ class JelvDocumentController : public QObject {
   // A path or "file://" URL. The tab goes into the given window, else the front one,
   // else a new one. A refused folder is reported and its tab removed.
   void openRepository(const QString& url, JelvMainWindow* window = nullptr, bool select = true);
+  // A submodule's folder as a tab of its own, beside its super-project's. The only
+  // difference from openRepository: a submodule is not refused, and it stays out of the
+  // registry's list.
+  void openSubmodule(const QString& path, JelvMainWindow* window = nullptr);
   void openFiles(const QStringList& paths);
   // The folder panel: "Open a directory that contains a Git repository".
   void openDocument(QWidget* parent = nullptr);
@@ -73,6 +77,7 @@ class JelvDocumentController : public QObject {
 
  private:
   void adopt(JelvMainWindow* window);
+  void open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule);
   void removeOpeningTab(JelvMainWindow* window, JelvWindowController* tab);
   void finishOpen();
 

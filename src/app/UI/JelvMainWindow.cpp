@@ -173,6 +173,8 @@ void JelvMainWindow::addTab(JelvWindowController* tab, bool select) {
   connect(tab, &JelvWindowController::openRepositoryRequested, this,
           [this](const QString& path) { documents_.openRepository(path, this); });
   connect(tab, &JelvWindowController::openDocumentRequested, this, [this] { documents_.openDocument(this); });
+  connect(tab, &JelvWindowController::openSubmoduleRequested, this,
+          [this](const QString& path) { documents_.openSubmodule(path, this); });
   if (select) tabs_->setCurrentIndex(index);
   updateTitle();
   Q_EMIT tabsChanged();

@@ -82,6 +82,7 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   openingLabel_ = nullptr;
   buildToolbar();
   repositoryController_ = new RepositoryView(module, jobQueue_, this);
+  connect(repositoryController_, &RepositoryView::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
   layout_->addWidget(repositoryController_, 1);
   updateTitle();
 }

@@ -61,6 +61,8 @@ class JelvWindowController : public QWidget {
  Q_SIGNALS:
   void titleChanged();
   void openRepositoryRequested(const QString& path);
+  // The repository asks for one of its submodules in a tab of its own.
+  void openSubmoduleRequested(const QString& path);
   void openDocumentRequested();
 
  private Q_SLOTS:

@@ -2,12 +2,12 @@
 
 #include "Git/Commands/Repository/GetGitDirectoryGitCommand.h"
 
-std::variant<GitModule, RepositoryRefusal> RepositoryValidation::validate(const QString& path) {
+std::variant<GitModule, RepositoryRefusal> RepositoryValidation::validate(const QString& path, bool allowSubmodule) {
   const QString trimmed = path.trimmed();
   if (trimmed.isEmpty()) return RepositoryRefusal::notARepository;
   auto module = GetGitDirectoryGitCommand::execute(trimmed);
   if (!module) return RepositoryRefusal::notARepository;
-  if (module.value().superProjectPath) return RepositoryRefusal::submodule;
+  if (module.value().superProjectPath && !allowSubmodule) return RepositoryRefusal::submodule;
   return module.value();
 }
 

@@ -9,8 +9,9 @@
 enum class RepositoryRefusal { notARepository, submodule };
 
 struct RepositoryValidation {
-  // Runs git: call it off the main thread. The path is trimmed first.
-  static std::variant<GitModule, RepositoryRefusal> validate(const QString& path);
+  // Runs git: call it off the main thread. The path is trimmed first. A submodule is
+  // refused unless asked for: the registry lists top-level repositories only.
+  static std::variant<GitModule, RepositoryRefusal> validate(const QString& path, bool allowSubmodule = false);
 
   // The alert of the repository manager.
   static QString alertTitle(RepositoryRefusal refusal);

@@ -17,11 +17,11 @@ QString RepositoryOpener::localPath(const QString& url) {
   return trimmed;
 }
 
-void RepositoryOpener::openRepository(const QString& url, CompletionHandler completionHandler) {
+void RepositoryOpener::openRepository(const QString& url, CompletionHandler completionHandler, bool allowSubmodule) {
   const QString path = localPath(url);
   QPointer<RepositoryOpener> self(this);
-  QThreadPool::globalInstance()->start([self, path, completionHandler = std::move(completionHandler)] {
-    auto validation = RepositoryValidation::validate(path);
+  QThreadPool::globalInstance()->start([self, path, allowSubmodule, completionHandler = std::move(completionHandler)] {
+    auto validation = RepositoryValidation::validate(path, allowSubmodule);
     if (!self) return;
     QMetaObject::invokeMethod(
         self.data(),
@@ -41,9 +41,11 @@ void RepositoryOpener::finish(const QString& path, const std::variant<GitModule,
   } else {
     const GitModule& module = std::get<GitModule>(validation);
     if (openDocument_) openDocument_(module);
-    settings_.addRepository(module.repositoryPath);
-    // The recent list of any open repository manager follows.
-    PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryManagerDataUpdated);
+    if (!module.superProjectPath) {
+      settings_.addRepository(module.repositoryPath);
+      // The recent list of any open repository manager follows.
+      PreferencesNotifier::shared().post(PreferencesNotifier::Notification::repositoryManagerDataUpdated);
+    }
     result.gitModule = module;
   }
   if (completionHandler) completionHandler(result);

@@ -26,8 +26,10 @@ class RepositoryOpener : public QObject {
 
   RepositoryOpener(AppSettings& settings, DocumentOpener openDocument, QObject* parent = nullptr);
 
-  // Takes a path or a "file://" URL. The handler runs on this object's thread.
-  void openRepository(const QString& url, CompletionHandler completionHandler = {});
+  // Takes a path or a "file://" URL. The handler runs on this object's thread. With
+  // allowSubmodule a submodule opens too; it does not join the registry, whose list holds
+  // top-level repositories (the submodule is reached through its super-project).
+  void openRepository(const QString& url, CompletionHandler completionHandler = {}, bool allowSubmodule = false);
 
   // The local path a "file://" URL or a plain path stands for.
   static QString localPath(const QString& url);

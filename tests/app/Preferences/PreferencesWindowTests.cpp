@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QFontComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -19,6 +20,7 @@
 #include "Controllers/Preferences/PreferencesWindowController.h"
 #include "Git/Commands/Config/GetGitVersionGitCommand.h"
 #include "Models/AppSettings.h"
+#include "Services/MergeTool.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryRescanner.h"
@@ -46,7 +48,8 @@ struct NotificationLog {
 const QStringList keysOfTheWindow{
     "appearance", "useTopologicalCommitOrder", "maxCommitCount", "contextSize", "diffShowEntireFile", "diffIgnoreWhitespaces",
     "diffWordWrapKey", "diffShowHiddenSymbols", "disableAutomaticStatusUpdate", "automaticStatusUpdateInterval", "defaultSourceFolder",
-    "diffFontName", "diffFontSize", "gitInstanceType", "customGitInstancePath"};
+    "diffFontName", "diffFontSize", "gitInstanceType", "customGitInstancePath", "externalDiffTool", "externalDiffToolCustomPath",
+    "externalDiffToolCustomArguments"};
 }  // namespace
 
 class PreferencesWindowTest : public ::testing::Test {
@@ -245,4 +248,56 @@ TEST_F(PreferencesWindowTest, IntegrationMakesJelvTheHandlerOfOneSchemeAndKeepsO
   EXPECT_TRUE(text.contains("text/plain=editor.desktop"));
   EXPECT_FALSE(text.contains("github-mac=other.desktop"));
   QFile::remove(path);
+}
+
+// The diff tool choice lists the tools found on PATH (and a stored one that has gone,
+// marked), then Custom; the stored value is the tool, not the row. The custom program
+// and its arguments are editable only for Custom.
+TEST_F(PreferencesWindowTest, ExternalDiffToolOffersInstalledToolsAndACustomProgram) {
+  QTemporaryDir bin;
+  for (const char* name : {"kdiff3", "code"}) {
+    QFile tool(bin.filePath(QString::fromLatin1(name)));
+    ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
+    tool.write("#!/bin/sh\n");
+    tool.close();
+    tool.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  }
+  struct PathGuard {
+    QByteArray old = qgetenv("PATH");
+    ~PathGuard() { qputenv("PATH", old); }
+  } guard;
+  qputenv("PATH", bin.path().toLocal8Bit() + ':' + guard.old);
+  Preferences::shared().setExternalDiffTool(int(MergeTool::Kind::meld));
+  window->reload();
+
+  auto* combo = control<QComboBox>("externalDiffTool");
+  auto* program = control<QLineEdit>("externalDiffToolCustomPath");
+  auto* arguments = control<QLineEdit>("externalDiffToolCustomArguments");
+  QStringList items;
+  for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
+  // Whatever else this machine has installed comes before; ours are there in order.
+  ASSERT_GE(items.size(), 4);
+  EXPECT_EQ(items.mid(items.size() - 4), (QStringList{"KDiff3", "Visual Studio Code", "Meld (not found)", "Custom"}));
+  EXPECT_EQ(combo->currentText(), QStringLiteral("Meld (not found)"));
+  EXPECT_FALSE(program->isEnabled());
+
+  combo->setCurrentIndex(combo->count() - 1);
+  Q_EMIT combo->activated(combo->count() - 1);
+  EXPECT_EQ(Preferences::shared().externalDiffTool(), int(MergeTool::Kind::custom));
+  ASSERT_TRUE(program->isEnabled());
+  EXPECT_TRUE(arguments->isEnabled());
+  QTest::keyClicks(program, QStringLiteral("/opt/diff tool"));
+  QTest::keyClicks(arguments, QStringLiteral("$REMOTE $LOCAL"));
+  EXPECT_EQ(storedOnDisk(QStringLiteral("externalDiffToolCustomPath")).toString(), QStringLiteral("/opt/diff tool"));
+  EXPECT_EQ(storedOnDisk(QStringLiteral("externalDiffToolCustomArguments")).toString(), QStringLiteral("$REMOTE $LOCAL"));
+  bool hint = false;
+  for (QLabel* label : window->findChildren<QLabel*>()) hint = hint || label->text() == QStringLiteral("Available variables: $LOCAL, $REMOTE");
+  EXPECT_TRUE(hint);
+
+  const int kdiff3 = combo->findText(QStringLiteral("KDiff3"));
+  combo->setCurrentIndex(kdiff3);
+  Q_EMIT combo->activated(kdiff3);
+  EXPECT_EQ(Preferences::shared().externalDiffTool(), int(MergeTool::Kind::kdiff3));
+  EXPECT_FALSE(program->isEnabled());
+  EXPECT_EQ(program->text(), QStringLiteral("/opt/diff tool"));  // kept for a later switch back
 }

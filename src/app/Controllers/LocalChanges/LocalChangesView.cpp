@@ -9,8 +9,10 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -52,6 +54,8 @@
 #include "Models/SelectionPatch.h"
 #include "Models/StagingRefresh.h"
 #include "Repository/RepositoryController.h"
+#include "Services/DesktopApplications.h"
+#include "Services/ExternalDiff.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 
@@ -402,21 +406,29 @@ void LocalChangesView::discard(const ChangedFileList& files) {
 }
 
 void LocalChangesView::showContextMenu(FileListView* list, const QPoint& position) {
+  QMenu* menu = contextMenu(list);
+  if (!menu) return;
+  menu->exec(list->viewport()->mapToGlobal(position));
+  delete menu;
+}
+
+QMenu* LocalChangesView::contextMenu(FileListView* list) {
   const ChangedFileList chosen = selection(list);
-  if (chosen.empty()) return;
-  QMenu menu(this);
+  if (chosen.empty()) return nullptr;
+  auto* menu = new QMenu(this);
+  const bool onlySubmodules =
+      std::all_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changedSubmodule() != nullptr; });
+  const QString root = module_.repositoryPath;
   if (list == unstaged_) {
-    menu.addAction(tr("Stage"), this, [this, chosen] { stage(chosen); });
-    const bool onlySubmodules =
-        std::all_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changedSubmodule() != nullptr; });
-    menu.addAction(onlySubmodules ? tr("Discard Submodule Changes…") : tr("Discard Changes…"), this,
-                   [this, chosen] { discard(chosen); });
+    menu->addAction(tr("Stage"), this, [this, chosen] { stage(chosen); });
+    menu->addAction(onlySubmodules ? tr("Discard Submodule Changes…") : tr("Discard Changes…"), this,
+                    [this, chosen] { discard(chosen); });
     if (std::any_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changeType == ChangeType::unmerged; })) {
-      menu.addAction(tr("Resolve Using Mine"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::local); });
-      menu.addAction(tr("Resolve Using Theirs"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::remote); });
+      menu->addAction(tr("Resolve Using Mine"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::local); });
+      menu->addAction(tr("Resolve Using Theirs"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::remote); });
     }
     if (chosen.size() == 1) {
-      QMenu* ignoreMenu = menu.addMenu(tr("Ignore"));
+      QMenu* ignoreMenu = menu->addMenu(tr("Ignore"));
       const std::vector<PatternMenuItem> items = ignoreMenuItems(chosen.front()->path);
       for (const PatternMenuItem& item : items) {
         if (item.kind == PatternMenuItem::Kind::pattern) {
@@ -429,9 +441,14 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
       }
     }
   } else {
-    menu.addAction(tr("Unstage"), this, [this, chosen] { unstage(chosen); });
+    menu->addAction(tr("Unstage"), this, [this, chosen] { unstage(chosen); });
   }
-  menu.addAction(tr("Save as Patch…"), this, [this, chosen] {
+  if (chosen.size() == 1 && onlySubmodules) {
+    menu->addAction(tr("Open Submodule in New Tab"), this, [this, path = QDir(root).filePath(chosen.front()->path)] {
+      Q_EMIT openSubmoduleRequested(QDir::cleanPath(path));
+    });
+  }
+  menu->addAction(tr("Save as Patch…"), this, [this, chosen] {
     Preferences& preferences = Preferences::shared();
     const QString folder = preferences.recentPatchDirectory().value_or(QDir::homePath());
     const QString path = QFileDialog::getSaveFileName(this, tr("Save as Patch"), QDir(folder).filePath(QStringLiteral("changes.patch")),
@@ -440,30 +457,95 @@ void LocalChangesView::showContextMenu(FileListView* list, const QPoint& positio
     preferences.setRecentPatchDirectory(QFileInfo(path).absolutePath());
     savePatch(chosen, path);
   });
-  menu.addSeparator();
-  const QString root = module_.repositoryPath;
-  menu.addAction(tr("Copy Full Path"), this, [root, chosen] {
+  menu->addSeparator();
+  menu->addAction(tr("Copy Full Path"), this, [root, chosen] {
     QStringList paths;
     for (const auto& file : chosen) paths << QDir(root).filePath(file->path);
     QApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
   });
-  menu.addAction(tr("Copy File Name"), this, [chosen] {
+  menu->addAction(tr("Copy File Name"), this, [chosen] {
     QStringList names;
     for (const auto& file : chosen) names << QFileInfo(file->path).fileName();
     QApplication::clipboard()->setText(names.join(QLatin1Char('\n')));
   });
+  if (chosen.size() == 1 && !onlySubmodules) {
+    const ChangedFilePtr file = chosen.front();
+    QMenu* openWithMenu = menu->addMenu(tr("Open With"));
+    // The working file opens; a deleted one has nothing to open.
+    openWithMenu->setEnabled(QFileInfo(QDir(root).filePath(file->path)).isFile());
+    // Filled when it opens: reading the desktop's applications costs a little.
+    connect(openWithMenu, &QMenu::aboutToShow, this, [this, openWithMenu, file] { fillOpenWithMenu(openWithMenu, file); });
+    menu->addAction(tr("External Diff"), this, [this, file] { externalDiff(file); });
+  }
   // The desktop has no "reveal"; opening the folder is what a file manager offers.
-  menu.addAction(tr("Show in File Manager"), this, [root, file = chosen.front()] {
+  menu->addAction(tr("Show in File Manager"), this, [root, file = chosen.front()] {
     QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(QDir(root).filePath(file->path)).absolutePath()));
   });
   if (chosen.size() == 1) {
     const QString name = QFileInfo(chosen.front()->path).fileName();
     if (name == QStringLiteral(".gitignore") || name == QStringLiteral(".gitattributes")) {
-      menu.addSeparator();
-      menu.addAction(tr("Edit %1…").arg(name), this, [this, path = chosen.front()->path] { showEditFileSheet(path); });
+      menu->addSeparator();
+      menu->addAction(tr("Edit %1…").arg(name), this, [this, path = chosen.front()->path] { showEditFileSheet(path); });
     }
   }
-  menu.exec(list->viewport()->mapToGlobal(position));
+  return menu;
+}
+
+void LocalChangesView::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file) {
+  menu->clear();
+  const QString path = QDir(module_.repositoryPath).filePath(file->path);
+  const std::vector<DesktopEntry> applications = DesktopApplications::applicationsForFile(path);
+  for (size_t i = 0; i < applications.size(); ++i) {
+    const DesktopEntry& application = applications[i];
+    QAction* action = menu->addAction(QIcon::fromTheme(application.icon), application.name, this,
+                                      [this, application, file] { openWith(application, file); });
+    action->setToolTip(application.exec);
+    // The user's default leads, set apart from the others.
+    if (i == 0 && applications.size() > 1) menu->addSeparator();
+  }
+  if (applications.empty()) menu->addAction(tr("No Applications Found"))->setEnabled(false);
+  menu->addSeparator();
+  menu->addAction(tr("Other…"), this, [this, file] {
+    bool ok = false;
+    const QString command = QInputDialog::getText(this, tr("Open With"),
+                                                  tr("Command to open '%1' with (%f stands for the file; without it the file is added at the end):")
+                                                      .arg(QFileInfo(file->path).fileName()),
+                                                  QLineEdit::Normal, QString(), &ok);
+    if (!ok || command.trimmed().isEmpty()) return;
+    DesktopEntry entry;
+    entry.name = command.trimmed();
+    entry.exec = command.trimmed();
+    openWith(entry, file);
+  });
+}
+
+void LocalChangesView::openWith(const DesktopEntry& application, const ChangedFilePtr& file) {
+  const QString root = module_.repositoryPath;
+  const QString path = QDir(root).filePath(file->path);
+  runQueued<std::optional<QString>>(
+      queue_, this, tr("Open with %1").arg(application.name), Job::Show::none(),
+      [application, path, root](JobProgress&) { return DesktopApplications::launch(application, {path}, root); },
+      [this](const std::optional<QString>& failure) {
+        if (failure) showToolFailure(*failure);
+      });
+}
+
+void LocalChangesView::externalDiff(const ChangedFilePtr& file) {
+  const GitModule module = module_;
+  const bool amend = file->staged && commitBox_->isAmending();
+  runQueued<std::optional<QString>>(
+      queue_, this, tr("External diff"), Job::Show::none(),
+      [module, file, amend](JobProgress&) { return ExternalDiff::run(module, *file, amend, Preferences::shared()); },
+      [this](const std::optional<QString>& failure) {
+        if (failure) showToolFailure(*failure);
+      });
+}
+
+void LocalChangesView::showToolFailure(const QString& text) {
+  Q_EMIT externalToolFailed(text);
+  auto* alert = new QMessageBox(QMessageBox::Warning, tr("Cannot open the file"), text, QMessageBox::Ok, this);
+  alert->setAttribute(Qt::WA_DeleteOnClose);
+  alert->open();
 }
 
 void LocalChangesView::resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version) {

@@ -25,6 +25,8 @@ class FileDiffView;
 class FileListView;
 class JobQueue;
 class QLabel;
+class QMenu;
+struct DesktopEntry;
 class RepositoryController;
 class QPushButton;
 class QToolButton;
@@ -73,6 +75,14 @@ class LocalChangesView : public QWidget {
   void showIgnorePatternSheet(const QString& initialPattern);
   // The small editor sheet for a text file of the work tree (".gitignore", ".gitattributes").
   void showEditFileSheet(const QString& relativePath);
+  // Shows the file in the outside diff tool of the preferences, by a job; a failure is
+  // told in an alert (and by externalToolFailed).
+  void externalDiff(const ChangedFilePtr& file);
+  // Starts an application (or a command typed by the user) on the working file, by a job.
+  void openWith(const DesktopEntry& application, const ChangedFilePtr& file);
+  // The context menu of a list for its current selection; the caller owns it. Empty
+  // without a selection.
+  QMenu* contextMenu(FileListView* list);
 
   FileListView* unstagedList() const { return unstaged_; }
   FileListView* stagedList() const { return staged_; }
@@ -91,6 +101,9 @@ class LocalChangesView : public QWidget {
   void reloaded();
   void diffLoaded();
   void patchSaved(const QString& path);
+  // The absolute path of a submodule to open in a tab of its own.
+  void openSubmoduleRequested(const QString& path);
+  void externalToolFailed(const QString& text);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -103,6 +116,8 @@ class LocalChangesView : public QWidget {
   void showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles = std::nullopt);
   void loadDiff(const ChangedFilePtr& file, bool loadLarge = false);
   void showContextMenu(FileListView* list, const QPoint& position);
+  void fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file);
+  void showToolFailure(const QString& text);
   ChangedFileList selection(FileListView* list) const;
 
   GitModule module_;

@@ -22,6 +22,7 @@
 
 #include "Controllers/Preferences/PreferenceControls.h"
 #include "Controls/GitOutputView.h"
+#include "Services/MergeTool.h"
 #include "Services/Preferences.h"
 #include "Services/RepositoryRescanner.h"
 #include "Services/UrlSchemeHandlerRegistry.h"
@@ -220,7 +221,70 @@ QWidget* PreferencesWindowController::makeDiffPage() {
   fontRow->addWidget(fontFamily_, 1);
   fontRow->addWidget(fontSize_);
   layout->addRow(buddyLabel(tr("&Font:"), fontFamily_), fontRow);
+
+  // The outside diff tool: the ones installed on this machine, and a program of the user's.
+  diffTool_ = natural(new QComboBox(page));
+  diffTool_->setObjectName(QStringLiteral("externalDiffTool"));
+  connect(diffTool_, &QComboBox::activated, this, [this] {
+    if (loadingDiffTool_ || diffTool_->currentIndex() < 0) return;
+    Preferences::shared().setExternalDiffTool(diffTool_->currentData().toInt());
+    loadDiffTool();
+  });
+  layout->addRow(tr("External diff &tool:"), diffTool_);
+  diffToolPath_ = new QLineEdit(page);
+  diffToolPath_->setObjectName(QStringLiteral("externalDiffToolCustomPath"));
+  diffToolPath_->setPlaceholderText(tr("A program on PATH or its full path"));
+  connect(diffToolPath_, &QLineEdit::textEdited, this,
+          [](const QString& text) { Preferences::shared().setExternalDiffToolCustomPath(text.trimmed()); });
+  diffToolBrowse_ = new QPushButton(tr("Choose…"), page);
+  diffToolBrowse_->setAutoDefault(false);
+  connect(diffToolBrowse_, &QPushButton::clicked, this, [this] {
+    const QString path = QFileDialog::getOpenFileName(this, tr("Choose a Diff Program"), QStringLiteral("/usr/bin"));
+    if (path.isEmpty()) return;
+    diffToolPath_->setText(path);
+    Preferences::shared().setExternalDiffToolCustomPath(path);
+  });
+  auto* pathRow = new QHBoxLayout;
+  pathRow->addWidget(diffToolPath_, 1);
+  pathRow->addWidget(diffToolBrowse_);
+  layout->addRow(buddyLabel(tr("&Program:"), diffToolPath_), pathRow);
+  diffToolArguments_ = new QLineEdit(page);
+  diffToolArguments_->setObjectName(QStringLiteral("externalDiffToolCustomArguments"));
+  diffToolArguments_->setPlaceholderText(QStringLiteral("$LOCAL $REMOTE"));
+  connect(diffToolArguments_, &QLineEdit::textEdited, this,
+          [](const QString& text) { Preferences::shared().setExternalDiffToolCustomArguments(text); });
+  layout->addRow(tr("&Arguments:"), diffToolArguments_);
+  layout->addRow(QString(), note(QStringLiteral("Available variables: $LOCAL, $REMOTE"), page));
+  controls_->onReload([this] { loadDiffTool(); });
   return page;
+}
+
+void PreferencesWindowController::loadDiffTool() {
+  loadingDiffTool_ = true;
+  Preferences& preferences = Preferences::shared();
+  const std::optional<MergeTool::Kind> stored = MergeTool::kindFromIndex(preferences.externalDiffTool());
+  std::vector<MergeTool::Kind> kinds = MergeTool::installedKinds();
+  diffTool_->clear();
+  bool storedListed = false;
+  for (MergeTool::Kind kind : kinds) {
+    diffTool_->addItem(MergeTool::name(kind), int(kind));
+    storedListed = storedListed || stored == kind;
+  }
+  // The stored choice stays visible even when its program has gone, so that nothing
+  // changes behind the user's back.
+  if (stored && *stored != MergeTool::Kind::custom && !storedListed) {
+    diffTool_->addItem(tr("%1 (not found)").arg(MergeTool::name(*stored)), int(*stored));
+  }
+  diffTool_->addItem(MergeTool::name(MergeTool::Kind::custom), int(MergeTool::Kind::custom));
+  diffTool_->setCurrentIndex(stored ? diffTool_->findData(int(*stored)) : -1);
+  const bool custom = stored == MergeTool::Kind::custom;
+  diffToolPath_->setText(preferences.externalDiffToolCustomPath());
+  diffToolArguments_->setText(preferences.externalDiffToolCustomArguments());
+  for (QWidget* field : {static_cast<QWidget*>(diffToolPath_), static_cast<QWidget*>(diffToolBrowse_),
+                         static_cast<QWidget*>(diffToolArguments_)}) {
+    field->setEnabled(custom);
+  }
+  loadingDiffTool_ = false;
 }
 
 QWidget* PreferencesWindowController::makeStatusPage() {

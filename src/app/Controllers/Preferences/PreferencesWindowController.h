@@ -1,8 +1,8 @@
 #pragma once
 // The preferences window: General (source folder and its rescan, the Git instance with
-// the versions found, appearance), Commit List, Diff and Status Updates. Every control
-// writes its key through Preferences at once and posts the key's notification, so open
-// views follow without a restart.
+// the versions found, appearance), Commit List, Diff (with the outside diff tool) and
+// Status Updates. Every control writes its key through Preferences at once and posts the
+// key's notification, so open views follow without a restart.
 #include <QWidget>
 #include <vector>
 
@@ -52,6 +52,8 @@ class PreferencesWindowController : public QWidget {
   void showGitInstances(const std::vector<GitInstanceVersions::Entry>& entries);
   void gitInstanceChosen(int index);
   void loadFont();
+  // The outside diff tool's choices and custom fields, from the store.
+  void loadDiffTool();
   void fontChanged();
 
   AppSettings& settings_;
@@ -64,8 +66,13 @@ class PreferencesWindowController : public QWidget {
   QLabel* gitStatus_ = nullptr;
   QFontComboBox* fontFamily_ = nullptr;
   QSpinBox* fontSize_ = nullptr;
+  QComboBox* diffTool_ = nullptr;
+  QLineEdit* diffToolPath_ = nullptr;
+  QPushButton* diffToolBrowse_ = nullptr;
+  QLineEdit* diffToolArguments_ = nullptr;
   std::vector<GitInstanceVersions::Entry> gitEntries_;
   int gitLoadGeneration_ = 0;
   bool loadingGit_ = false;
   bool loadingFont_ = false;
+  bool loadingDiffTool_ = false;
 };

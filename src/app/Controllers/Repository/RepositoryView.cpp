@@ -121,6 +121,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
   // The page's reads go through the controller, whose snapshots reach the sidebar too.
   localChanges_->setRepository(controller_);
+  connect(localChanges_, &LocalChangesView::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });

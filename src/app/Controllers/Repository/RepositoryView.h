@@ -69,6 +69,8 @@ class RepositoryView : public QWidget {
   void loadFailed(const QString& message);
   void commitDetailsLoaded();
   void diffLoaded();
+  // The absolute path of a submodule the user wants in a tab of its own.
+  void openSubmoduleRequested(const QString& path);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -7,6 +7,7 @@
 #include "Controllers/LocalChanges/FileListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
 #include "Controllers/Repository/RepositoryView.h"
+#include "Models/WindowSession.h"
 #include "ShellTestSupport.h"
 #include "UI/JelvMainWindow.h"
 #include "UI/JelvWindowController.h"
@@ -79,6 +80,21 @@ TEST_F(SubmoduleTab, SubmoduleOfLocalChangesOpensInANewTab) {
   ASSERT_TRUE(settle(documents));
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab(), tab);
+
+  // The saved session holds the submodule's tab, and the next start brings it back.
+  const std::vector<WindowSession> saved = documents.windowSessions();
+  ASSERT_EQ(saved.size(), 1u);
+  ASSERT_EQ(saved.front().tabs.size(), 2u);
+  EXPECT_EQ(saved.front().tabs[1].repositoryPath, submodulePath);
+  {
+    JelvDocumentController restarted(registry(), preferences());
+    restarted.restoreWindows(saved);
+    ASSERT_TRUE(settle(restarted));
+    ASSERT_EQ(restarted.windows().size(), 1);
+    ASSERT_EQ(restarted.windows().first()->tabCount(), 2);
+    EXPECT_EQ(restarted.windows().first()->tab(1)->kind(), JelvWindowController::Kind::repository);
+    EXPECT_EQ(restarted.windows().first()->tab(1)->repositoryPath(), submodulePath);
+  }
 
   window->closeTab(tab, false);
   ASSERT_EQ(window->tabCount(), 1);

@@ -500,7 +500,7 @@ void LocalChangesView::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file)
     QAction* action = menu->addAction(QIcon::fromTheme(application.icon), application.name, this,
                                       [this, application, file] { openWith(application, file); });
     action->setToolTip(application.exec);
-    // The user's default leads, set apart from the others.
+    // The first is what the desktop itself would open the file with; set it apart.
     if (i == 0 && applications.size() > 1) menu->addSeparator();
   }
   if (applications.empty()) menu->addAction(tr("No Applications Found"))->setEnabled(false);

@@ -468,7 +468,8 @@ QMenu* LocalChangesView::contextMenu(FileListView* list) {
     for (const auto& file : chosen) names << QFileInfo(file->path).fileName();
     QApplication::clipboard()->setText(names.join(QLatin1Char('\n')));
   });
-  if (chosen.size() == 1 && !onlySubmodules) {
+  // One file at a time; a folder entry (an untracked folder) is no file to diff or open.
+  if (chosen.size() == 1 && !onlySubmodules && !chosen.front()->isDirectory) {
     const ChangedFilePtr file = chosen.front();
     QMenu* openWithMenu = menu->addMenu(tr("Open With"));
     // The working file opens; a deleted one has nothing to open.

@@ -173,7 +173,9 @@ void RefreshRepositoryCommand::execute(RepositoryController& controller, UpdateO
   in.name = controller.repositoryName();
   in.data = controller.repositoryData();
   in.subdomains = controller.invalidatedSubdomains();
-  in.order = order;
+  // Before the first data the status would not know the submodules nor the names of
+  // the marker files' commits: the data goes first then.
+  in.order = in.data ? order : UpdateOrder::dataFirst;
   in.showFirstParent = controller.showFirstParent;
   in.showReflogInRevisionList = controller.showReflogInRevisionList;
   in.hideUntrackedFiles = controller.hideUntrackedFiles;

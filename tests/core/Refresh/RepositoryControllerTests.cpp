@@ -2,6 +2,8 @@
 // on the main thread, the status-only path, and quick successive requests.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -161,4 +163,24 @@ TEST_F(RepositoryControllerTest, TheStatusManagerRefreshesTheStatusWhenDue) {
   ASSERT_TRUE(waitUntilIdle(controller));
   manager.setRepository(nullptr);
   EXPECT_FALSE(manager.isActive());
+}
+
+TEST(RepositoryController, AStatusAskedForBeforeTheFirstDataStillKnowsTheSubmodules) {
+  TempRepository library(true, QStringLiteral("library"));
+  TempRepository app(true, QStringLiteral("app"));
+  library.commitFile("lib.c", "int lib;\n", "Library");
+  app.commitFile("main.c", "int main;\n", "App");
+  app.git({"submodule", "add", "-q", library.path(), "ext/lib"});
+  app.commit("Add submodule");
+  app.writeFile("ext/lib/lib.c", "int edited;\n");
+
+  RepositoryController controller{app.module(), std::make_shared<JobQueue>()};
+  controller.refresh();
+  controller.refreshStatus();  // as a page shown at once asks, while the first read runs
+  ASSERT_TRUE(waitUntilIdle(controller));
+  ASSERT_TRUE(controller.repositoryStatus());
+  const ChangedFileList& files = controller.repositoryStatus()->changedFiles;
+  const auto found = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->path == QStringLiteral("ext/lib"); });
+  ASSERT_NE(found, files.end());
+  EXPECT_NE((*found)->changedSubmodule(), nullptr);
 }

@@ -455,7 +455,7 @@ TEST_F(ManagerTest, TheMenuKeyOffersTheCurrentEntrysActions) {
     });
     // Where the platform puts a keyboard context menu: the middle of the current row.
     const QPoint center = tree().viewport()->mapTo(&tree(), tree().visualItemRect(tree().currentItem()).center());
-    QContextMenuEvent event(QContextMenuEvent::Keyboard, center);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, center, tree().mapToGlobal(center));
     QCoreApplication::sendEvent(&tree(), &event);
     settle();
     return titles;

@@ -48,7 +48,9 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   view.show();
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 2);
-  if (view.diffView()->rows().empty()) ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  if (view.diffView()->rows().empty()) {
+    ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  }
   const size_t withContext = view.diffView()->rows().size();
 
   prefs.setValue(QStringLiteral("contextSize"), 0);

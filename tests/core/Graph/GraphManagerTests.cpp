@@ -13,7 +13,7 @@ History twoLongLines(int length) {
   History history;
   history.add(QStringLiteral("top"), {hexFor(QStringLiteral("a0")), hexFor(QStringLiteral("b0"))});
   for (int i = 0; i < length; ++i) {
-    for (const QString side : {QStringLiteral("a"), QStringLiteral("b")}) {
+    for (const QString& side : {QStringLiteral("a"), QStringLiteral("b")}) {
       const QString parent = i + 1 < length ? side + QString::number(i + 1) : QStringLiteral("root");
       history.add(side + QString::number(i), {hexFor(parent)});
     }

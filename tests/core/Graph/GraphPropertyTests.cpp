@@ -109,7 +109,9 @@ void checkRow(const RevisionGraph& graph, const std::vector<GraphInfo>& rows, in
   std::sort(tops.begin(), tops.end());
   ASSERT_EQ(tops, std::vector<int>(openAbove.begin(), openAbove.end()));
   // Columns close up: the lanes that leave fill 0..n-1.
-  if (!bottoms.empty()) ASSERT_EQ(*bottoms.rbegin(), static_cast<int>(bottoms.size()) - 1);
+  if (!bottoms.empty()) {
+    ASSERT_EQ(*bottoms.rbegin(), static_cast<int>(bottoms.size()) - 1);
+  }
   for (int t = 0; t < static_cast<int>(tops.size()); ++t) ASSERT_EQ(tops[static_cast<size_t>(t)], t);
 
   // No dot only for a root that no lane leads to.
@@ -135,7 +137,9 @@ void checkRow(const RevisionGraph& graph, const std::vector<GraphInfo>& rows, in
     // a lane keeps its id from row to row
     if (line.top && r > 0) {
       for (const GraphLine& above : rows[static_cast<size_t>(r - 1)].lines)
-        if (above.bottom == line.top) ASSERT_EQ(above.id, line.id);
+        if (above.bottom == line.top) {
+          ASSERT_EQ(above.id, line.id);
+        }
     }
     if (!line.top) {
       const auto sharing = std::find_if(info.lines.begin(), info.lines.end(), [&](const GraphLine& other) {

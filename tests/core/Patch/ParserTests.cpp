@@ -397,7 +397,9 @@ TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
       // A cut inside a path line shortens the path, it never invents one. (A cut index
       // line can still parse: "index 0000" reads as "0", any two characters, "0".)
       const XFilePatch& cutFile = part->files[i];
-      if (cutFile.newFilepath) ASSERT_TRUE(whole->files[i].newFilepath.value_or(QString()).startsWith(*cutFile.newFilepath)) << cut;
+      if (cutFile.newFilepath) {
+        ASSERT_TRUE(whole->files[i].newFilepath.value_or(QString()).startsWith(*cutFile.newFilepath)) << cut;
+      }
     }
   }
 

@@ -97,6 +97,7 @@ void JelvSheetController::setRepository(RefreshProtocol* repository, QObject* li
   repository_ = repository;
   repositoryLifetime_ = lifetime;
 }
+
 void JelvSheetController::endWithError(const ResultError& error) { end({error}, errorCode); }
 
 void JelvSheetController::end(JelvSheetResult result, int code) {

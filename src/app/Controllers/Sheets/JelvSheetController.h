@@ -10,7 +10,7 @@
 
 #include "Controllers/Sheets/JelvSheetResult.h"
 #include "Models/Subdomain.h"
-#include "Repository/RepositoryController.h"
+#include "Repository/RefreshProtocol.h"
 
 class JobQueue;
 class QLabel;

@@ -52,17 +52,7 @@ int main(int argc, char** argv) {
 
   QTemporaryDir dir;
   const QString repo = dir.path();
-  git(repo, {QStringLiteral("init"), QStringLiteral("-q")});
-  QByteArray before, after;
-  for (int line = 0; line < 5000; ++line) {
-    before += "old line " + QByteArray::number(line) + '\n';
-    after += "new line " + QByteArray::number(line) + '\n';
-  }
-  writeFile(repo + QStringLiteral("/big.txt"), before);
-  git(repo, {QStringLiteral("add"), QStringLiteral("-A")});
-  git(repo, {QStringLiteral("-c"), QStringLiteral("user.name=Bench"), QStringLiteral("-c"), QStringLiteral("user.email=bench@example.com"),
-             QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("-m"), QStringLiteral("one")});
-  writeFile(repo + QStringLiteral("/big.txt"), after);
+  Bench::makeRepositoryWithReplacedFile(repo);
   const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
 
   const auto status = GetChangedFilesGitCommand::execute(module, {}, false, false);

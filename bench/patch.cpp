@@ -22,13 +22,8 @@
 namespace {
 
 using Bench::git;
+using Bench::commitAll;
 using Bench::writeFile;
-
-void commitAll(const QString& directory, const QString& message) {
-  git(directory, {QStringLiteral("add"), QStringLiteral("-A")});
-  git(directory, {QStringLiteral("-c"), QStringLiteral("user.name=Bench"), QStringLiteral("-c"), QStringLiteral("user.email=bench@example.com"),
-                  QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("-m"), message});
-}
 
 QStringList diffArguments(const QString& from, const QString& to) {
   return {QStringLiteral("--no-pager"), QStringLiteral("diff"), QStringLiteral("--no-ext-diff"), QStringLiteral("--no-color"),
@@ -76,15 +71,7 @@ int parseFigure(const char* name) {
 int selectionFigure(const char* name) {
   QTemporaryDir dir;
   const QString repo = dir.path();
-  git(repo, {QStringLiteral("init"), QStringLiteral("-q")});
-  QByteArray before, after;
-  for (int line = 0; line < 5000; ++line) {
-    before += "old line " + QByteArray::number(line) + '\n';
-    after += "new line " + QByteArray::number(line) + '\n';
-  }
-  writeFile(repo + QStringLiteral("/big.txt"), before);
-  commitAll(repo, QStringLiteral("one"));
-  writeFile(repo + QStringLiteral("/big.txt"), after);
+  Bench::makeRepositoryWithReplacedFile(repo);
   const QString text = decodeString(git(repo, {QStringLiteral("-c"), QStringLiteral("core.quotepath=false"), QStringLiteral("--no-pager"),
                                                QStringLiteral("diff"), QStringLiteral("--no-ext-diff"), QStringLiteral("--no-color"),
                                                QStringLiteral("--src-prefix=a/"), QStringLiteral("--dst-prefix=b/"),

@@ -57,6 +57,26 @@ inline void writeFile(const QString& path, const QByteArray& content) {
   if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
 }
 
+inline void commitAll(const QString& directory, const QString& message) {
+  git(directory, {QStringLiteral("add"), QStringLiteral("-A")});
+  git(directory, {QStringLiteral("-c"), QStringLiteral("user.name=Bench"), QStringLiteral("-c"), QStringLiteral("user.email=bench@example.com"),
+                  QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("-m"), message});
+}
+
+// A new repository whose "big.txt" of 5,000 committed lines has every line replaced in
+// the work tree: one hunk of 10,000 changed lines.
+inline void makeRepositoryWithReplacedFile(const QString& repo) {
+  git(repo, {QStringLiteral("init"), QStringLiteral("-q")});
+  QByteArray before, after;
+  for (int line = 0; line < 5000; ++line) {
+    before += "old line " + QByteArray::number(line) + '\n';
+    after += "new line " + QByteArray::number(line) + '\n';
+  }
+  writeFile(repo + QStringLiteral("/big.txt"), before);
+  commitAll(repo, QStringLiteral("one"));
+  writeFile(repo + QStringLiteral("/big.txt"), after);
+}
+
 // Runs git with stdout to /dev/null, the reference for what git alone costs.
 inline void runGitToDevNull(const QString& repo, const QStringList& args) {
   Task task;

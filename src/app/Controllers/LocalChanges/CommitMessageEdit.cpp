@@ -8,6 +8,7 @@
 
 #include "Controls/SpellChecking/CommitSpellHighlighter.h"
 #include "Controls/SpellChecking/SpellChecker.h"
+#include "Controls/SpellChecking/SpellingSuggestions.h"
 #include "Extensions/CheckableWords.h"
 
 #include "Services/Preferences.h"
@@ -29,24 +30,12 @@ void CommitMessageEdit::contextMenuEvent(QContextMenuEvent* event) {
       if (offset < word.start || offset > word.start + word.length) continue;
       const QString text = block.text().mid(word.start, word.length);
       if (SpellChecker::shared().isCorrect(text)) break;
-      QAction* first = menu->actions().value(0);
-      const QStringList suggestions = SpellChecker::shared().suggestions(text);
-      for (const QString& suggestion : suggestions) {
-        auto* action = new QAction(suggestion, menu.get());
-        connect(action, &QAction::triggered, this, [this, block, word, suggestion] {
-          QTextCursor replace(block);
-          replace.setPosition(block.position() + static_cast<int>(word.start));
-          replace.setPosition(block.position() + static_cast<int>(word.start + word.length), QTextCursor::KeepAnchor);
-          replace.insertText(suggestion);
-        });
-        menu->insertAction(first, action);
-      }
-      if (suggestions.isEmpty()) {
-        auto* none = new QAction(tr("No Guesses Found"), menu.get());
-        none->setEnabled(false);
-        menu->insertAction(first, none);
-      }
-      menu->insertSeparator(first);
+      insertSpellingSuggestions(*menu, text, [this, block, word](const QString& suggestion) {
+        QTextCursor replace(block);
+        replace.setPosition(block.position() + static_cast<int>(word.start));
+        replace.setPosition(block.position() + static_cast<int>(word.start + word.length), QTextCursor::KeepAnchor);
+        replace.insertText(suggestion);
+      });
       break;
     }
   }

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "Controls/SpellChecking/SpellChecker.h"
+#include "Controls/SpellChecking/SpellingSuggestions.h"
 
 SpellCheckedLineEdit::SpellCheckedLineEdit(QWidget* parent) : QLineEdit(parent) {
   connect(this, &QLineEdit::textChanged, this, &SpellCheckedLineEdit::check);
@@ -68,19 +69,8 @@ void SpellCheckedLineEdit::contextMenuEvent(QContextMenuEvent* event) {
   const int offset = cursorPositionAt(event->pos());
   for (const WordSpan& word : misspelt_) {
     if (offset < word.start || offset > word.start + word.length) continue;
-    QAction* first = menu->actions().value(0);
-    const QStringList suggestions = SpellChecker::shared().suggestions(text().mid(word.start, word.length));
-    for (const QString& suggestion : suggestions) {
-      auto* action = new QAction(suggestion, menu.get());
-      connect(action, &QAction::triggered, this, [this, word, suggestion] { replaceWord(word, suggestion); });
-      menu->insertAction(first, action);
-    }
-    if (suggestions.isEmpty()) {
-      auto* none = new QAction(tr("No Guesses Found"), menu.get());
-      none->setEnabled(false);
-      menu->insertAction(first, none);
-    }
-    menu->insertSeparator(first);
+    insertSpellingSuggestions(*menu, text().mid(word.start, word.length),
+                              [this, word](const QString& suggestion) { replaceWord(word, suggestion); });
     break;
   }
   menu->exec(event->globalPos());

@@ -112,10 +112,8 @@ TEST_F(DocumentController, ClosingATabCancelsItsJobsOnly) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   TempRepository beta(true, QStringLiteral("beta"));
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(alpha.path());
-  documents.openRepository(beta.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {alpha.path(), beta.path()});
+  ASSERT_TRUE(window);
   ASSERT_EQ(window->tabCount(), 2);
 
   auto closing = scheduleWaitingJob(*window->tab(1)->jobQueue());
@@ -137,9 +135,8 @@ TEST_F(DocumentController, ClosingATabCancelsItsJobsOnly) {
 TEST_F(DocumentController, KeyboardWalksTheTabsAndTheTitleFollows) {
   JelvDocumentController documents(registry(), preferences());
   TempRepository alpha(true, QStringLiteral("alpha"));
-  documents.openRepository(alpha.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {alpha.path()});
+  ASSERT_TRUE(window);
   window->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(window));
 
@@ -212,9 +209,8 @@ TEST_F(DocumentController, TheManagerTabOpensWhatItsViewAsksFor) {
 TEST_F(DocumentController, TheRepositoryMenuFollowsTheTabInFront) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(alpha.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {alpha.path()});
+  ASSERT_TRUE(window);
   auto* menu = window->findChild<QMenu*>(QStringLiteral("repositoryMenu"));
   ASSERT_TRUE(menu);
   auto enabledNames = [menu] {
@@ -237,10 +233,8 @@ TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   TempRepository beta(true, QStringLiteral("beta"));
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(alpha.path());
-  documents.openRepository(beta.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* first = documents.windows().first();
+  JelvMainWindow* first = openAll(documents, {alpha.path(), beta.path()});
+  ASSERT_TRUE(first);
   JelvWindowController* moved = first->tab(0);
   RepositoryView* view = moved->repositoryController();
   auto job = scheduleWaitingJob(*moved->jobQueue());
@@ -328,9 +322,8 @@ TEST_F(DocumentController, ProfilingDataOfEveryRepositoryTabIsExportedAsATrace) 
   TempRepository alpha(true, QStringLiteral("alpha"));
   alpha.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Initial"));
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(alpha.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {alpha.path()});
+  ASSERT_TRUE(window);
   auto job = Job::make(QStringLiteral("Measured work"), Job::Show{3}, Job::ProgressType::infinite, [](JobProgress&) {});
   window->tab(0)->jobQueue()->schedule(job);
   ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::finished; }, 10000));

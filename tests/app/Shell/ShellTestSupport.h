@@ -10,6 +10,7 @@
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
 #include "UI/JelvDocumentController.h"
+#include "UI/JelvMainWindow.h"
 
 class ShellTest : public ::testing::Test {
  protected:
@@ -33,6 +34,14 @@ class ShellTest : public ::testing::Test {
   // Waits until no open is waiting for its folder check.
   static bool settle(JelvDocumentController& documents) {
     return QTest::qWaitFor([&] { return documents.pendingOpens() == 0; }, 20000);
+  }
+
+  // Opens the folders as tabs and waits for them; the window they opened in, or null
+  // when the opens did not end in time.
+  static JelvMainWindow* openAll(JelvDocumentController& documents, const QStringList& paths) {
+    for (const QString& path : paths) documents.openRepository(path);
+    if (!settle(documents) || documents.windows().isEmpty()) return nullptr;
+    return documents.windows().first();
   }
 
   QTemporaryDir dir_;

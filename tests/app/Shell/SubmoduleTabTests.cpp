@@ -38,9 +38,8 @@ TEST_F(SubmoduleTab, SubmoduleOfLocalChangesOpensInANewTab) {
   const QString submodulePath = app.path() + QStringLiteral("/ext/lib");
 
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(app.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {app.path()});
+  ASSERT_TRUE(window);
   ASSERT_EQ(window->tabCount(), 1);
   LocalChangesView* changes = window->tab(0)->repositoryController()->localChangesView();
   changes->reload();

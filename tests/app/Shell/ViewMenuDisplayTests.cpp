@@ -33,9 +33,8 @@ TEST_F(ViewMenuDisplay, TheViewMenuTogglesTheFrontRepositorysCommitListAndSaysWh
   TempRepository alpha(true, QStringLiteral("alpha"));
   alpha.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Initial"));
   JelvDocumentController documents(registry(), preferences());
-  documents.openRepository(alpha.path());
-  ASSERT_TRUE(settle(documents));
-  JelvMainWindow* window = documents.windows().first();
+  JelvMainWindow* window = openAll(documents, {alpha.path()});
+  ASSERT_TRUE(window);
   QMenu* view = viewMenu(*window);
   ASSERT_TRUE(view);
 

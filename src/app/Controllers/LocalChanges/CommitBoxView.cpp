@@ -174,7 +174,7 @@ void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::
   const bool merging = state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>();
   if (!merging) {
     mergeMessageShown_ = false;
-  } else if (!mergeMessageShown_ && mergeMessage && !composer_.amend() && composer_.message().isEmpty()) {
+  } else if (mergeMessage && takesMergeMessage()) {
     // Once per merge: a user who empties the fields keeps them empty.
     mergeMessageShown_ = true;
     composer_.setMessage(*mergeMessage);

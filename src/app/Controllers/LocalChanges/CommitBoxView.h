@@ -54,6 +54,9 @@ class CommitBoxView : public QWidget {
   QToolButton* optionsButton() const { return options_; }
   QMenu* recentMessagesMenu() const { return recentMenu_; }
   QAction* spellCheckingAction() const { return spellChecking_; }
+  // A merge or squash message handed over now would fill the fields (once per merge,
+  // only into empty fields, not under amend).
+  bool takesMergeMessage() const { return !mergeMessageShown_ && !composer_.amend() && composer_.message().isEmpty(); }
   bool isAmending() const { return composer_.amend(); }
 
  Q_SIGNALS:

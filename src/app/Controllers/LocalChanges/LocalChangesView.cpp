@@ -300,7 +300,9 @@ void LocalChangesView::applyStatus(const RepositoryStatus& status) {
   }
   const RepositoryState& state = status.repositoryState;
   std::optional<CommitMessage> mergeMessage;
-  if (state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>()) mergeMessage = readMergeMessage(module_);
+  // Read only when it would be used: statuses arrive at every refresh.
+  const bool merging = state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>();
+  if (merging && commitBox_->takesMergeMessage()) mergeMessage = readMergeMessage(module_);
   commitBox_->setRepositoryState(state, mergeMessage);
   if (awaited != Awaiting::nothing) Q_EMIT reloaded();
 }

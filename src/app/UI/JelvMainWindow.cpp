@@ -136,13 +136,23 @@ void JelvMainWindow::fillRepositoryMenu(QMenu* menu) {
     menu->addAction(tr("No repository in front"))->setEnabled(false);
     return;
   }
-  // The toolbar's own actions, so menu and toolbar cannot disagree.
+  // The tab's own actions, so menu, shortcuts and toolbar cannot disagree.
   for (QAction* action : front->toolbar()->actions()) {
+    if (action->property("section").isValid()) break;  // the commands follow below, grouped
     if (action->isSeparator()) {
       menu->addSeparator();
     } else if (action->isVisible()) {
       menu->addAction(action);
     }
+  }
+  const_cast<JelvWindowController*>(front)->updateCommandActions();
+  QString section;
+  for (QAction* action : front->commandActions()) {
+    if (!action->property("inRepositoryMenu").toBool()) continue;
+    const QString next = action->property("section").toString();
+    if (next != section) menu->addSeparator();
+    section = next;
+    menu->addAction(action);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "Commands/CommandTable.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
 #include "Controllers/RepositoryManager/RepositoryManagerController.h"
@@ -84,6 +85,8 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   repositoryController_ = new RepositoryView(module, jobQueue_, this);
   connect(repositoryController_, &RepositoryView::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
   layout_->addWidget(repositoryController_, 1);
+  connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
+  updateCommandActions();
   updateTitle();
 }
 
@@ -120,7 +123,48 @@ void JelvWindowController::buildToolbar() {
   add(QStringLiteral("activityAction"), tr("Activity"), QStyle::SP_FileDialogInfoView,
       tr("Show the running and finished operations of this tab"),
       [this] { repositoryController_->showActivityManager(); });
+  buildCommandActions();
   layout_->addWidget(toolbar_);
+}
+
+void JelvWindowController::buildCommandActions() {
+  // One action per listed command for this tab: the shortcut works anywhere in the tab,
+  // and the toolbar and the Repository menu show the same object.
+  bool firstOnToolbar = true;
+  for (const CommandDescriptor& descriptor : CommandTable::all()) {
+    if (descriptor.places == CommandDescriptor::nowhere) continue;
+    auto* action = new QAction(descriptor.name, this);
+    action->setObjectName(descriptor.identifier + QStringLiteral("Action"));
+    action->setShortcut(descriptor.shortcut);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setProperty("section", descriptor.section);
+    action->setProperty("inRepositoryMenu", (descriptor.places & CommandDescriptor::repositoryMenu) != 0);
+    const QString identifier = descriptor.identifier;
+    connect(action, &QAction::triggered, this, [this, identifier] {
+      if (repositoryController_) CommandTable::run(identifier, CommandContext::forRepository(repositoryController_));
+    });
+    addAction(action);
+    commandActions_.push_back(action);
+    if (descriptor.places & CommandDescriptor::toolbar) {
+      if (firstOnToolbar) toolbar_->addSeparator();
+      firstOnToolbar = false;
+      QString title = descriptor.name;
+      title.remove(QStringLiteral("..."));
+      action->setIconText(title);
+      action->setToolTip(descriptor.shortcut.isEmpty() ? descriptor.name
+                                                       : QStringLiteral("%1 (%2)").arg(descriptor.name, descriptor.shortcut.toString(QKeySequence::NativeText)));
+      toolbar_->addAction(action);
+    }
+  }
+}
+
+void JelvWindowController::updateCommandActions() {
+  const CommandContext context = CommandContext::forRepository(repositoryController_);
+  for (QAction* action : commandActions_) {
+    QString identifier = action->objectName();
+    identifier.chop(int(qstrlen("Action")));
+    if (const CommandDescriptor* descriptor = CommandTable::find(identifier)) action->setEnabled(descriptor->isAvailable(context));
+  }
 }
 
 QIcon JelvWindowController::tabIcon() const {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "Models/GitModule.h"
 #include "Models/WindowSession.h"
@@ -53,6 +54,10 @@ class JelvWindowController : public QWidget {
   RepositoryView* repositoryController() const { return repositoryController_; }
   QWidget* repositoryManagerController() const { return repositoryManagerController_; }
   QToolBar* toolbar() const { return toolbar_; }
+  // The tab's actions of the command table, in table order; the Repository menu lists them.
+  const std::vector<QAction*>& commandActions() const { return commandActions_; }
+  // Enables each command action as the current snapshot and selection allow.
+  void updateCommandActions();
   TabSession session() const;
 
   // Reads the tab's name from the registry again (after a rename there).
@@ -72,6 +77,7 @@ class JelvWindowController : public QWidget {
  private:
   JelvWindowController(Kind kind, QWidget* parent);
   void buildToolbar();
+  void buildCommandActions();
 
   const std::shared_ptr<JobQueue> jobQueue_;
   Kind kind_;
@@ -85,4 +91,5 @@ class JelvWindowController : public QWidget {
   RepositoryView* repositoryController_ = nullptr;
   QLabel* openingLabel_ = nullptr;
   QToolBar* toolbar_ = nullptr;
+  std::vector<QAction*> commandActions_;
 };

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "Controllers/CommitList/CommitListDelegate.h"
 
@@ -59,6 +60,19 @@ RevisionPtr CommitListView::currentRevision() const {
   const QModelIndex current = currentIndex();
   if (!current.isValid() || current.row() >= model_->rowCount()) return {};
   return model_->revision(current.row());
+}
+
+std::vector<RevisionPtr> CommitListView::selectedRevisions() const {
+  std::vector<RevisionPtr> revisions;
+  QModelIndexList rows = selectionModel()->selectedRows();
+  std::sort(rows.begin(), rows.end(), [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
+  for (const QModelIndex& index : rows) {
+    if (RevisionPtr revision = model_->revision(index.row())) revisions.push_back(std::move(revision));
+  }
+  if (revisions.empty()) {
+    if (RevisionPtr current = currentRevision()) revisions.push_back(std::move(current));
+  }
+  return revisions;
 }
 
 void CommitListView::keyPressEvent(QKeyEvent* event) {

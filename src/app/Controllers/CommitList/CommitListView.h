@@ -14,6 +14,8 @@ class CommitListView : public QTableView {
   // Selects the row of the sha, keeping it in view; false when it isn't listed.
   bool selectSha(const Sha& sha);
   RevisionPtr currentRevision() const;
+  // Every selected commit in list order (newest first); the current one when none is selected.
+  std::vector<RevisionPtr> selectedRevisions() const;
 
  Q_SIGNALS:
   void currentRevisionChanged(RevisionPtr revision);

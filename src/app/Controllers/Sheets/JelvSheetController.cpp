@@ -13,7 +13,14 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include <QCoreApplication>
+
+#include "Jobs/QueuedCall.h"
+#include "Jobs/Job.h"
+#include "Jobs/JobQueue.h"
 #include "Logging/AdvancedLogger.h"
+
+#include <QCloseEvent>
 
 JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
   setWindowModality(Qt::WindowModal);
@@ -84,7 +91,52 @@ void JelvSheetController::setStatus(Status status, const QString& message) {
 
 void JelvSheetController::submit() { endWithSuccess(); }
 
-void JelvSheetController::cancel() { endWithCancel(); }
+void JelvSheetController::cancel() {
+  // A busy sheet is ended only by its job's report: cancel the job and wait for it.
+  if (isOperationInProgress_) {
+    if (auto job = runningJob_.lock()) {
+      cancelRequested_ = true;
+      job->progress().cancel();
+      setStatus(Status::busy, QStringLiteral("Canceling…"));
+    }
+    return;
+  }
+  endWithCancel();
+}
+
+void JelvSheetController::closeEvent(QCloseEvent* event) {
+  if (isOperationInProgress_) {
+    event->ignore();
+    cancel();
+    return;
+  }
+  QDialog::closeEvent(event);
+}
+
+void JelvSheetController::runSheetJob(const QString& jobName, const QString& verb, std::function<GitVoidResult(JobProgress&)> work) {
+  const std::shared_ptr<JobQueue> queue = jobQueue();
+  if (!queue) return;
+  setControlsEnabled(false);
+  setStatus(Status::busy, verb);
+  cancelRequested_ = false;
+  QPointer<JelvSheetController> guard(this);
+  auto job = Job::make(jobName, Job::Show{3}, Job::ProgressType::infinite, [guard, work = std::move(work)](JobProgress& progress) {
+    GitVoidResult result = work(progress);
+    const bool canceled = progress.isCanceled();
+    postQueuedCall(qApp, [guard, result = std::move(result), canceled] {
+      if (!guard) return;
+      if (canceled || guard->cancelRequested_ || result.isError<Error::Canceled>()) {
+        guard->endWithCancel();
+      } else if (result) {
+        guard->endWithSuccess();
+      } else {
+        guard->endWithError(result.error());
+      }
+    });
+  });
+  runningJob_ = job;
+  queue->schedule(job);
+}
 
 void JelvSheetController::endWithCancel() { end({JelvSheetResult::Cancel{}}, cancelCode); }
 void JelvSheetController::endWithSuccess() {

@@ -12,6 +12,8 @@
 #include "Models/Subdomain.h"
 #include "Repository/RefreshProtocol.h"
 
+class Job;
+class JobProgress;
 class JobQueue;
 class QLabel;
 class QProgressBar;
@@ -66,6 +68,13 @@ class JelvSheetController : public QDialog {
   void forEachControl(const std::function<void(QWidget*)>& apply) const;
   void setControlsEnabled(bool enabled);
 
+  // Runs the sheet's operation as a job named `jobName`: the controls go off and the
+  // status line shows `verb` while it runs; the job's report ends the sheet (success,
+  // error, or cancel when the user canceled it). Without a queue nothing runs.
+  void runSheetJob(const QString& jobName, const QString& verb, std::function<GitVoidResult(JobProgress&)> work);
+  // The job that runs the sheet's operation, while it runs.
+  std::shared_ptr<Job> runningJob() const { return runningJob_.lock(); }
+
  public Q_SLOTS:
   virtual void submit();
   virtual void cancel();
@@ -75,11 +84,14 @@ class JelvSheetController : public QDialog {
 
  private:
   void end(JelvSheetResult result, int code);
+  void closeEvent(QCloseEvent* event) override;
 
   JelvSheetResult result_;
   bool isOperationInProgress_ = false;
   Status status_ = Status::none;
   std::shared_ptr<JobQueue> jobQueue_;
+  std::weak_ptr<Job> runningJob_;
+  bool cancelRequested_ = false;
   RefreshProtocol* repository_ = nullptr;
   QPointer<QObject> repositoryLifetime_;  // the repository is only asked while this lives
   QLabel* messageLabel_;

@@ -25,6 +25,8 @@ struct CommandDescriptor {
   QKeySequence shortcut;
   int places = nowhere;
   QString section;  // the Repository menu's group; a separator stands between groups
+  // A further condition beyond `needs` (a state under way, a branch not checked out).
+  std::function<bool(const CommandContext&)> enabled;
 
-  bool isAvailable(const CommandContext& context) const { return context.satisfies(needs); }
+  bool isAvailable(const CommandContext& context) const { return context.satisfies(needs) && (!enabled || enabled(context)); }
 };

@@ -42,18 +42,18 @@ void showSheet(const CommandContext& context, JelvSheetController* sheet, Subdom
 }
 
 void run(const CommandContext& context, const QString& name, Subdomain changed, std::function<GitVoidResult(JobProgress&)> work,
-         std::function<void(const GitVoidResult&)> after) {
+         std::function<void(const GitVoidResult&)> after, std::function<bool(const ResultError&)> handle) {
   const std::shared_ptr<JobQueue> queue = context.queue();
   if (!queue) return;
   QPointer<RepositoryView> guard = context.repository;
   queue->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite,
-                            [context, guard, changed, work = std::move(work), after = std::move(after)](JobProgress& progress) {
+                            [context, guard, changed, work = std::move(work), after = std::move(after), handle = std::move(handle)](JobProgress& progress) {
                               GitVoidResult result = work(progress);
                               if (progress.isCanceled()) result = Error::Canceled{};
-                              postQueuedCall(qApp, [context, guard, changed, after, result = std::move(result)] {
+                              postQueuedCall(qApp, [context, guard, changed, after, handle, result = std::move(result)] {
                                 if (!guard) return;
                                 refresh(context, changed);
-                                if (!result) showError(context, result.error());
+                                if (!result && !(handle && handle(result.error()))) showError(context, result.error());
                                 if (after) after(result);
                               });
                             }));

@@ -22,9 +22,10 @@ namespace CommandFlow {
 void showSheet(const CommandContext& context, JelvSheetController* sheet, Subdomain changed,
                std::function<void(const JelvSheetResult&)> after = {});
 
-// Runs `work` as the job `name` without a sheet, then as showSheet does.
+// Runs `work` as the job `name` without a sheet, then as showSheet does. `handle` may
+// take a failure over (return true) instead of the error sheet, to offer another road.
 void run(const CommandContext& context, const QString& name, Subdomain changed, std::function<GitVoidResult(JobProgress&)> work,
-         std::function<void(const GitVoidResult&)> after = {});
+         std::function<void(const GitVoidResult&)> after = {}, std::function<bool(const ResultError&)> handle = {});
 
 // Asks before a destructive action. `text` says what is lost; `action` titles the button
 // that goes ahead. `confirmed` runs only when the user agrees. Does not block.

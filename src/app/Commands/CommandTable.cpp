@@ -4,7 +4,11 @@
 #include <QAction>
 #include <QMenu>
 
+#include "Commands/BranchOperationCommands.h"
 #include "Commands/CheckoutBranchCommand.h"
+#include "Commands/OperationControlCommand.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Models/LocalBranch.h"
 #include "Commands/ShowCreateBranchSheetCommand.h"
 
 namespace {
@@ -19,10 +23,74 @@ std::vector<CommandDescriptor> makeTable() {
   const auto add = [&table](CommandDescriptor descriptor) { table.push_back(std::move(descriptor)); };
 
   // Branches and revisions.
+  const QString branch = QStringLiteral("branch");
+  const auto inactiveBranch = [](const CommandContext& c) {
+    const auto* local = dynamic_cast<const LocalBranch*>(c.reference.get());
+    return local && !local->isActive;
+  };
+  const auto withUpstream = [](const CommandContext& c) {
+    const auto* local = dynamic_cast<const LocalBranch*>(c.reference.get());
+    return local && local->upstreamFullReference.has_value();
+  };
   add({QStringLiteral("createBranch"), QStringLiteral("New Branch..."), {}, ShowCreateBranchSheetCommand::execute,
-       Needs::repository, QKeySequence(QStringLiteral("Ctrl+Shift+B")), menu | toolbar, QStringLiteral("branch")});
-  add({QStringLiteral("checkoutBranch"), QStringLiteral("Checkout..."), {{QStringLiteral("branch"), Type::localBranch}},
-       CheckoutBranchCommand::execute, Needs::localBranch, {}, 0, QStringLiteral("branch")});
+       Needs::repository, QKeySequence(QStringLiteral("Ctrl+Shift+B")), menu | toolbar, branch});
+  add({QStringLiteral("checkoutBranch"), QStringLiteral("Checkout"), {{QStringLiteral("branch"), Type::localBranch}},
+       CheckoutBranchCommand::execute, Needs::localBranch, {}, 0, branch, inactiveBranch});
+  add({QStringLiteral("checkoutRemoteBranch"), QStringLiteral("Checkout..."), {{QStringLiteral("branch"), Type::remoteBranch}},
+       ShowTrackRemoteBranchSheetCommand::execute, Needs::remoteBranch, {}, 0, branch});
+  add({QStringLiteral("checkoutRevision"), QStringLiteral("Checkout..."), {}, ShowCheckoutRevisionSheetCommand::execute,
+       Needs::repository, {}, 0, branch, [](const CommandContext& c) {
+         return (c.reference && c.reference->kind() == Reference::Kind::tag) || (!c.reference && c.revisions.size() == 1);
+       }});
+  add({QStringLiteral("renameBranch"), QStringLiteral("Rename..."), {{QStringLiteral("branch"), Type::localBranch}},
+       ShowRenameLocalBranchSheetCommand::execute, Needs::localBranch, {}, 0, branch});
+  add({QStringLiteral("deleteBranch"), QStringLiteral("Delete..."), {{QStringLiteral("branch"), Type::localBranch}},
+       ShowRemoveLocalBranchSheetCommand::execute, Needs::localBranch, {}, 0, branch, inactiveBranch});
+  add({QStringLiteral("setUpstream"), QStringLiteral("Set Upstream..."), {{QStringLiteral("branch"), Type::localBranch}},
+       ShowSetUpstreamSheetCommand::execute, Needs::localBranch, {}, 0, branch});
+  add({QStringLiteral("unsetUpstream"), QStringLiteral("Unset Upstream"), {{QStringLiteral("branch"), Type::localBranch}},
+       UnsetUpstreamCommand::execute, Needs::localBranch, {}, 0, branch, withUpstream});
+  add({QStringLiteral("copySha"), QStringLiteral("Copy SHA"), {},
+       [](const CommandContext& c) { CopyToClipboardCommand::execute(c, CopyToClipboardCommand::What::sha); }, Needs::revision, {}, 0, branch});
+  add({QStringLiteral("copySubject"), QStringLiteral("Copy Subject"), {},
+       [](const CommandContext& c) { CopyToClipboardCommand::execute(c, CopyToClipboardCommand::What::subject); }, Needs::revision, {}, 0, branch});
+  add({QStringLiteral("copyBranchName"), QStringLiteral("Copy Name"), {},
+       [](const CommandContext& c) { CopyToClipboardCommand::execute(c, CopyToClipboardCommand::What::referenceName); }, Needs::reference, {}, 0,
+       branch});
+
+  // Merging, rebasing and rewriting the checked-out branch.
+  const QString merge = QStringLiteral("merge");
+  const auto notActive = [](const CommandContext& c) {
+    const auto* local = dynamic_cast<const LocalBranch*>(c.reference.get());
+    return !local || !local->isActive;
+  };
+  add({QStringLiteral("mergeIntoCurrent"), QStringLiteral("Merge..."), {{QStringLiteral("reference"), Type::reference}},
+       ShowMergeBranchSheetCommand::execute, Needs::activeBranch, QKeySequence(QStringLiteral("Ctrl+Shift+M")), menu | toolbar, merge, notActive});
+  add({QStringLiteral("rebaseCurrentOnto"), QStringLiteral("Rebase..."), {{QStringLiteral("reference"), Type::reference}},
+       ShowRebaseSheetCommand::execute, Needs::activeBranch, QKeySequence(QStringLiteral("Ctrl+Shift+E")), menu, merge, notActive});
+  add({QStringLiteral("cherryPick"), QStringLiteral("Cherry-Pick..."), {}, ShowCherryPickSheetCommand::execute, Needs::revision, {}, menu, merge});
+  add({QStringLiteral("revert"), QStringLiteral("Revert..."), {}, ShowRevertSheetCommand::execute, Needs::revision, {}, menu, merge,
+       [](const CommandContext& c) { return c.revisions.size() == 1; }});
+  using ResetMode = ShowResetBranchSheetCommand::Mode;
+  add({QStringLiteral("resetSoft"), QStringLiteral("Reset Current Branch to Here (Soft)..."), {},
+       [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::soft); }, Needs::revision, {}, 0, merge});
+  add({QStringLiteral("resetMixed"), QStringLiteral("Reset Current Branch to Here (Mixed)..."), {},
+       [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::mixed); }, Needs::revision, {}, menu, merge});
+  add({QStringLiteral("resetHard"), QStringLiteral("Reset Current Branch to Here (Hard)..."), {},
+       [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::hard); }, Needs::revision, {}, 0, merge});
+  add({QStringLiteral("showConflicts"), QStringLiteral("Resolve"), {},
+       [](const CommandContext& c) { if (c.repository) c.repository->showFirstConflict(); }, Needs::repository, {}, 0, merge});
+  using Action = OperationControlGitCommand::Action;
+  const auto underWay = [](const CommandContext& c) { return OperationControlCommand::operationUnderWay(c).has_value(); };
+  add({QStringLiteral("continueOperation"), QStringLiteral("Continue"), {},
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::continueOperation); }, Needs::repository, {}, menu,
+       QStringLiteral("operation"), underWay});
+  add({QStringLiteral("abortOperation"), QStringLiteral("Abort..."), {},
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::abort); }, Needs::repository, {}, menu,
+       QStringLiteral("operation"), underWay});
+  add({QStringLiteral("skipOperation"), QStringLiteral("Skip..."), {},
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::skip); }, Needs::repository, {}, menu,
+       QStringLiteral("operation"), OperationControlCommand::canSkip});
 
   return table;
 }

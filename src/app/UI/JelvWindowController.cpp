@@ -86,6 +86,7 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   connect(repositoryController_, &RepositoryView::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
   layout_->addWidget(repositoryController_, 1);
   connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
+  connect(repositoryController_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
   updateCommandActions();
   updateTitle();
 }

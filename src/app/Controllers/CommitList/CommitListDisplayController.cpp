@@ -24,6 +24,13 @@ CommitListDisplayController::CommitListDisplayController(GitModule module, Repos
   connect(list_, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
     QMenu* menu = displayMenu(list_);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* operations = new QMenu(menu);  // holds the operations' actions for the menu's life
+    Q_EMIT contextMenuOpening(operations);
+    if (!operations->isEmpty()) {
+      QAction* first = menu->actions().value(0);
+      menu->insertActions(first, operations->actions());
+      menu->insertSeparator(first);
+    }
     menu->popup(list_->viewport()->mapToGlobal(position));
   });
 }

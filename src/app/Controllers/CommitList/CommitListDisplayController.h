@@ -37,6 +37,8 @@ class CommitListDisplayController : public QObject {
   QMenu* displayMenu(QWidget* parent);
 
  Q_SIGNALS:
+  // The commit list's context menu is opening: the owner puts the commits' operations first.
+  void contextMenuOpening(QMenu* menu);
   // The starred or filtered references were saved; a refresh of them may follow.
   void referenceSettingsChanged();
   void showFirstParentChanged(bool on);

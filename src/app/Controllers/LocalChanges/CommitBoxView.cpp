@@ -16,6 +16,7 @@
 #include "Controllers/LocalChanges/CommitMessageEdit.h"
 #include "Controllers/QueuedWork.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
+#include "Git/Commands/Merge/OperationControlGitCommand.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Controls/SpellChecking/SpellChecker.h"
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
@@ -172,6 +173,9 @@ void CommitBoxView::setStagedFilesCount(int count) {
 void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::optional<CommitMessage>& mergeMessage) {
   phase_ = commitPhase(state);
   const bool merging = state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>();
+  // A merge whose conflicts were all resolved to one side stages nothing, yet commits.
+  const UnmergedFileList* unmerged = state.unmergedFiles();
+  mergeReadyToCommit_ = state.is<RepositoryState::MergeInProgress>() && (!unmerged || unmerged->empty());
   if (!merging) {
     mergeMessageShown_ = false;
   } else if (mergeMessage && takesMergeMessage()) {
@@ -195,26 +199,29 @@ CommitButtonTitle CommitBoxView::buttonTitle() const {
 void CommitBoxView::updateButton() {
   const CommitButtonTitle title = buttonTitle();
   commitButton_->setText(title.text);
-  if (title.action == CommitButtonAction::continueCherryPick) {
-    // The picks go on with their own messages: the fields are not needed.
-    commitButton_->setToolTip(tr("Apply the remaining commits of the cherry-pick"));
+  if (title.action == CommitButtonAction::continueCherryPick || title.action == CommitButtonAction::continueRebase) {
+    // The commits go on with their own messages: the fields are not needed.
+    commitButton_->setToolTip(title.action == CommitButtonAction::continueRebase ? tr("Apply the remaining commits of the rebase")
+                                                                                 : tr("Apply the remaining commits of the cherry-pick"));
     commitButton_->setEnabled(!busy_);
     return;
   }
-  // Continuing a rebase waits for the rebase sheet, which answers git's questions.
-  const bool commits = title.action != CommitButtonAction::continueRebase;
-  commitButton_->setToolTip(commits ? QString() : tr("Continue from the command line for now"));
-  commitButton_->setEnabled(commits && !busy_ && (stagedCount_ > 0 || composer_.amend()) &&
+  commitButton_->setToolTip(QString());
+  commitButton_->setEnabled(!busy_ && (stagedCount_ > 0 || composer_.amend() || mergeReadyToCommit_) &&
                             !subject_->text().trimmed().isEmpty());
 }
 
-void CommitBoxView::continueCherryPick() {
+void CommitBoxView::continueSequence(bool rebase) {
   busy_ = true;
   updateButton();
   const GitModule module = module_;
   QPointer<CommitBoxView> self(this);
-  queue_->schedule(Job::make(tr("Continue Cherry-Pick"), Job::Show{3}, Job::ProgressType::infinite, [self, module](JobProgress& progress) {
-    const GitVoidResult result = ContinueCherryPickGitCommand::execute(module, &progress);
+  queue_->schedule(Job::make(rebase ? tr("Continue Rebase") : tr("Continue Cherry-Pick"), Job::Show{3}, Job::ProgressType::infinite,
+                             [self, module, rebase](JobProgress& progress) {
+    const GitVoidResult result =
+        rebase ? OperationControlGitCommand::execute(module, OperationControlGitCommand::Operation::rebase,
+                                                     OperationControlGitCommand::Action::continueOperation, &progress)
+               : ContinueCherryPickGitCommand::execute(module, &progress);
     QMetaObject::invokeMethod(qApp, [self, result] {
       if (!self) return;
       self->busy_ = false;
@@ -305,8 +312,9 @@ void CommitBoxView::connectErrorSheet(ErrorWindowController* sheet) {
 
 void CommitBoxView::commit() {
   if (busy_ || !commitButton_->isEnabled()) return;
-  if (buttonTitle().action == CommitButtonAction::continueCherryPick) {
-    continueCherryPick();
+  const CommitButtonAction action = buttonTitle().action;
+  if (action == CommitButtonAction::continueCherryPick || action == CommitButtonAction::continueRebase) {
+    continueSequence(action == CommitButtonAction::continueRebase);
     return;
   }
   busy_ = true;

@@ -75,7 +75,8 @@ class CommitBoxView : public QWidget {
   void updateCounter();
   void updateButton();
   CommitButtonTitle buttonTitle() const;
-  void continueCherryPick();
+  // Goes on with the rebase or cherry-pick under way, each commit keeping its message.
+  void continueSequence(bool rebase);
   void amendToggled(bool on);
   void connectErrorSheet(ErrorWindowController* sheet);
 
@@ -86,6 +87,7 @@ class CommitBoxView : public QWidget {
   CommitPhase phase_ = CommitPhase::none;
   bool mergeMessageShown_ = false;
   bool busy_ = false;
+  bool mergeReadyToCommit_ = false;
   bool filling_ = false;  // the fields are set by code, not typed
   SpellCheckedLineEdit* subject_;
   QLabel* counter_;

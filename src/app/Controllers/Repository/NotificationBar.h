@@ -4,6 +4,8 @@
 
 #include "Models/RepositoryStateNotification.h"
 
+class QAction;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
@@ -15,6 +17,10 @@ class NotificationBar : public QFrame {
   explicit NotificationBar(QWidget* parent = nullptr);
   void setNotification(const std::optional<RepositoryStateNotification>& notification);
   QString message() const;
+  // Buttons for these actions, right of the text (Continue, Abort, Good, ...), which
+  // follow the actions' state. The bar takes the actions over and drops earlier ones.
+  void setActions(const QList<QAction*>& actions);
+  QList<QPushButton*> actionButtons() const { return buttons_; }
 
  Q_SIGNALS:
   void mainActionTriggered();
@@ -22,4 +28,7 @@ class NotificationBar : public QFrame {
  private:
   QLabel* label_;
   QPushButton* action_;
+  QHBoxLayout* layout_;
+  QList<QPushButton*> buttons_;
+  QList<QAction*> actions_;  // owned
 };

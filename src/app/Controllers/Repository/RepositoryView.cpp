@@ -3,13 +3,18 @@
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
+#include <QMenu>
 #include <QPointer>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
+#include "Commands/DropBranchCommand.h"
 #include "Controllers/ActivityManagerWindow.h"
+#include "Controllers/LocalChanges/FileListView.h"
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/LocalChanges/LocalChangesView.h"
@@ -132,7 +137,23 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
   connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &RepositoryView::showActivityManager);
+  // The operations of the table: the sidebar's entries, a double-click, the commit list.
+  connect(sidebar_, &RepositorySidebar::contextMenuOpening, this, [this](QMenu* menu, QTreeWidgetItem* item) {
+    CommandTable::addActions(menu, ContextMenus::forSidebarItem(item), ContextMenus::contextForSidebarItem(this, item));
+  });
+  connect(sidebar_, &RepositorySidebar::entryActivated, this, [this](QTreeWidgetItem* item) {
+    const CommandContext context = ContextMenus::contextForSidebarItem(this, item);
+    if (!context.reference) return;
+    if (context.reference->kind() == Reference::Kind::localBranch) CommandTable::run(QStringLiteral("checkoutBranch"), context);
+    if (context.reference->kind() == Reference::Kind::remoteBranch) CommandTable::run(QStringLiteral("checkoutRemoteBranch"), context);
+  });
+  connect(sidebar_, &RepositorySidebar::referenceDropped, this, [this](const QString& source, const QString& target) {
+    DropBranchCommand::execute(CommandContext::forRepository(this), source, target);
+  });
   display_ = new CommitListDisplayController(module_, sidebar_, commitList_, this);
+  connect(display_, &CommitListDisplayController::contextMenuOpening, this, [this](QMenu* menu) {
+    CommandTable::addActions(menu, ContextMenus::revision(), CommandContext::forRepository(this));
+  });
   controller_->showFirstParent = display_->showFirstParent();
   connect(display_, &CommitListDisplayController::showFirstParentChanged, this, [this](bool on) { controller_->showFirstParent = on; });
   connect(display_, &CommitListDisplayController::referenceSettingsChanged, this,
@@ -229,6 +250,7 @@ void RepositoryView::applyRepositoryData() {
 void RepositoryView::applyRepositoryStatus() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   notificationBar_->setNotification(RepositoryStateNotification::make(status->repositoryState));
+  updateNotificationActions();
   localChanges_->applyStatus(*status);
   updateSidebar();
 }
@@ -243,6 +265,42 @@ void RepositoryView::updateSidebar() {
   if (const RepositoryStatusPtr& status = controller_->repositoryStatus()) content.localChangesCount = status->changedFilesCount;
   for (const auto& submodule : data->submodules) content.submodules << submodule.path;
   sidebar_->setContent(content);
+}
+
+void RepositoryView::updateNotificationActions() {
+  const RepositoryStatusPtr& status = controller_->repositoryStatus();
+  if (!status) return;
+  const RepositoryState& state = status->repositoryState;
+  const UnmergedFileList* unmerged = state.unmergedFiles();
+  QStringList identifiers;
+  if (unmerged && !unmerged->empty()) {
+    // The editor of conflicts when it is there, else the list of them.
+    identifiers << (CommandTable::find(QStringLiteral("resolveConflicts")) ? QStringLiteral("resolveConflicts") : QStringLiteral("showConflicts"));
+  }
+  if (state.is<RepositoryState::BisectInProgress>()) {
+    identifiers << QStringLiteral("bisectGood") << QStringLiteral("bisectBad") << QStringLiteral("bisectReset");
+  } else {
+    identifiers << QStringLiteral("continueOperation") << QStringLiteral("skipOperation") << QStringLiteral("abortOperation");
+  }
+  CommandContext context = CommandContext::forRepository(this);
+  context.revisions.clear();
+  if (unmerged && !unmerged->empty()) context.paths << unmerged->front().path;
+  QList<QAction*> actions;
+  for (const QString& identifier : identifiers) {
+    QAction* action = CommandTable::action(identifier, context, notificationBar_);
+    if (action && action->isEnabled()) actions << action;
+    else delete action;
+  }
+  notificationBar_->setActions(actions);
+}
+
+bool RepositoryView::showFirstConflict() {
+  const RepositoryStatusPtr& status = controller_->repositoryStatus();
+  const UnmergedFileList* unmerged = status ? status->repositoryState.unmergedFiles() : nullptr;
+  sidebar_->setCurrentItem(sidebar_->localChangesItem());
+  showLocalChanges();
+  if (!unmerged || unmerged->empty()) return false;
+  return localChanges_->unstagedList()->selectFile(unmerged->front().path);
 }
 
 void RepositoryView::showLocalChanges() { pages_->setCurrentIndex(1); }

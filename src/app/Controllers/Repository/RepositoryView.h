@@ -48,6 +48,8 @@ class RepositoryView : public QWidget {
   void refreshStatus();
   void showLocalChanges();
   void showHistory();
+  // Local Changes with the first conflicted file selected; false when there is none.
+  bool showFirstConflict();
   void showActivityManager();
 
   // The repository line of the status bar: "<folder>: <branch>" and its variants.
@@ -89,6 +91,8 @@ class RepositoryView : public QWidget {
   void applyRepositoryData();
   void applyRepositoryStatus();
   void updateSidebar();
+  // The buttons of the notification bar for the state under way.
+  void updateNotificationActions();
   void loadCommit(const RevisionPtr& revision);
   void loadRevisionDiff(const ChangedFilePtr& file);
 

@@ -18,6 +18,7 @@
 
 ErrorWindowController::ErrorWindowController(GitModule module, std::optional<ResultError> errorResult, QWidget* parent)
     : JelvSheetController(parent), module_(std::move(module)), errorResult_(std::move(errorResult)) {
+  setObjectName(QStringLiteral("errorSheet"));
   setWindowTitle(QStringLiteral("Error"));
   messageLabel()->setText(QStringLiteral("Git operation failed"));
   content_ = ErrorSheetContent::make(errorResult_);

@@ -1,5 +1,9 @@
 #include "Controllers/Sidebar/RepositorySidebar.h"
 
+#include <QDragMoveEvent>
+#include <QDropEvent>
+#include <QMimeData>
+
 #include <QHeaderView>
 #include <QMenu>
 
@@ -53,6 +57,15 @@ RepositorySidebar::RepositorySidebar(QWidget* parent) : QTreeWidget(parent) {
       menu->setAttribute(Qt::WA_DeleteOnClose);
       menu->popup(viewport()->mapToGlobal(position));
     }
+  });
+  // Branches can be dragged onto the checked-out branch to merge or rebase.
+  setDragEnabled(true);
+  setAcceptDrops(true);
+  setDropIndicatorShown(true);
+  setDragDropMode(QAbstractItemView::DragDrop);
+  connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
+    const auto entry = static_cast<Entry>(item->data(0, EntryRole).toInt());
+    if (entry == Entry::reference || entry == Entry::stash) Q_EMIT entryActivated(item);
   });
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::referenceSortOrderChanged, this, &RepositorySidebar::rebuild);
   setColumnCount(2);
@@ -220,6 +233,8 @@ QMenu* RepositorySidebar::contextMenuFor(QTreeWidgetItem* item) {
   const Entry entry = static_cast<Entry>(item->data(0, EntryRole).toInt());
   const QSet<QString>& filtered = content_.references.filtered;
   auto* menu = new QMenu(this);
+  Q_EMIT contextMenuOpening(menu, item);
+  if (!menu->isEmpty()) menu->addSeparator();
   if (entry == Entry::reference) {
     const QString fullReference = item->data(0, FullReferenceRole).toString();
     const bool starred = content_.references.starred.contains(fullReference);
@@ -251,4 +266,47 @@ QMenu* RepositorySidebar::contextMenuFor(QTreeWidgetItem* item) {
     return nullptr;
   }
   return menu;
+}
+
+namespace {
+const QString kReferenceMime = QStringLiteral("application/x-jelv-reference");
+}
+
+QStringList RepositorySidebar::mimeTypes() const { return {kReferenceMime}; }
+
+QMimeData* RepositorySidebar::mimeData(const QList<QTreeWidgetItem*>& items) const {
+  if (items.size() != 1 || static_cast<Entry>(items.first()->data(0, EntryRole).toInt()) != Entry::reference) return nullptr;
+  const QString full = items.first()->data(0, FullReferenceRole).toString();
+  if (!full.startsWith(QStringLiteral("refs/heads/")) && !full.startsWith(QStringLiteral("refs/remotes/"))) return nullptr;
+  auto* data = new QMimeData;
+  data->setData(kReferenceMime, full.toUtf8());
+  return data;
+}
+
+QTreeWidgetItem* RepositorySidebar::dropTarget(const QPoint& position, const QMimeData* data) const {
+  if (!data || !data->hasFormat(kReferenceMime)) return nullptr;
+  QTreeWidgetItem* item = itemAt(position);
+  if (!item || static_cast<Entry>(item->data(0, EntryRole).toInt()) != Entry::reference) return nullptr;
+  const QString target = item->data(0, FullReferenceRole).toString();
+  if (!target.startsWith(QStringLiteral("refs/heads/")) || target == QString::fromUtf8(data->data(kReferenceMime))) return nullptr;
+  return item;
+}
+
+void RepositorySidebar::dragMoveEvent(QDragMoveEvent* event) {
+  if (dropTarget(event->position().toPoint(), event->mimeData())) {
+    event->setDropAction(Qt::LinkAction);
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void RepositorySidebar::dropEvent(QDropEvent* event) {
+  QTreeWidgetItem* target = dropTarget(event->position().toPoint(), event->mimeData());
+  // The tree itself never moves entries: the drop only asks for an operation.
+  event->setDropAction(Qt::IgnoreAction);
+  event->accept();
+  if (target) {
+    Q_EMIT referenceDropped(QString::fromUtf8(event->mimeData()->data(kReferenceMime)), target->data(0, FullReferenceRole).toString());
+  }
 }

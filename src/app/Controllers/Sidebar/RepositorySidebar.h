@@ -52,8 +52,22 @@ class RepositorySidebar : public QTreeWidget {
   void starRequested(const QString& fullReference, bool starred);
   // The commit list should show only these references' history; empty shows all.
   void filterRequested(const QStringList& fullReferences);
+  // A context menu is being built for `item`: the owner puts the item's operations first.
+  void contextMenuOpening(QMenu* menu, QTreeWidgetItem* item);
+  // A double-click on a branch, tag or stash.
+  void entryActivated(QTreeWidgetItem* item);
+  // A branch was dragged onto a local branch: merge or rebase one onto the other.
+  void referenceDropped(const QString& sourceFullReference, const QString& targetFullReference);
+
+ protected:
+  QMimeData* mimeData(const QList<QTreeWidgetItem*>& items) const override;
+  QStringList mimeTypes() const override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
+  // The local branch under the point that a dragged reference may be dropped on.
+  QTreeWidgetItem* dropTarget(const QPoint& position, const QMimeData* data) const;
   QTreeWidgetItem* section(const QString& title, int count);
   void rebuild();
 

@@ -14,6 +14,16 @@ QStringList CheckoutGitCommand::newBranchArguments(const QString& name, const QS
   return {QStringLiteral("checkout"), QStringLiteral("--no-track"), QStringLiteral("-b"), name, startPoint};
 }
 
+QStringList CheckoutGitCommand::fastForwardArguments(const QString& remoteBranch) {
+  return {QStringLiteral("merge"), QStringLiteral("--ff-only"), remoteBranch};
+}
+
+GitVoidResult CheckoutGitCommand::checkoutAndFastForward(const GitModule& module, const QString& localName, const QString& remoteBranch,
+                                                         JobProgress* progress) {
+  if (GitVoidResult done = checkout(module, localName, progress); !done) return done;
+  return runGitCommand(module, fastForwardArguments(remoteBranch), progress);
+}
+
 GitVoidResult CheckoutGitCommand::checkout(const GitModule& module, const QString& target, JobProgress* progress) {
   return runGitCommand(module, checkoutArguments(target), progress);
 }

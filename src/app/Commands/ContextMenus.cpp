@@ -1,0 +1,91 @@
+#include "Commands/ContextMenus.h"
+
+#include <QTreeWidgetItem>
+
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
+#include "Models/RemoteBranch.h"
+#include "Repository/RepositoryController.h"
+
+QStringList ContextMenus::revision() {
+  return {QStringLiteral("copySha"), QStringLiteral("copySubject"), {},
+          QStringLiteral("checkoutRevision"), QStringLiteral("createBranch"), QStringLiteral("createTag"), {},
+          QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), QStringLiteral("rebaseInteractive"), {},
+          QStringLiteral("cherryPick"), QStringLiteral("revert"), QStringLiteral("resetSoft"), QStringLiteral("resetMixed"),
+          QStringLiteral("resetHard"), {},
+          QStringLiteral("rewordRevision"), QStringLiteral("editRevision"), QStringLiteral("squashIntoParent"),
+          QStringLiteral("fixupIntoParent"), QStringLiteral("dropRevision"), {},
+          QStringLiteral("browseFiles"), QStringLiteral("saveAsPatch"), QStringLiteral("bisectStart")};
+}
+
+QStringList ContextMenus::localBranch() {
+  return {QStringLiteral("checkoutBranch"), QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), {},
+          QStringLiteral("createBranch"), QStringLiteral("renameBranch"), QStringLiteral("deleteBranch"), {},
+          QStringLiteral("push"), QStringLiteral("pull"), QStringLiteral("setUpstream"), QStringLiteral("unsetUpstream"), {},
+          QStringLiteral("createTag"), QStringLiteral("copyBranchName")};
+}
+
+QStringList ContextMenus::remoteBranch() {
+  return {QStringLiteral("checkoutRemoteBranch"), QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), {},
+          QStringLiteral("createBranch"), QStringLiteral("deleteRemoteBranch"), QStringLiteral("copyBranchName")};
+}
+
+QStringList ContextMenus::tag() {
+  return {QStringLiteral("checkoutRevision"), QStringLiteral("mergeIntoCurrent"), {}, QStringLiteral("createBranch"),
+          QStringLiteral("pushTag"), QStringLiteral("deleteTag"), QStringLiteral("deleteRemoteTag"), QStringLiteral("copyBranchName")};
+}
+
+QStringList ContextMenus::stash() {
+  return {QStringLiteral("applyStash"), QStringLiteral("popStash"), QStringLiteral("dropStash")};
+}
+
+QStringList ContextMenus::remote() {
+  return {QStringLiteral("fetch"), {}, QStringLiteral("editRemote"), QStringLiteral("renameRemote"), QStringLiteral("removeRemote")};
+}
+
+QStringList ContextMenus::section(const QString& title) {
+  if (title == QStringLiteral("Branches")) return {QStringLiteral("createBranch")};
+  if (title == QStringLiteral("Remotes")) return {QStringLiteral("addRemote")};
+  if (title == QStringLiteral("Tags")) return {QStringLiteral("createTag")};
+  if (title == QStringLiteral("Stashes")) return {QStringLiteral("saveStash")};
+  return {};
+}
+
+QStringList ContextMenus::forSidebarItem(const QTreeWidgetItem* item) {
+  if (!item) return {};
+  const auto entry = static_cast<RepositorySidebar::Entry>(item->data(0, RepositorySidebar::EntryRole).toInt());
+  const QString full = item->data(0, RepositorySidebar::FullReferenceRole).toString();
+  switch (entry) {
+    case RepositorySidebar::Entry::reference:
+      if (full.startsWith(QStringLiteral("refs/heads/"))) return localBranch();
+      if (full.startsWith(QStringLiteral("refs/remotes/"))) return remoteBranch();
+      if (full.startsWith(QStringLiteral("refs/tags/"))) return tag();
+      return {};
+    case RepositorySidebar::Entry::stash: return stash();
+    case RepositorySidebar::Entry::section:
+      if (full.startsWith(QStringLiteral("remote:"))) return remote();
+      return section(full);
+    default: return {};
+  }
+}
+
+CommandContext ContextMenus::contextForSidebarItem(RepositoryView* repository, const QTreeWidgetItem* item) {
+  CommandContext context;
+  context.repository = repository;
+  context.window = repository ? repository->window() : nullptr;
+  const RepositoryDataPtr data = repository ? repository->controller()->repositoryData() : nullptr;
+  if (!item || !data) return context;
+  const QString full = item->data(0, RepositorySidebar::FullReferenceRole).toString();
+  const auto entry = static_cast<RepositorySidebar::Entry>(item->data(0, RepositorySidebar::EntryRole).toInt());
+  if (entry == RepositorySidebar::Entry::reference) {
+    context.reference = data->references.reference(full);
+    if (const auto* remoteBranch = dynamic_cast<const RemoteBranch*>(context.reference.get())) context.remote = remoteBranch->remote;
+  } else if (entry == RepositorySidebar::Entry::stash) {
+    for (const auto& stash : data->stashes) {
+      if (stash->reflogName() == full) context.stash = stash;
+    }
+  } else if (full.startsWith(QStringLiteral("remote:"))) {
+    context.remote = full.mid(int(qstrlen("remote:")));
+  }
+  return context;
+}

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Commands/CommandContext.h"
+#include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
+#include "Controllers/Repository/NotificationBar.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controls/GitOutputView.h"
+#include "Controllers/Sheets/OperationSheetController.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
+#include "Jobs/JobQueue.h"
+#include "Repository/RepositoryController.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+QString q(const char* text) { return QString::fromUtf8(text); }
+
+template <typename T>
+T* waitForTopLevel(const QString& objectName) {
+  T* found = nullptr;
+  QTest::qWaitFor([&] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      auto* candidate = qobject_cast<T*>(widget);
+      if (candidate && candidate->isVisible() && candidate->objectName() == objectName) found = candidate;
+      for (auto* child : widget->findChildren<T*>(objectName)) {
+        if (child->isVisible()) found = child;
+      }
+    }
+    return found != nullptr;
+  }, 10000);
+  return found;
+}
+
+// Waits until the repository has read everything again after an operation.
+bool settle(RepositoryView& view, const std::function<bool()>& done) {
+  return QTest::qWaitFor([&] { return !view.controller()->isRefreshing() && done(); }, 20000);
+}
+
+QTreeWidgetItem* sidebarItem(RepositorySidebar* sidebar, const QString& fullReference) {
+  QTreeWidgetItemIterator it(sidebar);
+  for (; *it; ++it) {
+    if ((*it)->data(0, RepositorySidebar::FullReferenceRole).toString() == fullReference) return *it;
+  }
+  return nullptr;
+}
+
+class BranchMenus : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    repo.commitFile(q("file.txt"), "one\ntwo\n", q("base"));
+    repo.git({q("checkout"), q("-q"), q("-b"), q("topic")});
+    repo.commitFile(q("file.txt"), "one\nTOPIC\n", q("topic change"));
+    repo.git({q("checkout"), q("-q"), q("main")});
+    repo.commitFile(q("file.txt"), "one\nMAIN\n", q("main change"));
+    view = std::make_unique<RepositoryView>(repo.module(), std::make_shared<JobQueue>());
+    view->resize(1200, 800);
+    view->show();
+    QSignalSpy loaded(view.get(), &RepositoryView::snapshotLoaded);
+    ASSERT_TRUE(loaded.wait(20000));
+  }
+
+  TempRepository repo;
+  std::unique_ptr<RepositoryView> view;
+};
+
+}  // namespace
+
+// The branch's menu in the sidebar opens the merge sheet for it; the conflict stops the
+// merge, the bar offers Resolve, Continue and Abort, and Abort (after asking) undoes it.
+TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBar) {
+  QTreeWidgetItem* topic = sidebarItem(view->sidebar(), q("refs/heads/topic"));
+  ASSERT_TRUE(topic);
+  std::unique_ptr<QMenu> menu(view->sidebar()->contextMenuFor(topic));
+  ASSERT_TRUE(menu);
+  QAction* merge = menu->findChild<QAction*>(q("mergeIntoCurrent"));
+  ASSERT_TRUE(merge && merge->isEnabled());
+  EXPECT_TRUE(menu->findChild<QAction*>(q("checkoutBranch"))->isEnabled());
+  merge->trigger();
+
+  auto* sheet = waitForTopLevel<OperationSheetController>(q("mergeSheet"));
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->choice(0)->currentText(), q("topic"));
+  sheet->submitButton()->click();
+  // The failure reaches the error sheet with git's words, the state the notification bar.
+  auto* error = waitForTopLevel<ErrorWindowController>(q("errorSheet"));
+  ASSERT_TRUE(error);
+  EXPECT_TRUE(error->errorTextView()->toPlainText().contains(q("CONFLICT")));
+  error->submitButton()->click();
+  ASSERT_TRUE(settle(*view, [&] { return view->notificationBar()->actionButtons().size() == 3; }));
+  QStringList titles;
+  for (QPushButton* button : view->notificationBar()->actionButtons()) titles << button->text();
+  EXPECT_EQ(titles, (QStringList{q("Resolve"), q("Continue"), q("Abort...")}));
+
+  view->notificationBar()->actionButtons().at(2)->click();
+  auto* confirm = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+  ASSERT_TRUE(confirm);
+  EXPECT_TRUE(confirm->text().contains(q("lost")));
+  confirm->findChild<QPushButton*>(q("confirmButton"))->click();
+  ASSERT_TRUE(settle(*view, [&] { return view->notificationBar()->isHidden(); }));
+  EXPECT_EQ(repo.readFile(q("file.txt")), QByteArray("one\nMAIN\n"));
+}
+
+// Double-click checks a branch out; the commit list's menu offers the operations on the
+// selected commit, and Continue commits a merge whose conflicts were resolved outside.
+TEST_F(BranchMenus, DoubleClickChecksOutAndContinueFinishesAResolvedMerge) {
+  QTreeWidgetItem* topic = sidebarItem(view->sidebar(), q("refs/heads/topic"));
+  ASSERT_TRUE(topic);
+  Q_EMIT view->sidebar()->itemDoubleClicked(topic, 0);
+  ASSERT_TRUE(settle(*view, [&] { return repo.git({q("branch"), q("--show-current")}).trimmed() == q("topic"); }));
+
+  repo.git({q("merge"), q("main")}, true);
+  repo.writeFile(q("file.txt"), "one\nBOTH\n");
+  repo.stageAll();
+  view->refresh();
+  ASSERT_TRUE(settle(*view, [&] {
+    const auto buttons = view->notificationBar()->actionButtons();
+    return !buttons.isEmpty() && buttons.first()->text() == q("Continue");
+  }));
+  view->notificationBar()->actionButtons().first()->click();
+  ASSERT_TRUE(settle(*view, [&] { return view->notificationBar()->isHidden(); }));
+  EXPECT_EQ(repo.git({q("rev-list"), q("--parents"), q("-n1"), q("HEAD")}).split(' ').size(), 3);
+
+  QMenu menu;
+  CommandTable::addActions(&menu, ContextMenus::revision(), CommandContext::forRepository(view.get()));
+  for (const char* name : {"copySha", "cherryPick", "revert", "resetHard", "checkoutRevision"}) {
+    QAction* action = menu.findChild<QAction*>(q(name));
+    ASSERT_TRUE(action) << name;
+    EXPECT_TRUE(action->isEnabled()) << name;
+  }
+}

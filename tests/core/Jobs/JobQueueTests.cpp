@@ -11,7 +11,7 @@
 
 #include "Git/Process/GitRequest.h"
 #include "Jobs/JobQueue.h"
-#include "LogCapture.h"
+#include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -116,7 +116,7 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
   LogCapture log;
   JobQueue queue;
   queue.cancelAllTasks();
-  EXPECT_TRUE(log.lines().isEmpty()) << log.lines().join(QLatin1Char('\n')).toStdString();
+  EXPECT_TRUE(log.messages().isEmpty()) << log.messages().join(QLatin1Char('\n')).toStdString();
 
   std::latch started(2);
   std::latch release(1);
@@ -137,7 +137,7 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
 
   queue.cancelAllTasks();
   // Newest first, and the queue does not wait for the jobs to end.
-  EXPECT_EQ(log.lines(), (QStringList{QStringLiteral("Send cancel signal to 2 jobs"), QStringLiteral("Aborting 'Polite'"),
+  EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Send cancel signal to 2 jobs"), QStringLiteral("Aborting 'Polite'"),
                                       QStringLiteral("Aborting 'Stubborn'")}));
   EXPECT_EQ(stubborn->status(), Job::Status::running);
   EXPECT_EQ(stubborn->progress().state(), JobProgressState::canceled);
@@ -145,16 +145,16 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
 
   ASSERT_TRUE(eventually([&] { return polite->status() == Job::Status::finished; }));
   EXPECT_EQ(queue.activeJobsCount(), 1);
-  EXPECT_TRUE(log.lines().contains(QStringLiteral("Job 'Polite' canceled")));
+  EXPECT_TRUE(log.messages().contains(QStringLiteral("Job 'Polite' canceled")));
   // A second cancel reaches only what is still active, and runs no action twice.
   log.clear();
   queue.cancelAllTasks();
-  EXPECT_EQ(log.lines(), (QStringList{QStringLiteral("Send cancel signal to 1 jobs"), QStringLiteral("Aborting 'Stubborn'")}));
+  EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Send cancel signal to 1 jobs"), QStringLiteral("Aborting 'Stubborn'")}));
   EXPECT_EQ(actionRuns, 1);
 
   release.count_down();
   ASSERT_TRUE(queue.waitForDone(5000));
-  EXPECT_TRUE(log.lines().contains(QStringLiteral("Job 'Stubborn' canceled")));
+  EXPECT_TRUE(log.messages().contains(QStringLiteral("Job 'Stubborn' canceled")));
 }
 
 TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {

@@ -81,15 +81,14 @@ TEST(StreamLineReader, UndecodableDelimiterGivesNoReader) {
   EXPECT_EQ(StreamLineReader::create(fds[0], QStringLiteral("€"), TextEncoding::isoLatin1, 16), nullptr);
 }
 
-TEST(StreamLineReader, MillionsOfLinesPassInBoundedMemory) {
-  // The writer produces 2 million lines; the reader's buffer must never grow beyond
-  // a chunk plus a line, which we observe through the count alone staying exact.
+TEST(StreamLineReader, ManyChunksOfLinesPassWhole) {
+  // 200,000 lines through a 4 KiB chunk: no line is lost or merged at a chunk's edge.
   int fds[2];
   ASSERT_EQ(::pipe(fds), 0);
   std::thread writer([fd = fds[1]] {
     QByteArray block;
     for (int i = 0; i < 1000; ++i) block += "0123456789abcdef0123456789abcdef0123456789 line\n";
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 200; ++i) {
       if (::write(fd, block.constData(), static_cast<size_t>(block.size())) < 0) break;
     }
     ::close(fd);
@@ -102,7 +101,7 @@ TEST(StreamLineReader, MillionsOfLinesPassInBoundedMemory) {
     longest = std::max(longest, line->size());
   }
   writer.join();
-  EXPECT_EQ(count, 2000000);
+  EXPECT_EQ(count, 200000);
   EXPECT_EQ(longest, 47);
 }
 

@@ -223,6 +223,9 @@ void ShowResetBranchSheetCommand::execute(const CommandContext& context, Mode mo
     sheet->setPermanentWarning(hard ? QStringLiteral("Every uncommitted change in the index and the working tree is lost for good.")
                                     : QString());
     sheet->submitButton()->setText(hard ? QStringLiteral("Reset and Discard Changes") : QStringLiteral("Reset"));
+    // Return must not discard anything.
+    sheet->submitButton()->setDefault(!hard);
+    sheet->cancelButton()->setDefault(hard);
   };
   QObject::connect(sheet->choice(0), &QComboBox::currentIndexChanged, sheet, warn);
   const GitModule module = context.module();

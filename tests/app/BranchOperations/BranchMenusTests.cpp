@@ -139,3 +139,24 @@ TEST_F(BranchMenus, DoubleClickChecksOutAndContinueFinishesAResolvedMerge) {
     EXPECT_TRUE(action->isEnabled()) << name;
   }
 }
+
+// Deleting a branch that is not merged asks twice: the second time saying what is lost.
+TEST_F(BranchMenus, DeletingAnUnmergedBranchAsksAgainBeforeForcing) {
+  QTreeWidgetItem* topic = sidebarItem(view->sidebar(), q("refs/heads/topic"));
+  ASSERT_TRUE(topic);
+  std::unique_ptr<QMenu> menu(view->sidebar()->contextMenuFor(topic));
+  menu->findChild<QAction*>(q("deleteBranch"))->trigger();
+  auto* first = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+  ASSERT_TRUE(first);
+  first->findChild<QPushButton*>(q("confirmButton"))->click();
+
+  QMessageBox* second = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    second = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+    return second && second->text().contains(q("not fully merged"));
+  }, 20000));
+  EXPECT_TRUE(second->text().contains(q("will be lost")));
+  EXPECT_TRUE(repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")));
+  second->findChild<QPushButton*>(q("confirmButton"))->click();
+  ASSERT_TRUE(settle(*view, [&] { return !repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")); }));
+}

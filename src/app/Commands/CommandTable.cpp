@@ -128,11 +128,23 @@ QAction* CommandTable::action(const QString& identifier, const CommandContext& c
 }
 
 void CommandTable::addActions(QMenu* menu, const QStringList& identifiers, const CommandContext& context) {
+  QMenu* target = menu;
   for (const QString& identifier : identifiers) {
     if (identifier.isEmpty()) {
-      menu->addSeparator();
-    } else if (QAction* action = CommandTable::action(identifier, context, menu)) {
-      menu->addAction(action);
+      target->addSeparator();
+    } else if (identifier.startsWith(QLatin1Char('>'))) {
+      target = menu->addMenu(identifier.mid(1));
+    } else if (identifier == QStringLiteral("<")) {
+      if (target != menu && target->isEmpty()) delete target;
+      target = menu;
+    } else if (QAction* action = CommandTable::action(identifier, context, target)) {
+      // Inside "Reset Current Branch to Here", "...to Here (Soft)..." reads "Soft...".
+      if (target != menu && action->text().startsWith(target->title())) {
+        QString rest = action->text().mid(target->title().size()).trimmed();
+        rest.remove(QLatin1Char('(')).remove(QLatin1Char(')'));
+        action->setText(rest);
+      }
+      target->addAction(action);
     }
   }
 }

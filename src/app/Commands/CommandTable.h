@@ -23,7 +23,7 @@ class CommandTable {
   // An action titled as the entry, enabled as the context allows, that runs it with
   // `context`. Owned by `parent`. Null for an unknown identifier.
   static QAction* action(const QString& identifier, const CommandContext& context, QObject* parent);
-  // Adds the entries to `menu` in order; an empty identifier adds a separator. Entries
-  // that the context cannot satisfy at all are shown disabled.
+  // Adds the entries to `menu` in order; an empty identifier adds a separator, ">Title"
+  // opens a submenu and "<" closes it. Entries the context cannot satisfy are disabled.
   static void addActions(QMenu* menu, const QStringList& identifiers, const CommandContext& context);
 };

@@ -11,8 +11,8 @@ QStringList ContextMenus::revision() {
   return {QStringLiteral("copySha"), QStringLiteral("copySubject"), {},
           QStringLiteral("checkoutRevision"), QStringLiteral("createBranch"), QStringLiteral("createTag"), {},
           QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), QStringLiteral("rebaseInteractive"), {},
-          QStringLiteral("cherryPick"), QStringLiteral("revert"), QStringLiteral("resetSoft"), QStringLiteral("resetMixed"),
-          QStringLiteral("resetHard"), {},
+          QStringLiteral("cherryPick"), QStringLiteral("revert"), QStringLiteral(">Reset Current Branch to Here"),
+          QStringLiteral("resetSoft"), QStringLiteral("resetMixed"), QStringLiteral("resetHard"), QStringLiteral("<"), {},
           QStringLiteral("rewordRevision"), QStringLiteral("editRevision"), QStringLiteral("squashIntoParent"),
           QStringLiteral("fixupIntoParent"), QStringLiteral("dropRevision"), {},
           QStringLiteral("browseFiles"), QStringLiteral("saveAsPatch"), QStringLiteral("bisectStart")};

@@ -8,7 +8,7 @@ PACKAGES=(
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev libhunspell-dev hunspell-en-us
   libspdlog-dev libfmt-dev libsqlite3-dev libsecret-1-dev libglib2.0-dev libcmark-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
-  git git-lfs git-flow gnupg
+  git git-lfs git-flow gnupg nginx-light fcgiwrap openssh-server openssh-client
   xvfb xauth dbus dbus-x11 gnome-keyring fonts-dejavu-core
   python3 time
 )

@@ -259,6 +259,8 @@ TEST_F(GitRequestTest, GitEnvironmentFollowsTheRules) {
   EXPECT_EQ(envValue(env, QStringLiteral("SSH_ASKPASS")), Consts::Git::askPassPath());
   EXPECT_EQ(envValue(env, QStringLiteral("GIT_SSH_COMMAND")), QStringLiteral("ssh -i '/keys/it's' -F '/dev/null'"));
   EXPECT_EQ(envValue(env, QStringLiteral("NO_PROMPT")), QStringLiteral("1"));
+  EXPECT_EQ(envValue(env, QStringLiteral("SSH_ASKPASS_REQUIRE")), QStringLiteral("force"));
+  EXPECT_EQ(envValue(env, QStringLiteral("GIT_TERMINAL_PROMPT")), QStringLiteral("0"));
   EXPECT_EQ(envValue(env, QStringLiteral("PATH")),
             Consts::Git::gitLfsDirectory() + QLatin1Char(':') + Consts::Git::gitFlowDirectory() + QStringLiteral(":/usr/local/bin:") +
                 qEnvironmentVariable("PATH"));

@@ -34,6 +34,14 @@ void removeDebugSwitches(Task::Environment& env) {
   env.remove(QStringLiteral("NSZombieEnabled"));
 }
 
+// Every prompt goes through the ask-pass helper: ssh would otherwise prefer a terminal
+// and git fall back to one, and a child reading the terminal of a window-less process
+// waits forever.
+void setPromptVariables(Task::Environment& env) {
+  env.set(QStringLiteral("SSH_ASKPASS_REQUIRE"), QStringLiteral("force"));
+  env.set(QStringLiteral("GIT_TERMINAL_PROMPT"), QStringLiteral("0"));
+}
+
 std::optional<QString> execPathFor(const GitInstanceType& instance) {
   if (instance.kind == GitInstanceType::Kind::system) return std::nullopt;
   const QString gitPath = instance.launchPath();
@@ -205,6 +213,7 @@ Task::Environment GitRequest::environment(const GitInstanceType& instance) const
   Task::Environment env = Task::Environment::current();
   env.set(QStringLiteral("DISPLAY"), QStringLiteral("NONE"));
   env.set(QStringLiteral("SSH_ASKPASS"), Consts::Git::askPassPath());
+  setPromptVariables(env);
   if (sshKeyPath) env.set(QStringLiteral("GIT_SSH_COMMAND"), QStringLiteral("ssh -i '%1' -F '/dev/null'").arg(*sshKeyPath));
   env.set(QStringLiteral("NO_PROMPT"), noPrompt ? QStringLiteral("1") : QStringLiteral("0"));
   const QString parentPath = env.value(QStringLiteral("PATH")).value_or(QString());
@@ -354,6 +363,7 @@ Task::Environment ShellRequest::environment(const GitInstanceType& instance) {
   Task::Environment env = Task::Environment::current();
   env.set(QStringLiteral("DISPLAY"), QStringLiteral("NONE"));
   env.set(QStringLiteral("SSH_ASKPASS"), Consts::Git::askPassPath());
+  setPromptVariables(env);
   const QString parentPath = env.value(QStringLiteral("PATH")).value_or(QString());
   env.set(QStringLiteral("PATH"), QStringLiteral("/usr/local/bin:") + parentPath);
   if (auto execPath = execPathFor(instance)) env.set(QStringLiteral("GIT_EXEC_PATH"), *execPath);

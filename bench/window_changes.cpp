@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Jobs/JobQueue.h"
 #include "support/BenchSupport.h"
@@ -19,7 +19,7 @@ namespace {
 
 class FirstRowsPainted : public QObject {
  public:
-  explicit FirstRowsPainted(FileListView* list) : list_(list) {}
+  explicit FirstRowsPainted(FileListViewController* list) : list_(list) {}
   bool eventFilter(QObject*, QEvent* event) override {
     if (event->type() == QEvent::Paint && !done && list_->model()->rowCount() > 0) {
       done = true;
@@ -30,14 +30,14 @@ class FirstRowsPainted : public QObject {
   bool done = false;
 
  private:
-  FileListView* list_;
+  FileListViewController* list_;
 };
 
 double openOnce(const GitModule& module, int* rows) {
   QElapsedTimer timer;
   timer.start();
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(module, queue);
+  StageFileViewController view(module, queue);
   view.resize(1200, 800);
   FirstRowsPainted watcher(view.unstagedList());
   view.unstagedList()->viewport()->installEventFilter(&watcher);

@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
@@ -11,7 +11,7 @@ TEST(DiffFont, DiffViewsTakeTheNewFontAndWidenTheirGutter) {
   auto& prefs = Preferences::shared();
   prefs.setValue(QStringLiteral("diffFontSize"), 9);
   DiffTextView plain;
-  CommitDiffTextView staging;
+  CommitTextDiffView staging;
   const int plainGutter = plain.gutterWidth();
   const int stagingGutter = staging.gutterWidth();
   plain.setRows({});  // lays the gutter out

@@ -7,11 +7,11 @@
 #include <QTextBlock>
 #include <QToolButton>
 
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/GitOutputView.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"
@@ -33,10 +33,10 @@ QByteArray numbered(int from, int to) {
 class LineStagingView : public ::testing::Test {
  protected:
   void open() {
-    view = std::make_unique<LocalChangesView>(repo.module(), queue);
+    view = std::make_unique<StageFileViewController>(repo.module(), queue);
     view->resize(1200, 700);
     view->show();
-    QSignalSpy reloaded(view.get(), &LocalChangesView::reloaded);
+    QSignalSpy reloaded(view.get(), &StageFileViewController::reloaded);
     view->reload();
     ASSERT_TRUE(reloaded.wait(10000));
   }
@@ -44,8 +44,8 @@ class LineStagingView : public ::testing::Test {
   QByteArray index(const QString& path) const { return repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}); }
 
   // Chooses the file in one list and waits for its diff.
-  void showDiff(FileListView* list, const QString& path) {
-    QSignalSpy loaded(view.get(), &LocalChangesView::diffLoaded);
+  void showDiff(FileListViewController* list, const QString& path) {
+    QSignalSpy loaded(view.get(), &StageFileViewController::diffLoaded);
     if (list->currentFile() && list->currentFile()->path == path) {
       list->setCurrentIndex(QModelIndex());
     }
@@ -55,27 +55,27 @@ class LineStagingView : public ::testing::Test {
 
   // Runs an action that applies lines, and waits until the lists and the diff are new.
   void applyAndWait(const std::function<void()>& action) {
-    QSignalSpy reloaded(view.get(), &LocalChangesView::reloaded);
-    QSignalSpy loaded(view.get(), &LocalChangesView::diffLoaded);
+    QSignalSpy reloaded(view.get(), &StageFileViewController::reloaded);
+    QSignalSpy loaded(view.get(), &StageFileViewController::diffLoaded);
     action();
     ASSERT_TRUE(reloaded.wait(10000));
     if (loaded.isEmpty()) loaded.wait(3000);
   }
 
-  static int rowOf(CommitDiffTextView* text, const QString& line) {
+  static int rowOf(CommitTextDiffView* text, const QString& line) {
     for (QTextBlock block = text->document()->firstBlock(); block.isValid(); block = block.next()) {
       if (block.text() == line) return block.blockNumber();
     }
     return -1;
   }
 
-  static QPoint rowPoint(CommitDiffTextView* text, int row) {
+  static QPoint rowPoint(CommitTextDiffView* text, int row) {
     const QTextCursor cursor(text->document()->findBlockByNumber(row));
     return QPoint(5, text->cursorRect(cursor).center().y());
   }
 
   // Presses on the gutter at the first row and drags to the last.
-  static void dragInGutter(CommitDiffTextView* text, int fromRow, int toRow) {
+  static void dragInGutter(CommitTextDiffView* text, int fromRow, int toRow) {
     QTest::mousePress(text->gutter(), Qt::LeftButton, {}, rowPoint(text, fromRow));
     QTest::mouseMove(text->gutter(), rowPoint(text, toRow));
     QTest::mouseRelease(text->gutter(), Qt::LeftButton, {}, rowPoint(text, toRow));
@@ -83,7 +83,7 @@ class LineStagingView : public ::testing::Test {
 
   TempRepository repo;
   std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
-  std::unique_ptr<LocalChangesView> view;
+  std::unique_ptr<StageFileViewController> view;
 };
 
 }  // namespace
@@ -96,7 +96,7 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
   repo.writeFile(QStringLiteral("f.txt"), working);
   open();
   showDiff(view->unstagedList(), QStringLiteral("f.txt"));
-  CommitDiffTextView* text = view->diffView();
+  CommitTextDiffView* text = view->diffView();
 
   dragInGutter(text, rowOf(text, QStringLiteral("added A")), rowOf(text, QStringLiteral("added C")));
   ASSERT_TRUE(text->activeChunk() && text->activeChunk()->manualSelection);
@@ -164,7 +164,7 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
   open();
   view->resize(1200, 260);
   showDiff(view->unstagedList(), QStringLiteral("g.txt"));
-  CommitDiffTextView* text = view->diffView();
+  CommitTextDiffView* text = view->diffView();
   ASSERT_GT(text->verticalScrollBar()->maximum(), 0);
 
   // Scroll to the second hunk and rest the mouse on it.
@@ -232,8 +232,8 @@ TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
   ASSERT_FALSE(pane->isSideBySide());
   pane->layoutButton()->click();
   EXPECT_EQ(Preferences::shared().commitDiffLayoutMode(), 1);
-  CommitDiffTextView* left = pane->leftView();
-  CommitDiffTextView* right = pane->rightView();
+  CommitTextDiffView* left = pane->leftView();
+  CommitTextDiffView* right = pane->rightView();
   ASSERT_TRUE(left->isVisible() && right->isVisible());
   EXPECT_FALSE(pane->unifiedView()->isVisible());
   EXPECT_EQ(left->document()->blockCount(), right->document()->blockCount());
@@ -281,7 +281,7 @@ TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
   repo.writeFile(QStringLiteral("f.txt"), numbered(1, 3) + "added\n" + numbered(4, 6));
   open();
   showDiff(view->unstagedList(), QStringLiteral("f.txt"));
-  CommitDiffTextView* text = view->diffView();
+  CommitTextDiffView* text = view->diffView();
   const int row = rowOf(text, QStringLiteral("added"));
   ASSERT_GE(row, 0);
 

@@ -12,10 +12,10 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
-#include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/CommitMessageEdit.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/SpellChecking/SpellChecker.h"
 #include "Jobs/JobQueue.h"
@@ -49,12 +49,12 @@ QColor inkOf(const QImage& image) {
 }
 // The page of the repository in a window of a screenshot's size, its lists read; null
 // when the read did not end.
-LocalChangesView* showLoaded(QMainWindow& window, TempRepository& repo) {
-  auto* view = new LocalChangesView(repo.module(), std::make_shared<JobQueue>());
+StageFileViewController* showLoaded(QMainWindow& window, TempRepository& repo) {
+  auto* view = new StageFileViewController(repo.module(), std::make_shared<JobQueue>());
   window.setCentralWidget(view);
   window.resize(1100, 720);
   window.show();
-  QSignalSpy reloaded(view, &LocalChangesView::reloaded);
+  QSignalSpy reloaded(view, &StageFileViewController::reloaded);
   view->reload();
   return reloaded.wait(10000) ? view : nullptr;
 }
@@ -71,13 +71,13 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   repo.git({QStringLiteral("add"), QStringLiteral("src/a.cpp")});
 
   QMainWindow window;
-  LocalChangesView* view = showLoaded(window, repo);
+  StageFileViewController* view = showLoaded(window, repo);
   ASSERT_TRUE(view);
   // A file's diff on the right, as a user would look at it before committing.
   QSignalSpy diff(view, SIGNAL(diffLoaded()));
   view->stagedList()->selectFile(QStringLiteral("src/a.cpp"));
   diff.wait(3000);
-  CommitBoxView* box = view->commitBox();
+  CommitController* box = view->commitBox();
   box->descriptionField()->setPlainText(QStringLiteral("The old limit cut long subjects; the new one is reccomended by most projects."));
 
   std::vector<QColor> inks;
@@ -132,10 +132,10 @@ TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
   repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
 
   QMainWindow window;
-  LocalChangesView* view = showLoaded(window, repo);
+  StageFileViewController* view = showLoaded(window, repo);
   ASSERT_TRUE(view);
   view->commitBox()->subjectField()->setText(QStringLiteral("Trim a"));
-  QSignalSpy finished(view->commitBox(), &CommitBoxView::commitFinished);
+  QSignalSpy finished(view->commitBox(), &CommitController::commitFinished);
   view->commitBox()->commit();
   ASSERT_TRUE(finished.wait(10000));
   auto* sheet = window.findChild<ErrorWindowController*>();
@@ -157,7 +157,7 @@ TEST(CommitBoxLook, MisspeltWordsAreUnderlinedWhileSpellCheckingIsOn) {
   TempRepository repo;
   auto queue = std::make_shared<JobQueue>();
   Preferences::shared().setEnableCommitSpellChecking(true);
-  CommitBoxView box(repo.module(), queue);
+  CommitController box(repo.module(), queue);
   box.descriptionField()->setPlainText(QStringLiteral("This sentnce calls parseLine once."));
   box.subjectField()->setText(QStringLiteral("Fix teh parseLine crash"));
   const auto subjectWords = [&] {

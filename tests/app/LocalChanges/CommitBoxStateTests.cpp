@@ -14,12 +14,12 @@
 #include <QTest>
 #include <cstdlib>
 
-#include "Controllers/LocalChanges/CommitBoxView.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/CommitController.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
@@ -69,7 +69,7 @@ TEST(CommitBox, RecentMessagesFillTheFields) {
   repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("Third change"));
 
   auto queue = std::make_shared<JobQueue>();
-  CommitBoxView box(repo.module(), queue);
+  CommitController box(repo.module(), queue);
   ASSERT_TRUE(waitFor(&box, SIGNAL(recentMessagesLoaded()), [&] { box.loadRecentMessages(); }));
   QStringList titles;
   for (QAction* action : box.recentMessagesMenu()->actions()) titles << action->text();
@@ -92,10 +92,10 @@ TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
   repo.git({QStringLiteral("merge"), QStringLiteral("--squash"), QStringLiteral("topic")});
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
-  CommitBoxView* box = view.commitBox();
+  CommitController* box = view.commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Squashed commit of the following:"));
   EXPECT_TRUE(box->descriptionField()->toPlainText().contains(u"Topic work"));
   EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Squash Commits"));
@@ -129,10 +129,10 @@ TEST(CommitBox, ContinueCherryPickAppliesTheRemainingCommits) {
   repo.git({QStringLiteral("-c"), QStringLiteral("core.editor=true"), QStringLiteral("commit"), QStringLiteral("--no-edit")});
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
-  CommitBoxView* box = view.commitBox();
+  CommitController* box = view.commitBox();
   ASSERT_EQ(box->commitButton()->text(), QStringLiteral("Continue Cherry-Pick"));
   ASSERT_TRUE(box->commitButton()->isEnabled());
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
@@ -154,11 +154,11 @@ TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
 
   QMainWindow window;
   auto queue = std::make_shared<JobQueue>();
-  auto* view = new LocalChangesView(repo.module(), queue);
+  auto* view = new StageFileViewController(repo.module(), queue);
   window.setCentralWidget(view);
   window.show();
   ASSERT_TRUE(waitFor(view, SIGNAL(reloaded()), [&] { view->reload(); }));
-  CommitBoxView* box = view->commitBox();
+  CommitController* box = view->commitBox();
   box->subjectField()->setText(QStringLiteral("Change a"));
   const QString before = repo.headSha();
   ASSERT_TRUE(waitFor(box, SIGNAL(commitFinished()), [&] { box->commit(); }));
@@ -197,7 +197,7 @@ TEST(CommitBox, AmendShowsTheAmendedCommitInTheStagedList) {
   repo.git({QStringLiteral("add"), QStringLiteral("c.txt")});
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
   const auto staged = [&] {
@@ -207,7 +207,7 @@ TEST(CommitBox, AmendShowsTheAmendedCommitInTheStagedList) {
   };
   EXPECT_EQ(staged(), QStringList{QStringLiteral("c.txt")});
 
-  CommitBoxView* box = view.commitBox();
+  CommitController* box = view.commitBox();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { box->amendBox()->click(); }));
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Add b"));
   EXPECT_EQ(staged(), (QStringList{QStringLiteral("b.txt"), QStringLiteral("c.txt")}));

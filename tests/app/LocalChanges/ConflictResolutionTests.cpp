@@ -2,8 +2,8 @@
 
 #include <QSignalSpy>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Jobs/JobQueue.h"
 #include "support/TempRepository.h"
 
@@ -18,8 +18,8 @@ TEST(ConflictResolution, TheirsIsTakenAndTheFileIsStaged) {
   repo.commitFile(QStringLiteral("a.txt"), "mine\n", QStringLiteral("mine"));
   repo.git({"merge", "topic"}, true);
 
-  LocalChangesView view(repo.module(), std::make_shared<JobQueue>());
-  QSignalSpy reloaded(&view, &LocalChangesView::reloaded);
+  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
   view.reload();
   ASSERT_TRUE(reloaded.wait(10000));
   const ChangedFileList unstaged = view.unstagedList()->files();

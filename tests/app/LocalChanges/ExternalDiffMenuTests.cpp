@@ -10,8 +10,8 @@
 #include <QTest>
 #include <memory>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Jobs/JobQueue.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
@@ -50,7 +50,7 @@ struct DiffToolPreferences {
 };
 
 // Runs "External Diff" from the list's menu for the file and gives the tool's arguments.
-QStringList runExternalDiff(LocalChangesView& view, FileListView* list, const QString& path, const QString& tool) {
+QStringList runExternalDiff(StageFileViewController& view, FileListViewController* list, const QString& path, const QString& tool) {
   QFile::remove(tool + QStringLiteral(".args"));
   EXPECT_TRUE(list->selectFile(path));
   std::unique_ptr<QMenu> menu(view.contextMenu(list));
@@ -80,7 +80,7 @@ TEST(LocalChangesExternalDiff, CustomToolReceivesBothSides) {
   Preferences::shared().setExternalDiffToolCustomPath(tool);
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   QSignalSpy reloaded(&view, SIGNAL(reloaded()));
   view.reload();
   ASSERT_TRUE(reloaded.wait(10000));
@@ -110,7 +110,7 @@ TEST(LocalChangesExternalDiff, MissingToolIsExplained) {
   Preferences::shared().setExternalDiffTool(int(MergeTool::Kind::custom));
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   QSignalSpy reloaded(&view, SIGNAL(reloaded()));
   view.reload();
   ASSERT_TRUE(reloaded.wait(10000));

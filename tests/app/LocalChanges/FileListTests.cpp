@@ -10,8 +10,8 @@
 #include <QTest>
 
 #include "Controllers/LocalChanges/FileListModel.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/AddGitIgnorePatternController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Jobs/JobQueue.h"
@@ -32,7 +32,7 @@ QStringList paths(const ChangedFileList& files) {
 }
 
 // The text of the top-level rows and, indented, of the rows under expanded folders.
-QStringList visibleRows(FileListView* list, const QModelIndex& parent = {}, int depth = 0) {
+QStringList visibleRows(FileListViewController* list, const QModelIndex& parent = {}, int depth = 0) {
   QStringList rows;
   QAbstractItemModel* model = list->model();
   for (int row = 0; row < model->rowCount(parent); ++row) {
@@ -66,13 +66,13 @@ TEST(FileLists, TreeModeStagesFoldersAndKeepsCollapsedFolders) {
   repo.writeFile(QStringLiteral("top.txt"), "top\n");
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.resize(900, 700);
   view.show();
   view.setFileListMode(FileListViewMode::tree);
   EXPECT_EQ(Preferences::shared().fileListMode(), 1);
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
-  FileListView* unstaged = view.unstagedList();
+  FileListViewController* unstaged = view.unstagedList();
   EXPECT_EQ(visibleRows(unstaged), (QStringList{QStringLiteral("docs/guide"), QStringLiteral("  new.md"), QStringLiteral("src"),
                                                 QStringLiteral("  app"), QStringLiteral("    b.cpp"), QStringLiteral("  core"),
                                                 QStringLiteral("    a.cpp"), QStringLiteral("top.txt")}));
@@ -107,7 +107,7 @@ TEST(FileLists, IgnoreSheetPreviewsThePatternAndAddsIt) {
 
   QMainWindow window;
   auto queue = std::make_shared<JobQueue>();
-  auto* view = new LocalChangesView(repo.module(), queue);
+  auto* view = new StageFileViewController(repo.module(), queue);
   window.setCentralWidget(view);
   window.show();
   ASSERT_TRUE(waitFor(view, SIGNAL(reloaded()), [&] { view->reload(); }));
@@ -154,13 +154,13 @@ TEST(FileLists, IgnoreSheetPreviewsThePatternAndAddsIt) {
 // the list is filled again.
 TEST(FileLists, LongTreesStartClosedAndKeepWhatTheUserOpened) {
   ChangedFileList files;
-  for (size_t i = 0; i <= FileListView::expandAllLimit; ++i) {
+  for (size_t i = 0; i <= FileListViewController::expandAllLimit; ++i) {
     auto file = std::make_shared<ChangedFile>();
     file->path = QStringLiteral("%1/file%2.txt").arg(i % 2 ? QStringLiteral("odd") : QStringLiteral("even")).arg(i);
     file->changeType = ChangeType::modified;
     files.push_back(file);
   }
-  FileListView list;
+  FileListViewController list;
   list.setMode(FileListViewMode::tree);
   list.setFiles(files);
   const auto open = [&](const QString& folder) { return list.isExpanded(list.fileModel()->indexOfDirectory(folder)); };

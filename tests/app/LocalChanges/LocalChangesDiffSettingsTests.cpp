@@ -2,9 +2,9 @@
 
 #include <QSignalSpy>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
@@ -17,12 +17,12 @@ TEST(LocalChangesDiffSettings, TheShownDiffIsReadAgainWithTheNewContext) {
   repo.commitFile(QStringLiteral("a.txt"), text, QStringLiteral("base"));
   repo.writeFile(QStringLiteral("a.txt"), QByteArray(text).replace("line 10\n", "line ten\n"));
 
-  LocalChangesView view(repo.module(), std::make_shared<JobQueue>());
+  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
   view.show();
-  QSignalSpy reloaded(&view, &LocalChangesView::reloaded);
+  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
   view.reload();
   ASSERT_TRUE(reloaded.wait(10000));
-  QSignalSpy diff(&view, &LocalChangesView::diffLoaded);
+  QSignalSpy diff(&view, &StageFileViewController::diffLoaded);
   ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
   ASSERT_TRUE(diff.count() > 0 || diff.wait(10000));
   EXPECT_TRUE(view.diffView()->toPlainText().contains(QStringLiteral("line 7")));

@@ -11,7 +11,7 @@
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"

@@ -12,15 +12,15 @@
 #include <QPushButton>
 
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/LocalChanges/CommitBoxView.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/CommitController.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
@@ -104,10 +104,10 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.controller()->repositoryStatus()->changedFilesCount));
 
   view.showLocalChanges();
-  LocalChangesView* local = view.localChangesView();
+  StageFileViewController* local = view.localChangesView();
   // The page learns the state from the repository's status: the merge message waits.
   EXPECT_EQ(local->commitBox()->subjectField()->text(), QStringLiteral("Merge branch 'other'"));
-  FileListView* unstaged = local->unstagedList();
+  FileListViewController* unstaged = local->unstagedList();
   const ChangedFileList files = unstaged->files();
   auto untracked = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->isNew; });
   ASSERT_NE(untracked, files.end());
@@ -119,7 +119,7 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   const int before = view.controller()->repositoryStatus()->changedFilesCount;
   local->setConfirmation([](const QString&, const QString&, const QString&) { return true; });
   LaunchRecorder launches;
-  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
+  QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->discard({*untracked});
   ASSERT_TRUE(reloaded.wait(10000));
   EXPECT_EQ(view.controller()->repositoryStatus()->changedFilesCount, before - 1);
@@ -170,12 +170,12 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   repo.removeFile(QStringLiteral("logo.png"));
   repo.writeFile(QStringLiteral("big.txt"), big + big);
   view.showLocalChanges();
-  LocalChangesView* local = view.localChangesView();
-  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
+  StageFileViewController* local = view.localChangesView();
+  QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->reload();
   ASSERT_TRUE(reloaded.wait(10000));
   ASSERT_EQ(local->unstagedList()->files().size(), 2u);
-  FileListView* unstaged = local->unstagedList();
+  FileListViewController* unstaged = local->unstagedList();
   FileDiffView* localPane = local->diffPane();
   ASSERT_TRUE(unstaged->selectFile(QStringLiteral("logo.png")));
   EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingImages(); }, 10000));
@@ -224,13 +224,13 @@ TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyIt
   view.show();
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
   view.showLocalChanges();
-  LocalChangesView* local = view.localChangesView();
+  StageFileViewController* local = view.localChangesView();
   const int rows = view.commitList()->commitModel()->rowCount();
 
   // What a line operation leaves behind: only its paths are read, into the repository's snapshot.
   repo.git({QStringLiteral("add"), QStringLiteral("b.txt")});
   LaunchRecorder launches;
-  QSignalSpy reloaded(local, &LocalChangesView::reloaded);
+  QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->refreshPaths({QStringLiteral("b.txt")});
   ASSERT_TRUE(reloaded.wait(10000));
   const auto statusReads = [&] {

@@ -9,7 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Jobs/JobQueue.h"
@@ -41,7 +41,7 @@ TEST(RepositorySettingsController, WritesTheLocalConfigAndTheCommitSettings) {
   repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
   QMainWindow window;
   auto queue = std::make_shared<JobQueue>();
-  auto* box = new CommitBoxView(repo.module(), queue);
+  auto* box = new CommitController(repo.module(), queue);
   window.setCentralWidget(box);
   window.show();
   EXPECT_FALSE(box->signOffBox()->isChecked());

@@ -9,8 +9,8 @@
 #include <QThread>
 #include <QToolBar>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controls/ChangedFilesView.h"
 #include "Jobs/Job.h"
@@ -174,7 +174,7 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   EXPECT_EQ(visible, (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
                                   "activityAction"}));
 
-  LocalChangesView* local = view->localChangesView();
+  StageFileViewController* local = view->localChangesView();
   const auto listed = [local] { return local->unstagedList()->files().size() + local->stagedList()->files().size(); };
   tab->findChild<QAction*>(QStringLiteral("localChangesAction"))->trigger();
   EXPECT_TRUE(local->isVisible());

@@ -4,8 +4,8 @@
 #include <QTabWidget>
 #include <memory>
 
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Models/WindowSession.h"
 #include "ShellTestSupport.h"
@@ -41,7 +41,7 @@ TEST_F(SubmoduleTab, SubmoduleOfLocalChangesOpensInANewTab) {
   JelvMainWindow* window = openAll(documents, {app.path()});
   ASSERT_TRUE(window);
   ASSERT_EQ(window->tabCount(), 1);
-  LocalChangesView* changes = window->tab(0)->repositoryController()->localChangesView();
+  StageFileViewController* changes = window->tab(0)->repositoryController()->localChangesView();
   changes->reload();
   // A status read before the repository's first read knows no submodules yet.
   ASSERT_TRUE(QTest::qWaitFor(

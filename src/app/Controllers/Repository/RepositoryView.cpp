@@ -14,10 +14,10 @@
 #include "Commands/ContextMenus.h"
 #include "Commands/DropBranchCommand.h"
 #include "Controllers/ActivityManagerWindow.h"
-#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
@@ -74,7 +74,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   commitList_ = new CommitListView(this);
   header_ = new RevisionHeaderView(this);
   revisionFiles_ = new ChangedFilesView(this);
-  localChanges_ = new LocalChangesView(module_, queue_, this);
+  localChanges_ = new StageFileViewController(module_, queue_, this);
   diffPane_ = new FileDiffView(FileDiffView::Mode::readOnly, this);
   connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
     loadLargeDiff_ = true;
@@ -126,7 +126,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
   // The page's reads go through the controller, whose snapshots reach the sidebar too.
   localChanges_->setRepository(controller_);
-  connect(localChanges_, &LocalChangesView::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
+  connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });

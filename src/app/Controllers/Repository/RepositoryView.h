@@ -23,7 +23,7 @@ class RevisionHeaderView;
 class ChangedFilesView;
 class DiffTextView;
 class FileDiffView;
-class LocalChangesView;
+class StageFileViewController;
 class RepositoryStatusBar;
 class ActivityManagerWindow;
 class QStackedWidget;
@@ -60,7 +60,7 @@ class RepositoryView : public QWidget {
   NotificationBar* notificationBar() const { return notificationBar_; }
   RepositoryStatusBar* statusBar() const { return statusBar_; }
   ChangedFilesView* revisionFiles() const { return revisionFiles_; }
-  LocalChangesView* localChangesView() const { return localChanges_; }
+  StageFileViewController* localChangesView() const { return localChanges_; }
   // The diff of the selected commit's file.
   DiffTextView* diffView() const;
   RevisionHeaderView* revisionHeader() const { return header_; }
@@ -112,7 +112,7 @@ class RepositoryView : public QWidget {
   CommitListView* commitList_;
   RevisionHeaderView* header_;
   ChangedFilesView* revisionFiles_;
-  LocalChangesView* localChanges_;
+  StageFileViewController* localChanges_;
   FileDiffView* diffPane_;
   bool loadLargeDiff_ = false;
   RepositoryStatusBar* statusBar_;

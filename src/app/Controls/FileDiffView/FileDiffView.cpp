@@ -10,7 +10,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Models/FileContent/TextDisplayDecision.h"
 #include "Models/PatchViewBuilder.h"
@@ -83,14 +83,14 @@ QWidget* FileDiffView::buildTextPage() {
   // sides stage nothing.
   QWidget* unifiedPage = nullptr;
   if (mode_ == Mode::staging) {
-    unified_ = new CommitDiffTextView(page);
+    unified_ = new CommitTextDiffView(page);
     unifiedPage = unified_;
   } else {
     text_ = new DiffTextView(page);
     unifiedPage = text_;
   }
-  left_ = new CommitDiffTextView(page);
-  right_ = new CommitDiffTextView(page);
+  left_ = new CommitTextDiffView(page);
+  right_ = new CommitTextDiffView(page);
   left_->setOperationsEnabled(mode_ == Mode::staging);
   right_->setOperationsEnabled(mode_ == Mode::staging);
   auto* sides = new QSplitter(Qt::Horizontal, page);
@@ -102,10 +102,10 @@ QWidget* FileDiffView::buildTextPage() {
   connect(right_->verticalScrollBar(), &QScrollBar::valueChanged, left_->verticalScrollBar(), &QScrollBar::setValue);
   connect(left_->horizontalScrollBar(), &QScrollBar::valueChanged, right_->horizontalScrollBar(), &QScrollBar::setValue);
   connect(right_->horizontalScrollBar(), &QScrollBar::valueChanged, left_->horizontalScrollBar(), &QScrollBar::setValue);
-  for (CommitDiffTextView* view : {unified_, left_, right_}) {
+  for (CommitTextDiffView* view : {unified_, left_, right_}) {
     if (!view || mode_ != Mode::staging) continue;
-    connect(view, &CommitDiffTextView::toggleStageRequested, this, [this, view] { requestApply(view, false); });
-    connect(view, &CommitDiffTextView::discardRequested, this, [this, view] { requestApply(view, true); });
+    connect(view, &CommitTextDiffView::toggleStageRequested, this, [this, view] { requestApply(view, false); });
+    connect(view, &CommitTextDiffView::discardRequested, this, [this, view] { requestApply(view, true); });
   }
   layouts_ = new QStackedWidget(page);
   layouts_->addWidget(unifiedPage);
@@ -182,32 +182,32 @@ void FileDiffView::layOut(bool keepPosition, std::optional<std::vector<UnifiedDi
   if (mode_ == Mode::readOnly) {
     if (sideBySide) {
       PatchViewBuilder::SideBySide documents = PatchViewBuilder::sideBySide(patch_);
-      left_->showPatch(std::move(documents.left), CommitDiffTextView::Numbers::oldOnly, false);
-      right_->showPatch(std::move(documents.right), CommitDiffTextView::Numbers::newOnly, false);
+      left_->showPatch(std::move(documents.left), CommitTextDiffView::Numbers::oldOnly, false);
+      right_->showPatch(std::move(documents.right), CommitTextDiffView::Numbers::newOnly, false);
       text_->setRows({});
       layouts_->setCurrentWidget(sideBySidePage_);
     } else {
       // The rows come made from the job; a switch of layout makes them here.
       text_->setRows(rows ? std::move(*rows) : unifiedDiffRows(file));
-      left_->showPatch({}, CommitDiffTextView::Numbers::oldOnly, false);
-      right_->showPatch({}, CommitDiffTextView::Numbers::newOnly, false);
+      left_->showPatch({}, CommitTextDiffView::Numbers::oldOnly, false);
+      right_->showPatch({}, CommitTextDiffView::Numbers::newOnly, false);
       layouts_->setCurrentWidget(text_);
     }
     return;
   }
-  CommitDiffTextView* main = sideBySide ? left_ : unified_;
+  CommitTextDiffView* main = sideBySide ? left_ : unified_;
   const int scroll = main->verticalScrollBar()->value();
   const int cursor = main->textCursor().position();
   if (sideBySide) {
     PatchViewBuilder::SideBySide documents = PatchViewBuilder::sideBySide(patch_);
-    left_->showPatch(std::move(documents.left), CommitDiffTextView::Numbers::oldOnly, staged);
-    right_->showPatch(std::move(documents.right), CommitDiffTextView::Numbers::newOnly, staged);
-    unified_->showPatch({}, CommitDiffTextView::Numbers::oldAndNew, staged);
+    left_->showPatch(std::move(documents.left), CommitTextDiffView::Numbers::oldOnly, staged);
+    right_->showPatch(std::move(documents.right), CommitTextDiffView::Numbers::newOnly, staged);
+    unified_->showPatch({}, CommitTextDiffView::Numbers::oldAndNew, staged);
     layouts_->setCurrentWidget(sideBySidePage_);
   } else {
-    unified_->showPatch(PatchViewBuilder::unified(patch_), CommitDiffTextView::Numbers::oldAndNew, staged);
-    left_->showPatch({}, CommitDiffTextView::Numbers::oldOnly, staged);
-    right_->showPatch({}, CommitDiffTextView::Numbers::newOnly, staged);
+    unified_->showPatch(PatchViewBuilder::unified(patch_), CommitTextDiffView::Numbers::oldAndNew, staged);
+    left_->showPatch({}, CommitTextDiffView::Numbers::oldOnly, staged);
+    right_->showPatch({}, CommitTextDiffView::Numbers::newOnly, staged);
     layouts_->setCurrentWidget(unified_);
   }
   if (keepPosition) {
@@ -218,7 +218,7 @@ void FileDiffView::layOut(bool keepPosition, std::optional<std::vector<UnifiedDi
   }
 }
 
-void FileDiffView::requestApply(CommitDiffTextView* view, bool discard) {
+void FileDiffView::requestApply(CommitTextDiffView* view, bool discard) {
   if (!file_ || !patch_) return;
   const SelectionMode mode = discard ? SelectionMode::discard : file_->staged ? SelectionMode::unstage : SelectionMode::stage;
   if (discard && file_->staged) return;

@@ -11,7 +11,7 @@
 #include "Models/ChangedFile.h"
 #include "Models/SelectionMode.h"
 
-class CommitDiffTextView;
+class CommitTextDiffView;
 class DiffTextView;
 class QLabel;
 class QPushButton;
@@ -35,9 +35,9 @@ class FileDiffView : public QWidget {
   void setSideBySide(bool sideBySide);
 
   DiffTextView* textView() const { return text_; }
-  CommitDiffTextView* unifiedView() const { return unified_; }
-  CommitDiffTextView* leftView() const { return left_; }
-  CommitDiffTextView* rightView() const { return right_; }
+  CommitTextDiffView* unifiedView() const { return unified_; }
+  CommitTextDiffView* leftView() const { return left_; }
+  CommitTextDiffView* rightView() const { return right_; }
   QToolButton* layoutButton() const { return layoutButton_; }
   QPushButton* loadLargeButton() const { return loadLarge_; }
   // For tests: what the pane shows.
@@ -59,7 +59,7 @@ class FileDiffView : public QWidget {
   void layOut(bool keepPosition, std::optional<std::vector<UnifiedDiffRow>> rows = std::nullopt);
   // Follows the stored layout, which the toggle or the preferences window may change.
   void applyLayout();
-  void requestApply(CommitDiffTextView* view, bool discard);
+  void requestApply(CommitTextDiffView* view, bool discard);
 
   Mode mode_;
   QStackedWidget* stack_;
@@ -74,9 +74,9 @@ class FileDiffView : public QWidget {
   QLabel* title_ = nullptr;
   QToolButton* layoutButton_ = nullptr;
   QStackedWidget* layouts_ = nullptr;
-  CommitDiffTextView* unified_ = nullptr;
-  CommitDiffTextView* left_ = nullptr;
-  CommitDiffTextView* right_ = nullptr;
+  CommitTextDiffView* unified_ = nullptr;
+  CommitTextDiffView* left_ = nullptr;
+  CommitTextDiffView* right_ = nullptr;
   QWidget* sideBySidePage_ = nullptr;
   XPatchPtr patch_;
   ChangedFilePtr file_;

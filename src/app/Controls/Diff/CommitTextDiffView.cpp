@@ -1,4 +1,4 @@
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 
 #include <QKeyEvent>
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace {
 // The gutter: line numbers, and a drag there selects whole rows.
 class Gutter : public QWidget {
  public:
-  explicit Gutter(CommitDiffTextView* view) : QWidget(view), view_(view) { setCursor(Qt::PointingHandCursor); }
+  explicit Gutter(CommitTextDiffView* view) : QWidget(view), view_(view) { setCursor(Qt::PointingHandCursor); }
   QSize sizeHint() const override { return {view_->gutterWidth(), 0}; }
 
  protected:
@@ -39,7 +39,7 @@ class Gutter : public QWidget {
   void mouseReleaseEvent(QMouseEvent*) override { anchor_ = -1; }
 
  private:
-  CommitDiffTextView* view_;
+  CommitTextDiffView* view_;
   int anchor_ = -1;
 };
 
@@ -47,7 +47,7 @@ bool isDark(const QWidget* widget) { return widget->palette().color(QPalette::Ba
 
 }  // namespace
 
-CommitDiffTextView::CommitDiffTextView(QWidget* parent) : QPlainTextEdit(parent) {
+CommitTextDiffView::CommitTextDiffView(QWidget* parent) : QPlainTextEdit(parent) {
   setReadOnly(true);
   setLineWrapMode(QPlainTextEdit::NoWrap);
   setFont(GitOutputView::codeFont());
@@ -57,16 +57,16 @@ CommitDiffTextView::CommitDiffTextView(QWidget* parent) : QPlainTextEdit(parent)
   gutter_ = new Gutter(this);
   stageBar_ = new DiffSelectionPopoverController(viewport());
   stageBar_->hide();
-  connect(stageBar_, &DiffSelectionPopoverController::toggleStage, this, &CommitDiffTextView::toggleStageRequested);
-  connect(stageBar_, &DiffSelectionPopoverController::discard, this, &CommitDiffTextView::discardRequested);
-  connect(this, &QPlainTextEdit::selectionChanged, this, &CommitDiffTextView::onSelectionChanged);
+  connect(stageBar_, &DiffSelectionPopoverController::toggleStage, this, &CommitTextDiffView::toggleStageRequested);
+  connect(stageBar_, &DiffSelectionPopoverController::discard, this, &CommitTextDiffView::discardRequested);
+  connect(this, &QPlainTextEdit::selectionChanged, this, &CommitTextDiffView::onSelectionChanged);
   connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
     if (dy) gutter_->scroll(0, dy);
     else gutter_->update(0, rect.y(), gutter_->width(), rect.height());
   });
 }
 
-void CommitDiffTextView::showPatch(Document document, Numbers numbers, bool staged) {
+void CommitTextDiffView::showPatch(Document document, Numbers numbers, bool staged) {
   setActiveChunk(std::nullopt);
   patch_ = std::move(document);
   numbers_ = numbers;
@@ -89,7 +89,7 @@ void CommitDiffTextView::showPatch(Document document, Numbers numbers, bool stag
   viewport()->update();
 }
 
-void CommitDiffTextView::buildRows() {
+void CommitTextDiffView::buildRows() {
   rows_.assign(static_cast<size_t>(std::max(document()->blockCount(), 0)), Row{});
   const auto rowOf = [this](qsizetype offset) { return document()->findBlock(static_cast<int>(offset)).blockNumber(); };
   const auto mark = [this](const ChangedLine& line, RowKind kind) {
@@ -114,7 +114,7 @@ void CommitDiffTextView::buildRows() {
   }
 }
 
-XPatchPtr CommitDiffTextView::activeSelectionPatch(SelectionMode mode) const {
+XPatchPtr CommitTextDiffView::activeSelectionPatch(SelectionMode mode) const {
   if (!activeChunk_) return nullptr;
   Range range = activeChunk_->range;
   if (activeChunk_->manualSelection) {
@@ -125,7 +125,7 @@ XPatchPtr CommitDiffTextView::activeSelectionPatch(SelectionMode mode) const {
   return SelectionPatch::make(range.location, range.end(), mode, patch_.files);
 }
 
-std::optional<QRect> CommitDiffTextView::rectOf(const Range& range) const {
+std::optional<QRect> CommitTextDiffView::rectOf(const Range& range) const {
   if (range.isEmpty() || document()->isEmpty()) return std::nullopt;
   const int last = std::max(document()->characterCount() - 1, 0);
   QTextCursor start(document());
@@ -137,7 +137,7 @@ std::optional<QRect> CommitDiffTextView::rectOf(const Range& range) const {
   return QRect(0, top.top(), viewport()->width(), bottom.bottom() - top.top() + 1);
 }
 
-qint64 CommitDiffTextView::selectedChangedLines(const Range& range) const {
+qint64 CommitTextDiffView::selectedChangedLines(const Range& range) const {
   qint64 count = 0;
   const auto countIn = [&](const std::vector<ChangedLine>& lines) {
     for (const ChangedLine& line : lines) {
@@ -157,12 +157,12 @@ qint64 CommitDiffTextView::selectedChangedLines(const Range& range) const {
   return count;
 }
 
-void CommitDiffTextView::setOperationsEnabled(bool on) {
+void CommitTextDiffView::setOperationsEnabled(bool on) {
   operations_ = on;
   if (!on) setActiveChunk(std::nullopt);
 }
 
-void CommitDiffTextView::setActiveChunk(std::optional<CommitDiffTextViewChunk> chunk) {
+void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> chunk) {
   if (!operations_) chunk.reset();
   if (chunk == activeChunk_) return;
   const bool targetChanged = !chunk || !activeChunk_ || chunk->range != activeChunk_->range ||
@@ -186,7 +186,7 @@ void CommitDiffTextView::setActiveChunk(std::optional<CommitDiffTextViewChunk> c
   stageBar_->raise();
 }
 
-void CommitDiffTextView::hoverAt(const QPoint& position) {
+void CommitTextDiffView::hoverAt(const QPoint& position) {
   if (activeChunk_ && activeChunk_->manualSelection) return;
   lastMouseLocation_ = position;
   const QTextBlock last = document()->lastBlock();
@@ -197,45 +197,45 @@ void CommitDiffTextView::hoverAt(const QPoint& position) {
     setActiveChunk(std::nullopt);
     return;
   }
-  setActiveChunk(CommitDiffTextViewChunk{*rect, chunk->range, false});
+  setActiveChunk(CommitTextDiffViewChunk{*rect, chunk->range, false});
   lastMouseLocation_ = position;
 }
 
-void CommitDiffTextView::onSelectionChanged() {
+void CommitTextDiffView::onSelectionChanged() {
   const QTextCursor cursor = textCursor();
   if (!cursor.hasSelection()) {
     setActiveChunk(std::nullopt);
     return;
   }
   const Range range{cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
-  if (const std::optional<QRect> rect = rectOf(range)) setActiveChunk(CommitDiffTextViewChunk{*rect, range, true});
+  if (const std::optional<QRect> rect = rectOf(range)) setActiveChunk(CommitTextDiffViewChunk{*rect, range, true});
 }
 
-bool CommitDiffTextView::targetForKeyboard() {
+bool CommitTextDiffView::targetForKeyboard() {
   if (activeChunk_ && activeChunk_->manualSelection) return true;
   if (const Chunk* chunk = chunkAt(patch_.files, textCursor().position())) {
     if (const std::optional<QRect> rect = rectOf(chunk->range)) {
-      setActiveChunk(CommitDiffTextViewChunk{*rect, chunk->range, false});
+      setActiveChunk(CommitTextDiffViewChunk{*rect, chunk->range, false});
       return true;
     }
   }
   return activeChunk_.has_value();
 }
 
-void CommitDiffTextView::refreshGeometry() {
+void CommitTextDiffView::refreshGeometry() {
   if (!activeChunk_) return;
   if (!activeChunk_->manualSelection && lastMouseLocation_) {
     hoverAt(*lastMouseLocation_);  // other text lies under the mouse now
     return;
   }
   if (const std::optional<QRect> rect = rectOf(activeChunk_->range)) {
-    CommitDiffTextViewChunk moved = *activeChunk_;
+    CommitTextDiffViewChunk moved = *activeChunk_;
     moved.rect = *rect;
     setActiveChunk(moved);
   }
 }
 
-void CommitDiffTextView::goToHunk(int direction) {
+void CommitTextDiffView::goToHunk(int direction) {
   std::vector<Range> hunks;
   for (const FilePatch& file : patch_.files) {
     for (const Chunk& chunk : file.chunks) hunks.push_back(chunk.range);
@@ -261,15 +261,15 @@ void CommitDiffTextView::goToHunk(int direction) {
   cursor.setPosition(static_cast<int>(target->location));
   setTextCursor(cursor);
   ensureCursorVisible();
-  if (const std::optional<QRect> rect = rectOf(*target)) setActiveChunk(CommitDiffTextViewChunk{*rect, *target, false});
+  if (const std::optional<QRect> rect = rectOf(*target)) setActiveChunk(CommitTextDiffViewChunk{*rect, *target, false});
 }
 
-int CommitDiffTextView::rowAt(int y) const {
+int CommitTextDiffView::rowAt(int y) const {
   const QTextBlock block = cursorForPosition(QPoint(0, y)).block();
   return block.isValid() ? block.blockNumber() : -1;
 }
 
-void CommitDiffTextView::selectRows(int fromRow, int toRow) {
+void CommitTextDiffView::selectRows(int fromRow, int toRow) {
   const QTextBlock first = document()->findBlockByNumber(std::min(fromRow, toRow));
   const QTextBlock last = document()->findBlockByNumber(std::max(fromRow, toRow));
   if (!first.isValid() || !last.isValid()) return;
@@ -287,12 +287,12 @@ void CommitDiffTextView::selectRows(int fromRow, int toRow) {
   setTextCursor(cursor);
 }
 
-int CommitDiffTextView::gutterWidth() const {
+int CommitTextDiffView::gutterWidth() const {
   const int columns = numbers_ == Numbers::oldAndNew ? 2 : 1;
   return fontMetrics().horizontalAdvance(QLatin1Char('9')) * ((digits_ + 1) * columns + 1) + 8;
 }
 
-void CommitDiffTextView::paintGutter(QPaintEvent* event) {
+void CommitTextDiffView::paintGutter(QPaintEvent* event) {
   QPainter painter(gutter_);
   const bool dark = isDark(this);
   painter.fillRect(event->rect(), palette().color(QPalette::AlternateBase));
@@ -333,7 +333,7 @@ void CommitDiffTextView::paintGutter(QPaintEvent* event) {
   }
 }
 
-void CommitDiffTextView::paintEvent(QPaintEvent* event) {
+void CommitTextDiffView::paintEvent(QPaintEvent* event) {
   {
     QPainter painter(viewport());
     const bool dark = isDark(this);
@@ -363,7 +363,7 @@ void CommitDiffTextView::paintEvent(QPaintEvent* event) {
   QPlainTextEdit::paintEvent(event);
 }
 
-void CommitDiffTextView::paintWordSpans(QPainter& painter, const QRect& area, bool dark) {
+void CommitTextDiffView::paintWordSpans(QPainter& painter, const QRect& area, bool dark) {
   if (wordSpans_.empty()) return;
   const QTextBlock first = firstVisibleBlock();
   if (!first.isValid()) return;
@@ -390,24 +390,24 @@ void CommitDiffTextView::paintWordSpans(QPainter& painter, const QRect& area, bo
   }
 }
 
-void CommitDiffTextView::resizeEvent(QResizeEvent* event) {
+void CommitTextDiffView::resizeEvent(QResizeEvent* event) {
   QPlainTextEdit::resizeEvent(event);
   const QRect cr = contentsRect();
   gutter_->setGeometry(QRect(cr.left(), cr.top(), gutterWidth(), cr.height()));
   refreshGeometry();
 }
 
-void CommitDiffTextView::scrollContentsBy(int dx, int dy) {
+void CommitTextDiffView::scrollContentsBy(int dx, int dy) {
   QPlainTextEdit::scrollContentsBy(dx, dy);
   refreshGeometry();
 }
 
-void CommitDiffTextView::mouseMoveEvent(QMouseEvent* event) {
+void CommitTextDiffView::mouseMoveEvent(QMouseEvent* event) {
   QPlainTextEdit::mouseMoveEvent(event);
   if (event->buttons() == Qt::NoButton) hoverAt(event->position().toPoint());
 }
 
-bool CommitDiffTextView::viewportEvent(QEvent* event) {
+bool CommitTextDiffView::viewportEvent(QEvent* event) {
   // The mouse left the text (not for the bar, which lies inside): the hover ends.
   if (event->type() == QEvent::Leave && activeChunk_ && !activeChunk_->manualSelection && lastMouseLocation_) {
     setActiveChunk(std::nullopt);
@@ -415,7 +415,7 @@ bool CommitDiffTextView::viewportEvent(QEvent* event) {
   return QPlainTextEdit::viewportEvent(event);
 }
 
-void CommitDiffTextView::keyPressEvent(QKeyEvent* event) {
+void CommitTextDiffView::keyPressEvent(QKeyEvent* event) {
   const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
   const int key = event->key();
   if (modifiers == Qt::NoModifier && (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)) {
@@ -437,19 +437,19 @@ void CommitDiffTextView::keyPressEvent(QKeyEvent* event) {
   QPlainTextEdit::keyPressEvent(event);
 }
 
-void CommitDiffTextView::contextMenuEvent(QContextMenuEvent* event) {
+void CommitTextDiffView::contextMenuEvent(QContextMenuEvent* event) {
   if (!activeChunk_ || !activeChunk_->manualSelection) hoverAt(event->pos());
   std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
   if (activeChunk_) {
     QAction* first = menu->actions().value(0);
     QAction* stage = new QAction(stageBar_->stageButton()->text(), menu.get());
     stage->setEnabled(stageBar_->stageButton()->isEnabled());
-    connect(stage, &QAction::triggered, this, &CommitDiffTextView::toggleStageRequested);
+    connect(stage, &QAction::triggered, this, &CommitTextDiffView::toggleStageRequested);
     menu->insertAction(first, stage);
     if (!staged_) {
       QAction* discard = new QAction(stageBar_->discardButton()->text() + QStringLiteral("…"), menu.get());
       discard->setEnabled(stageBar_->discardButton()->isEnabled());
-      connect(discard, &QAction::triggered, this, &CommitDiffTextView::discardRequested);
+      connect(discard, &QAction::triggered, this, &CommitTextDiffView::discardRequested);
       menu->insertAction(first, discard);
     }
     menu->insertSeparator(first);

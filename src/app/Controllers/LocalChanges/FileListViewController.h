@@ -11,10 +11,10 @@
 
 class FileListModel;
 
-class FileListView : public QTreeView {
+class FileListViewController : public QTreeView {
   Q_OBJECT
  public:
-  explicit FileListView(QWidget* parent = nullptr);
+  explicit FileListViewController(QWidget* parent = nullptr);
 
   // Above this many files the folders of the tree start closed.
   static constexpr size_t expandAllLimit = 5000;

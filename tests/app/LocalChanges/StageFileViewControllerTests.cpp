@@ -8,10 +8,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "Controllers/LocalChanges/CommitBoxView.h"
-#include "Controllers/LocalChanges/LocalChangesView.h"
-#include "Controllers/LocalChanges/FileListView.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controllers/LocalChanges/CommitController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Jobs/JobQueue.h"
 #include "Models/GitModuleSettings.h"
 #include "support/TempRepository.h"
@@ -30,7 +30,7 @@ bool waitFor(QObject* sender, const char* signal, const std::function<void()>& a
 
 // Keyboard and buttons move whole files between the lists, as git sees it, and discard
 // asks with the alert's texts before it throws anything away.
-TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
+TEST(StageFileViewController, StageUnstageAndDiscardFiles) {
   TempRepository repo;
   repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("base"));
   repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("base b"));
@@ -39,7 +39,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
   repo.writeFile(QStringLiteral("new.txt"), "new\n");
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.resize(1000, 700);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
@@ -90,7 +90,7 @@ TEST(LocalChangesView, StageUnstageAndDiscardFiles) {
 
 // The commit box: the draft survives a reopen, amend shows the last message and gives the
 // draft back, Ctrl+Return commits what is staged and empties the box.
-TEST(LocalChangesView, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
+TEST(StageFileViewController, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   TempRepository repo;
   repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("First commit"));
   repo.writeFile(QStringLiteral("a.txt"), "a2\n");
@@ -98,16 +98,16 @@ TEST(LocalChangesView, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
 
   auto queue = std::make_shared<JobQueue>();
   {
-    LocalChangesView first(repo.module(), queue);
+    StageFileViewController first(repo.module(), queue);
     first.commitBox()->subjectField()->setText(QStringLiteral("Draft subject"));
     first.commitBox()->descriptionField()->setPlainText(QStringLiteral("Draft body"));
   }
   EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Draft subject\n\nDraft body"));
 
-  LocalChangesView view(repo.module(), queue);
+  StageFileViewController view(repo.module(), queue);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
-  CommitBoxView* box = view.commitBox();
+  CommitController* box = view.commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
 
   // The last message is read by a job; the list is read again once it is shown.
@@ -138,7 +138,7 @@ TEST(LocalChangesView, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
 
 // A changed submodule is listed as such: discarding it asks about the submodule and
 // resets it inside its own repository, leaving the app's own edit alone.
-TEST(LocalChangesView, ChangedSubmoduleIsDiscardedInItsOwnRepository) {
+TEST(StageFileViewController, ChangedSubmoduleIsDiscardedInItsOwnRepository) {
   TempRepository library(true, QStringLiteral("library"));
   TempRepository app(true, QStringLiteral("app"));
   library.commitFile(QStringLiteral("lib.c"), "int lib;\n", QStringLiteral("Library"));
@@ -149,7 +149,7 @@ TEST(LocalChangesView, ChangedSubmoduleIsDiscardedInItsOwnRepository) {
   app.writeFile(QStringLiteral("main.c"), "int edited_main;\n");
 
   auto queue = std::make_shared<JobQueue>();
-  LocalChangesView view(app.module(), queue);
+  StageFileViewController view(app.module(), queue);
   view.show();
   ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
   ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("ext/lib")));

@@ -15,19 +15,19 @@ class DiffSelectionPopoverController;
 class QPainter;
 
 // Where the stage bar floats (viewport coordinates) and what it acts on.
-struct CommitDiffTextViewChunk {
+struct CommitTextDiffViewChunk {
   QRect rect;
   PatchView::Range range;
   bool manualSelection = false;
-  bool operator==(const CommitDiffTextViewChunk&) const = default;
+  bool operator==(const CommitTextDiffViewChunk&) const = default;
 };
 
-class CommitDiffTextView : public QPlainTextEdit {
+class CommitTextDiffView : public QPlainTextEdit {
   Q_OBJECT
  public:
   enum class Numbers { oldAndNew, oldOnly, newOnly };
 
-  explicit CommitDiffTextView(QWidget* parent = nullptr);
+  explicit CommitTextDiffView(QWidget* parent = nullptr);
 
   // Shows a new document and clears the target. A staged file is unstaged by the bar;
   // an unstaged one is staged or discarded.
@@ -37,7 +37,7 @@ class CommitDiffTextView : public QPlainTextEdit {
   const PatchView::Document& patch() const { return patch_; }
   bool isStaged() const { return staged_; }
 
-  const std::optional<CommitDiffTextViewChunk>& activeChunk() const { return activeChunk_; }
+  const std::optional<CommitTextDiffViewChunk>& activeChunk() const { return activeChunk_; }
   // The patch of the target in a mode; null without a target or without a changed line.
   XPatchPtr activeSelectionPatch(SelectionMode mode) const;
   DiffSelectionPopoverController* stageBar() const { return stageBar_; }
@@ -77,7 +77,7 @@ class CommitDiffTextView : public QPlainTextEdit {
 
   void buildRows();
   void paintWordSpans(QPainter& painter, const QRect& area, bool dark);
-  void setActiveChunk(std::optional<CommitDiffTextViewChunk> chunk);
+  void setActiveChunk(std::optional<CommitTextDiffViewChunk> chunk);
   void hoverAt(const QPoint& position);
   void onSelectionChanged();
   // The target for a key or a menu: keeps one that stands, else the hunk at the cursor.
@@ -92,7 +92,7 @@ class CommitDiffTextView : public QPlainTextEdit {
   Numbers numbers_ = Numbers::oldAndNew;
   bool staged_ = false;
   bool operations_ = true;
-  std::optional<CommitDiffTextViewChunk> activeChunk_;
+  std::optional<CommitTextDiffViewChunk> activeChunk_;
   std::optional<QPoint> lastMouseLocation_;
   DiffSelectionPopoverController* stageBar_;
   QWidget* gutter_;

@@ -1,4 +1,4 @@
-#include "Controllers/LocalChanges/CommitBoxView.h"
+#include "Controllers/LocalChanges/CommitController.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -29,7 +29,7 @@
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 
-CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
+CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
   subject_ = new SpellCheckedLineEdit(this);
   subject_->setPlaceholderText(tr("Subject"));
@@ -84,9 +84,9 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   composer_.setMessage(CommitDraft::load(module_));
   showMessage(composer_.message());
 
-  connect(subject_, &QLineEdit::textChanged, this, &CommitBoxView::messageEdited);
-  connect(description_, &QPlainTextEdit::textChanged, this, &CommitBoxView::messageEdited);
-  connect(amend_, &QCheckBox::toggled, this, &CommitBoxView::amendToggled);
+  connect(subject_, &QLineEdit::textChanged, this, &CommitController::messageEdited);
+  connect(description_, &QPlainTextEdit::textChanged, this, &CommitController::messageEdited);
+  connect(amend_, &QCheckBox::toggled, this, &CommitController::amendToggled);
   connect(signOff_, &QCheckBox::toggled, this, [this](bool on) {
     GitModuleSettings settings = GitModuleSettings::load(module_);
     if (settings.signOff == on) return;
@@ -101,10 +101,10 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
     Preferences::shared().setEnableCommitSpellChecking(on);
     PreferencesNotifier::shared().post(PreferencesNotifier::Notification::enableCommitSpellCheckingChanged);
   });
-  connect(recentMenu_, &QMenu::aboutToShow, this, &CommitBoxView::loadRecentMessages);
+  connect(recentMenu_, &QMenu::aboutToShow, this, &CommitController::loadRecentMessages);
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::pageGuideLinePositionChanged, this,
           [this] { description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn()); });
-  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::commitSubjectLimitChanged, this, &CommitBoxView::updateCounter);
+  connect(&PreferencesNotifier::shared(), &PreferencesNotifier::commitSubjectLimitChanged, this, &CommitController::updateCounter);
   // Whoever writes these keys, the box follows.
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
     if (key == QStringLiteral("commitSubjectLimitLow") || key == QStringLiteral("commitSubjectLimitHigh")) updateCounter();
@@ -114,16 +114,16 @@ CommitBoxView::CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, 
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::enableCommitSpellCheckingChanged, this, [this] {
     spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
   });
-  connect(commitButton_, &QPushButton::clicked, this, &CommitBoxView::commit);
+  connect(commitButton_, &QPushButton::clicked, this, &CommitController::commit);
   subject_->installEventFilter(this);
   description_->installEventFilter(this);
   updateCounter();
   updateButton();
 }
 
-QPlainTextEdit* CommitBoxView::descriptionField() const { return description_; }
+QPlainTextEdit* CommitController::descriptionField() const { return description_; }
 
-bool CommitBoxView::eventFilter(QObject* watched, QEvent* event) {
+bool CommitController::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     auto* key = static_cast<QKeyEvent*>(event);
     if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && key->modifiers().testFlag(Qt::ControlModifier)) {
@@ -134,7 +134,7 @@ bool CommitBoxView::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-void CommitBoxView::showMessage(const CommitMessage& message) {
+void CommitController::showMessage(const CommitMessage& message) {
   filling_ = true;
   subject_->setText(message.subject);
   description_->setPlainText(message.description);
@@ -142,7 +142,7 @@ void CommitBoxView::showMessage(const CommitMessage& message) {
   updateCounter();
 }
 
-void CommitBoxView::messageEdited() {
+void CommitController::messageEdited() {
   updateCounter();
   updateButton();
   if (filling_) return;
@@ -152,7 +152,7 @@ void CommitBoxView::messageEdited() {
   CommitDraft::save(module_, composer_.draft());
 }
 
-void CommitBoxView::updateCounter() {
+void CommitController::updateCounter() {
   const Preferences& preferences = Preferences::shared();
   const SubjectCounter counter = subjectCounter(subject_->text(), preferences.commitSubjectLimitLow(),
                                                 preferences.commitSubjectLimitHigh());
@@ -165,12 +165,12 @@ void CommitBoxView::updateCounter() {
   counter_->setToolTip(counter.toolTip.value_or(QString()));
 }
 
-void CommitBoxView::setStagedFilesCount(int count) {
+void CommitController::setStagedFilesCount(int count) {
   stagedCount_ = count;
   updateButton();
 }
 
-void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::optional<CommitMessage>& mergeMessage) {
+void CommitController::setRepositoryState(const RepositoryState& state, const std::optional<CommitMessage>& mergeMessage) {
   phase_ = commitPhase(state);
   const bool merging = state.is<RepositoryState::MergeInProgress>() || state.is<RepositoryState::SquashInProgress>();
   // A merge whose conflicts were all resolved to one side stages nothing, yet commits.
@@ -188,7 +188,7 @@ void CommitBoxView::setRepositoryState(const RepositoryState& state, const std::
   updateButton();
 }
 
-CommitButtonTitle CommitBoxView::buttonTitle() const {
+CommitButtonTitle CommitController::buttonTitle() const {
   CommitButtonInput input;
   input.phase = phase_;
   input.amend = composer_.amend();
@@ -196,7 +196,7 @@ CommitButtonTitle CommitBoxView::buttonTitle() const {
   return commitButtonTitle(input);
 }
 
-void CommitBoxView::updateButton() {
+void CommitController::updateButton() {
   const CommitButtonTitle title = buttonTitle();
   commitButton_->setText(title.text);
   if (title.action == CommitButtonAction::continueCherryPick || title.action == CommitButtonAction::continueRebase) {
@@ -211,11 +211,11 @@ void CommitBoxView::updateButton() {
                             !subject_->text().trimmed().isEmpty());
 }
 
-void CommitBoxView::continueSequence(bool rebase) {
+void CommitController::continueSequence(bool rebase) {
   busy_ = true;
   updateButton();
   const GitModule module = module_;
-  QPointer<CommitBoxView> self(this);
+  QPointer<CommitController> self(this);
   queue_->schedule(Job::make(rebase ? tr("Continue Rebase") : tr("Continue Cherry-Pick"), Job::Show{3}, Job::ProgressType::infinite,
                              [self, module, rebase](JobProgress& progress) {
     const GitVoidResult result =
@@ -236,7 +236,7 @@ void CommitBoxView::continueSequence(bool rebase) {
   }));
 }
 
-void CommitBoxView::amendToggled(bool on) {
+void CommitController::amendToggled(bool on) {
   if (on == composer_.amend()) return;
   if (!on) {
     composer_.setAmend(false, nullptr);
@@ -268,7 +268,7 @@ void CommitBoxView::amendToggled(bool on) {
       });
 }
 
-void CommitBoxView::loadRecentMessages() {
+void CommitController::loadRecentMessages() {
   recentMenu_->clear();
   recentMenu_->addAction(tr("Loading…"))->setEnabled(false);
   const GitModule module = module_;
@@ -293,24 +293,24 @@ void CommitBoxView::loadRecentMessages() {
       });
 }
 
-void CommitBoxView::showRepositorySettings(bool focusIdentity) {
-  QPointer<CommitBoxView> self(this);
+void CommitController::showRepositorySettings(bool focusIdentity) {
+  QPointer<CommitController> self(this);
   ShowRepositorySettingsSheetCommand::execute(this, module_, queue_, focusIdentity, [self](const JelvSheetResult& result) {
     if (self && result.isSuccess()) self->reloadSettings();
   });
 }
 
-void CommitBoxView::reloadSettings() {
+void CommitController::reloadSettings() {
   const QSignalBlocker blocker(signOff_);
   signOff_->setChecked(GitModuleSettings::load(module_).signOff);
 }
 
-void CommitBoxView::connectErrorSheet(ErrorWindowController* sheet) {
-  connect(sheet, &ErrorWindowController::committed, this, &CommitBoxView::clearAfterCommit);
+void CommitController::connectErrorSheet(ErrorWindowController* sheet) {
+  connect(sheet, &ErrorWindowController::committed, this, &CommitController::clearAfterCommit);
   connect(sheet, &ErrorWindowController::identitySetupRequested, this, [this] { showRepositorySettings(true); });
 }
 
-void CommitBoxView::commit() {
+void CommitController::commit() {
   if (busy_ || !commitButton_->isEnabled()) return;
   const CommitButtonAction action = buttonTitle().action;
   if (action == CommitButtonAction::continueCherryPick || action == CommitButtonAction::continueRebase) {
@@ -326,7 +326,7 @@ void CommitBoxView::commit() {
   options.signingKey = settings.signingKey;
   const GitModule module = module_;
   const QString message = composer_.message().text();
-  QPointer<CommitBoxView> self(this);
+  QPointer<CommitController> self(this);
   queue_->schedule(Job::make(options.amend ? tr("Amend") : tr("Commit"), Job::Show{3}, Job::ProgressType::infinite,
                              [self, module, message, options](JobProgress& progress) {
                                const GitVoidResult result = CommitGitCommand::execute(module, message, options, &progress);
@@ -345,7 +345,7 @@ void CommitBoxView::commit() {
                              }));
 }
 
-void CommitBoxView::clearAfterCommit() {
+void CommitController::clearAfterCommit() {
   const bool wasAmending = composer_.amend();
   composer_.reset();
   {

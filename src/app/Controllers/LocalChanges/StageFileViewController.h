@@ -19,10 +19,10 @@
 #include "Models/UnmergedFile.h"
 #include "Models/XPatch.h"
 
-class CommitBoxView;
-class CommitDiffTextView;
+class CommitController;
+class CommitTextDiffView;
 class FileDiffView;
-class FileListView;
+class FileListViewController;
 class JobQueue;
 class QLabel;
 class QMenu;
@@ -31,10 +31,10 @@ class RepositoryController;
 class QPushButton;
 class QToolButton;
 
-class LocalChangesView : public QWidget {
+class StageFileViewController : public QWidget {
   Q_OBJECT
  public:
-  LocalChangesView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
+  StageFileViewController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
 
   // Reads the working tree's status again.
   void reload();
@@ -82,17 +82,17 @@ class LocalChangesView : public QWidget {
   void openWith(const DesktopEntry& application, const ChangedFilePtr& file);
   // The context menu of a list for its current selection; the caller owns it. Empty
   // without a selection.
-  QMenu* contextMenu(FileListView* list);
+  QMenu* contextMenu(FileListViewController* list);
 
-  FileListView* unstagedList() const { return unstaged_; }
-  FileListView* stagedList() const { return staged_; }
+  FileListViewController* unstagedList() const { return unstaged_; }
+  FileListViewController* stagedList() const { return staged_; }
   QToolButton* fileListModeButton() const { return modeButton_; }
   QLabel* unstagedLabel() const { return unstagedLabel_; }
   QLabel* stagedLabel() const { return stagedLabel_; }
   FileDiffView* diffPane() const { return diffPane_; }
   // The unified diff of the selected file.
-  CommitDiffTextView* diffView() const;
-  CommitBoxView* commitBox() const { return commitBox_; }
+  CommitTextDiffView* diffView() const;
+  CommitController* commitBox() const { return commitBox_; }
   QPushButton* stageButton() const { return stageButton_; }
   QPushButton* unstageButton() const { return unstageButton_; }
   QPushButton* discardButton() const { return discardButton_; }
@@ -115,10 +115,10 @@ class LocalChangesView : public QWidget {
   // Under amend the staged side is `amendedFiles`: what the amended commit will hold.
   void showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles = std::nullopt);
   void loadDiff(const ChangedFilePtr& file, bool loadLarge = false);
-  void showContextMenu(FileListView* list, const QPoint& position);
+  void showContextMenu(FileListViewController* list, const QPoint& position);
   void fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file);
   void showToolFailure(const QString& text);
-  ChangedFileList selection(FileListView* list) const;
+  ChangedFileList selection(FileListViewController* list) const;
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
@@ -126,14 +126,14 @@ class LocalChangesView : public QWidget {
   bool rebuilding_ = false;  // selection events are silent while lists are refilled
   QLabel* unstagedLabel_;
   QLabel* stagedLabel_;
-  FileListView* unstaged_;
-  FileListView* staged_;
+  FileListViewController* unstaged_;
+  FileListViewController* staged_;
   QToolButton* modeButton_;
   QPushButton* stageButton_;
   QPushButton* unstageButton_;
   QPushButton* discardButton_;
   FileDiffView* diffPane_;
-  CommitBoxView* commitBox_;
+  CommitController* commitBox_;
   ChangedFilePtr diffFile_;
   ChangedFilePtr shownFile_;  // the file whose diff is on screen
   ChangedFileList files_;

@@ -1,4 +1,4 @@
-#include "Controllers/LocalChanges/LocalChangesView.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
 
 #include <QApplication>
 #include <QActionGroup>
@@ -22,13 +22,13 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "Controllers/LocalChanges/CommitBoxView.h"
-#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/CommitController.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/QueuedWork.h"
 #include "Controllers/Sheets/AddGitIgnorePatternController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
-#include "Controls/Diff/CommitDiffTextView.h"
+#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffContent.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
@@ -66,7 +66,7 @@ QPushButton* smallButton(const QString& title, QWidget* parent) {
   return button;
 }
 
-QWidget* listSection(QLabel* label, const QList<QWidget*>& buttons, FileListView* list) {
+QWidget* listSection(QLabel* label, const QList<QWidget*>& buttons, FileListViewController* list) {
   auto* section = new QWidget;
   auto* layout = new QVBoxLayout(section);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -79,12 +79,12 @@ QWidget* listSection(QLabel* label, const QList<QWidget*>& buttons, FileListView
 }
 }  // namespace
 
-LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
+StageFileViewController::StageFileViewController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
   unstagedLabel_ = new QLabel(this);
   stagedLabel_ = new QLabel(this);
-  unstaged_ = new FileListView(this);
-  staged_ = new FileListView(this);
+  unstaged_ = new FileListViewController(this);
+  staged_ = new FileListViewController(this);
   modeButton_ = new QToolButton(this);
   modeButton_->setText(tr("View"));
   modeButton_->setToolTip(tr("Show the files as a list or as folders"));
@@ -108,7 +108,7 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
   discardButton_ = smallButton(tr("Discard Changes…"), this);
   unstageButton_ = smallButton(tr("Unstage"), this);
   diffPane_ = new FileDiffView(FileDiffView::Mode::staging, this);
-  commitBox_ = new CommitBoxView(module_, queue_, this);
+  commitBox_ = new CommitController(module_, queue_, this);
 
   auto* lists = new QSplitter(Qt::Vertical);
   lists->addWidget(listSection(unstagedLabel_, {modeButton_, stageButton_, discardButton_}, unstaged_));
@@ -136,22 +136,22 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     return box.clickedButton() == yes;
   };
 
-  for (FileListView* list : {unstaged_, staged_}) {
+  for (FileListViewController* list : {unstaged_, staged_}) {
     list->installEventFilter(this);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(list, &QWidget::customContextMenuRequested, this, [this, list](const QPoint& p) { showContextMenu(list, p); });
-    connect(list, &FileListView::currentFileChanged, this, [this, list](ChangedFilePtr file) {
+    connect(list, &FileListViewController::currentFileChanged, this, [this, list](ChangedFilePtr file) {
       if (rebuilding_ || !file) return;
       // One diff at a time: choosing in one list clears the other.
-      FileListView* other = list == unstaged_ ? staged_ : unstaged_;
+      FileListViewController* other = list == unstaged_ ? staged_ : unstaged_;
       const QSignalBlocker blocker(other);
       other->clearSelection();
       other->setCurrentIndex(QModelIndex());
       loadDiff(file);
     });
   }
-  connect(unstaged_, &FileListView::fileActivated, this, [this] { stage(selection(unstaged_)); });
-  connect(staged_, &FileListView::fileActivated, this, [this] { unstage(selection(staged_)); });
+  connect(unstaged_, &FileListViewController::fileActivated, this, [this] { stage(selection(unstaged_)); });
+  connect(staged_, &FileListViewController::fileActivated, this, [this] { unstage(selection(staged_)); });
   connect(stageButton_, &QPushButton::clicked, this, [this] {
     const ChangedFileList chosen = selection(unstaged_);
     stage(chosen.empty() ? unstaged_->files() : chosen);
@@ -161,8 +161,8 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
     unstage(chosen.empty() ? staged_->files() : chosen);
   });
   connect(discardButton_, &QPushButton::clicked, this, [this] { discard(selection(unstaged_)); });
-  connect(commitBox_, &CommitBoxView::committed, this, &LocalChangesView::committed);
-  connect(commitBox_, &CommitBoxView::amendChanged, this, &LocalChangesView::reload);
+  connect(commitBox_, &CommitController::committed, this, &StageFileViewController::committed);
+  connect(commitBox_, &CommitController::amendChanged, this, &StageFileViewController::reload);
   // The preferences window may change the mode too.
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::valueChanged, this, [this](const QString& key) {
     if (key != QStringLiteral("fileListMode")) return;
@@ -178,13 +178,13 @@ LocalChangesView::LocalChangesView(GitModule module, std::shared_ptr<JobQueue> q
       if (diffFile_) loadDiff(diffFile_, false);
     });
   }
-  connect(diffPane_, &FileDiffView::selectionApplyRequested, this, &LocalChangesView::applySelection);
+  connect(diffPane_, &FileDiffView::selectionApplyRequested, this, &StageFileViewController::applySelection);
   showFiles({});
 }
 
-CommitDiffTextView* LocalChangesView::diffView() const { return diffPane_->unifiedView(); }
+CommitTextDiffView* StageFileViewController::diffView() const { return diffPane_->unifiedView(); }
 
-void LocalChangesView::setFiles(const ChangedFileList& files) {
+void StageFileViewController::setFiles(const ChangedFileList& files) {
   // Under amend the staged list is the page's own read.
   if (commitBox_->isAmending()) return;
   const bool same = std::equal(files.begin(), files.end(), files_.begin(), files_.end(),
@@ -193,9 +193,9 @@ void LocalChangesView::setFiles(const ChangedFileList& files) {
   if (!same || !filesShown_) showFiles(files);
 }
 
-ChangedFileList LocalChangesView::selection(FileListView* list) const { return list->selectedFiles(); }
+ChangedFileList StageFileViewController::selection(FileListViewController* list) const { return list->selectedFiles(); }
 
-void LocalChangesView::setFileListMode(FileListViewMode mode) {
+void StageFileViewController::setFileListMode(FileListViewMode mode) {
   // The lists first: the stored value is reported back synchronously.
   unstaged_->setMode(mode);
   staged_->setMode(mode);
@@ -204,7 +204,7 @@ void LocalChangesView::setFileListMode(FileListViewMode mode) {
   if (Preferences::shared().fileListMode() != static_cast<int>(mode)) Preferences::shared().setFileListMode(static_cast<int>(mode));
 }
 
-bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {
+bool StageFileViewController::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && (watched == unstaged_ || watched == staged_)) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -216,7 +216,7 @@ bool LocalChangesView::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-void LocalChangesView::reload() {
+void StageFileViewController::reload() {
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
   if (repository_) {
@@ -227,7 +227,7 @@ void LocalChangesView::reload() {
       return;
     }
   }
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   // The same options as the repository's status read, so that both agree on the list.
   const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
   const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));
@@ -266,15 +266,15 @@ void LocalChangesView::reload() {
                              }));
 }
 
-void LocalChangesView::setRepository(RepositoryController* repository) { repository_ = repository; }
+void StageFileViewController::setRepository(RepositoryController* repository) { repository_ = repository; }
 
-void LocalChangesView::sheetSucceeded() {
+void StageFileViewController::sheetSucceeded() {
   // A sheet with a repository has asked it for the refresh itself.
   if (repository_) awaiting_ = Awaiting::status;
   else reload();
 }
 
-void LocalChangesView::committed() {
+void StageFileViewController::committed() {
   if (!repository_) {
     reload();
     return;
@@ -285,7 +285,7 @@ void LocalChangesView::committed() {
                                  Subdomain::localBranches());
 }
 
-void LocalChangesView::applyStatus(const RepositoryStatus& status) {
+void StageFileViewController::applyStatus(const RepositoryStatus& status) {
   const Awaiting awaited = std::exchange(awaiting_, Awaiting::nothing);
   if (!commitBox_->isAmending()) {
     if (awaited == Awaiting::nothing) {
@@ -307,13 +307,13 @@ void LocalChangesView::applyStatus(const RepositoryStatus& status) {
   if (awaited != Awaiting::nothing) Q_EMIT reloaded();
 }
 
-void LocalChangesView::repositoryRefreshEnded() {
+void StageFileViewController::repositoryRefreshEnded() {
   if (awaiting_ != Awaiting::status) return;
   awaiting_ = Awaiting::nothing;
   Q_EMIT reloaded();
 }
 
-void LocalChangesView::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
+void StageFileViewController::showFiles(const ChangedFileList& files, const std::optional<ChangedFileList>& amendedFiles) {
   files_ = files;
   filesShown_ = true;
   ChangedFileList unstaged;
@@ -347,12 +347,12 @@ void LocalChangesView::showFiles(const ChangedFileList& files, const std::option
   }
 }
 
-void LocalChangesView::loadDiff(const ChangedFilePtr& file, bool loadLarge) {
+void StageFileViewController::loadDiff(const ChangedFilePtr& file, bool loadLarge) {
   diffFile_ = file;
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
   const DiffSettings settings = DiffSettings::fromPreferences();
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   queue_->schedule(Job::make(tr("Load diff"), Job::Show::none(), Job::ProgressType::infinite,
                              [self, module, file, amend, settings, loadLarge](JobProgress& progress) {
                                const auto location = file->staged ? XFilePatch::Location::staged : XFilePatch::Location::unstaged;
@@ -371,34 +371,34 @@ void LocalChangesView::loadDiff(const ChangedFilePtr& file, bool loadLarge) {
                              }));
 }
 
-void LocalChangesView::runOperation(const QString& name, std::function<GitVoidResult()> work) {
-  QPointer<LocalChangesView> self(this);
+void StageFileViewController::runOperation(const QString& name, std::function<GitVoidResult()> work) {
+  QPointer<StageFileViewController> self(this);
   queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, work](JobProgress&) {
     const GitVoidResult result = work();
     QMetaObject::invokeMethod(qApp, [self, result] {
       if (!self) return;
       if (result.isFailure()) {
         auto* sheet = ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
-        connect(sheet, &ErrorWindowController::repositoryChanged, self, &LocalChangesView::reload);
+        connect(sheet, &ErrorWindowController::repositoryChanged, self, &StageFileViewController::reload);
       }
       self->reload();
     });
   }));
 }
 
-void LocalChangesView::stage(const ChangedFileList& files) {
+void StageFileViewController::stage(const ChangedFileList& files) {
   if (files.empty()) return;
   const GitModule module = module_;
   runOperation(tr("Stage"), [module, files] { return StageFilesGitCommand::execute(module, files); });
 }
 
-void LocalChangesView::unstage(const ChangedFileList& files) {
+void StageFileViewController::unstage(const ChangedFileList& files) {
   if (files.empty()) return;
   const GitModule module = module_;
   runOperation(tr("Unstage"), [module, files] { return UnstageFilesGitCommand::execute(module, files); });
 }
 
-void LocalChangesView::discard(const ChangedFileList& files) {
+void StageFileViewController::discard(const ChangedFileList& files) {
   if (files.empty()) return;
   const DiscardChangedFilesCommand::Plan plan = DiscardChangedFilesCommand::plan(files);
   const DiscardChangedFilesCommand::Confirmation texts = DiscardChangedFilesCommand::confirmation(plan);
@@ -407,14 +407,14 @@ void LocalChangesView::discard(const ChangedFileList& files) {
   runOperation(tr("Discard"), [module, plan] { return DiscardChangedFilesCommand::execute(module, plan); });
 }
 
-void LocalChangesView::showContextMenu(FileListView* list, const QPoint& position) {
+void StageFileViewController::showContextMenu(FileListViewController* list, const QPoint& position) {
   QMenu* menu = contextMenu(list);
   if (!menu) return;
   menu->exec(list->viewport()->mapToGlobal(position));
   delete menu;
 }
 
-QMenu* LocalChangesView::contextMenu(FileListView* list) {
+QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
   const ChangedFileList chosen = selection(list);
   if (chosen.empty()) return nullptr;
   auto* menu = new QMenu(this);
@@ -494,7 +494,7 @@ QMenu* LocalChangesView::contextMenu(FileListView* list) {
   return menu;
 }
 
-void LocalChangesView::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file) {
+void StageFileViewController::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file) {
   menu->clear();
   const QString path = QDir(module_.repositoryPath).filePath(file->path);
   const std::vector<DesktopEntry> applications = DesktopApplications::applicationsForFile(path);
@@ -522,7 +522,7 @@ void LocalChangesView::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file)
   });
 }
 
-void LocalChangesView::openWith(const DesktopEntry& application, const ChangedFilePtr& file) {
+void StageFileViewController::openWith(const DesktopEntry& application, const ChangedFilePtr& file) {
   const QString root = module_.repositoryPath;
   const QString path = QDir(root).filePath(file->path);
   runQueued<std::optional<QString>>(
@@ -533,7 +533,7 @@ void LocalChangesView::openWith(const DesktopEntry& application, const ChangedFi
       });
 }
 
-void LocalChangesView::externalDiff(const ChangedFilePtr& file) {
+void StageFileViewController::externalDiff(const ChangedFilePtr& file) {
   const GitModule module = module_;
   const bool amend = file->staged && commitBox_->isAmending();
   runQueued<std::optional<QString>>(
@@ -544,14 +544,14 @@ void LocalChangesView::externalDiff(const ChangedFilePtr& file) {
       });
 }
 
-void LocalChangesView::showToolFailure(const QString& text) {
+void StageFileViewController::showToolFailure(const QString& text) {
   Q_EMIT externalToolFailed(text);
   auto* alert = new QMessageBox(QMessageBox::Warning, tr("Cannot open the file"), text, QMessageBox::Ok, this);
   alert->setAttribute(Qt::WA_DeleteOnClose);
   alert->open();
 }
 
-void LocalChangesView::resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version) {
+void StageFileViewController::resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version) {
   QStringList paths;
   for (const auto& file : files) {
     if (file->changeType == ChangeType::unmerged) paths << file->path;
@@ -572,7 +572,7 @@ void LocalChangesView::resolveConflicts(const ChangedFileList& files, UnmergedFi
                });
 }
 
-void LocalChangesView::savePatch(const ChangedFileList& files, const QString& path) {
+void StageFileViewController::savePatch(const ChangedFileList& files, const QString& path) {
   if (files.empty()) return;
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
@@ -585,16 +585,16 @@ void LocalChangesView::savePatch(const ChangedFileList& files, const QString& pa
       });
 }
 
-void LocalChangesView::ignore(const QString& pattern) {
+void StageFileViewController::ignore(const QString& pattern) {
   const GitModule module = module_;
   runOperation(tr("Ignore '%1'").arg(pattern), [module, pattern] { return IgnorePatternGitCommand::append(module, pattern); });
 }
 
-void LocalChangesView::showIgnorePatternSheet(const QString& initialPattern) {
+void StageFileViewController::showIgnorePatternSheet(const QString& initialPattern) {
   auto* sheet = new AddGitIgnorePatternController(module_, initialPattern, window());
   sheet->setRepository(repository_, repository_);
   sheet->setJobQueue(queue_);
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
     if (!self) return;
     if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
@@ -602,11 +602,11 @@ void LocalChangesView::showIgnorePatternSheet(const QString& initialPattern) {
   });
 }
 
-void LocalChangesView::showEditFileSheet(const QString& relativePath) {
+void StageFileViewController::showEditFileSheet(const QString& relativePath) {
   auto* sheet = new EditRepositoryFileController(QDir(module_.repositoryPath).filePath(relativePath), window());
   sheet->setRepository(repository_, repository_);
   sheet->setJobQueue(queue_);
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   JelvSheetController::showSheet(this, sheet, [self](const JelvSheetResult& result) {
     if (!self) return;
     if (const ResultError* error = result.error()) ErrorWindowController::present(self, self->module_, *error, self->queue_);
@@ -614,7 +614,7 @@ void LocalChangesView::showEditFileSheet(const QString& relativePath) {
   });
 }
 
-void LocalChangesView::applySelection(const XPatchPtr& patch, SelectionMode mode) {
+void StageFileViewController::applySelection(const XPatchPtr& patch, SelectionMode mode) {
   if (!patch || patch->files.empty()) return;
   if (mode == SelectionMode::discard) {
     const auto texts = SelectionPatch::discardConfirmation(*patch);
@@ -626,7 +626,7 @@ void LocalChangesView::applySelection(const XPatchPtr& patch, SelectionMode mode
   first.files.push_back(patch->files.front());
   const QStringList paths = StagingRefresh::pathsToRead(files_, SelectionPatch::changedPaths(first));
   const GitModule module = module_;
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   const QString name = mode == SelectionMode::stage ? tr("Stage lines") : mode == SelectionMode::unstage ? tr("Unstage lines") : tr("Discard lines");
   queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, module, patch, mode, paths](JobProgress&) {
     const GitVoidResult result = ApplySelectionPatchGitCommand::execute(module, *patch, mode);
@@ -643,7 +643,7 @@ void LocalChangesView::applySelection(const XPatchPtr& patch, SelectionMode mode
   }));
 }
 
-void LocalChangesView::refreshPaths(const QStringList& paths) {
+void StageFileViewController::refreshPaths(const QStringList& paths) {
   if (paths.isEmpty()) return;
   if (repository_) {
     awaiting_ = Awaiting::paths;
@@ -653,7 +653,7 @@ void LocalChangesView::refreshPaths(const QStringList& paths) {
   const GitModule module = module_;
   const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
   const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));
-  QPointer<LocalChangesView> self(this);
+  QPointer<StageFileViewController> self(this);
   queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
                              [self, module, paths, hideUntracked, showIgnored](JobProgress&) {
                                auto fresh = GetPathsStatusGitCommand::execute(module, paths, {}, hideUntracked, showIgnored);
@@ -667,7 +667,7 @@ void LocalChangesView::refreshPaths(const QStringList& paths) {
                                  self->showFiles(StagingRefresh::merged(self->files_, paths, fresh.value()));
                                  // All lines of the file went to the other side: its diff follows them.
                                  if (shown && !self->diffFile_) {
-                                   FileListView* other = shown->staged ? self->unstaged_ : self->staged_;
+                                   FileListViewController* other = shown->staged ? self->unstaged_ : self->staged_;
                                    other->selectFile(shown->path);
                                  }
                                  Q_EMIT self->reloaded();

@@ -25,10 +25,10 @@ class QPushButton;
 class QToolButton;
 class RepositoryState;
 
-class CommitBoxView : public QWidget {
+class CommitController : public QWidget {
   Q_OBJECT
  public:
-  CommitBoxView(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
+  CommitController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
 
   void setStagedFilesCount(int count);
   // What git is in the middle of, and the message it prepared for a merge or squash

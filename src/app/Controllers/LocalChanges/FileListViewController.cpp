@@ -1,10 +1,10 @@
-#include "Controllers/LocalChanges/FileListView.h"
+#include "Controllers/LocalChanges/FileListViewController.h"
 
 #include <QHeaderView>
 
 #include "Controllers/LocalChanges/FileListModel.h"
 
-FileListView::FileListView(QWidget* parent) : QTreeView(parent), model_(new FileListModel(this)) {
+FileListViewController::FileListViewController(QWidget* parent) : QTreeView(parent), model_(new FileListModel(this)) {
   setModel(model_);
   setHeaderHidden(true);
   setUniformRowHeights(true);
@@ -27,17 +27,17 @@ FileListView::FileListView(QWidget* parent) : QTreeView(parent), model_(new File
   });
 }
 
-const ChangedFileList& FileListView::files() const { return model_->files(); }
-FileListViewMode FileListView::mode() const { return model_->mode(); }
+const ChangedFileList& FileListViewController::files() const { return model_->files(); }
+FileListViewMode FileListViewController::mode() const { return model_->mode(); }
 
-void FileListView::setFiles(const ChangedFileList& files) { refill(files, model_->mode()); }
+void FileListViewController::setFiles(const ChangedFileList& files) { refill(files, model_->mode()); }
 
-void FileListView::setMode(FileListViewMode mode) {
+void FileListViewController::setMode(FileListViewMode mode) {
   if (mode == model_->mode()) return;
   refill(model_->files(), mode);
 }
 
-void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
+void FileListViewController::refill(const ChangedFileList& files, FileListViewMode mode) {
   // Remember by path: the refreshed list holds new objects for the same files.
   const ChangedFilePtr current = currentFile();
   QSet<QString> selected;
@@ -67,11 +67,11 @@ void FileListView::refill(const ChangedFileList& files, FileListViewMode mode) {
   refilling_ = false;
 }
 
-ChangedFileList FileListView::selectedFiles() const { return model_->filesAt(selectionModel()->selectedRows()); }
+ChangedFileList FileListViewController::selectedFiles() const { return model_->filesAt(selectionModel()->selectedRows()); }
 
-ChangedFilePtr FileListView::currentFile() const { return model_->fileAt(currentIndex()); }
+ChangedFilePtr FileListViewController::currentFile() const { return model_->fileAt(currentIndex()); }
 
-bool FileListView::selectFile(const QString& path) {
+bool FileListViewController::selectFile(const QString& path) {
   const QModelIndex index = model_->indexOfFile(path);
   if (!index.isValid()) return false;
   scrollTo(index);

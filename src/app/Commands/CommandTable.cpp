@@ -4,7 +4,18 @@
 #include <QAction>
 #include <QMenu>
 
-#include "Commands/BranchOperationCommands.h"
+#include "Commands/CopyToClipboardCommand.h"
+#include "Commands/ShowCheckoutRevisionSheetCommand.h"
+#include "Commands/ShowCherryPickSheetCommand.h"
+#include "Commands/ShowMergeBranchSheetCommand.h"
+#include "Commands/ShowRebaseSheetCommand.h"
+#include "Commands/ShowRemoveLocalBranchSheetCommand.h"
+#include "Commands/ShowRenameLocalBranchSheetCommand.h"
+#include "Commands/ShowResetBranchSheetCommand.h"
+#include "Commands/ShowRevertSheetCommand.h"
+#include "Commands/ShowSetUpstreamSheetCommand.h"
+#include "Commands/ShowTrackRemoteBranchSheetCommand.h"
+#include "Commands/UnsetUpstreamCommand.h"
 #include "Commands/CheckoutBranchCommand.h"
 #include "Commands/OperationControlCommand.h"
 #include "Controllers/Repository/RepositoryView.h"

@@ -7,16 +7,14 @@
 #include <QTextBlock>
 #include <QToolButton>
 
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/GitOutputView.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 #include "Controls/FileDiffView/FileDiffView.h"
-#include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
-#include "support/TempRepository.h"
+#include "app/LocalChanges/LocalChangesPage.h"
 
 // These tests drive the local changes page as a user does, with the mouse on the gutter
 // and the stage bar and with the keyboard in the diff, and compare what git then holds
@@ -33,19 +31,18 @@ QByteArray numbered(int from, int to) {
 class LineStagingView : public ::testing::Test {
  protected:
   void open() {
-    view = std::make_unique<StageFileViewController>(repo.module(), queue);
+    page = std::make_unique<LocalChangesPage>(repo);
+    view = page->view();
     view->resize(1200, 700);
     view->show();
-    QSignalSpy reloaded(view.get(), &StageFileViewController::reloaded);
-    view->reload();
-    ASSERT_TRUE(reloaded.wait(10000));
+    ASSERT_TRUE(page->load());
   }
 
   QByteArray index(const QString& path) const { return repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}); }
 
   // Chooses the file in one list and waits for its diff.
   void showDiff(FileListViewController* list, const QString& path) {
-    QSignalSpy loaded(view.get(), &StageFileViewController::diffLoaded);
+    QSignalSpy loaded(view, &StageFileViewController::diffLoaded);
     if (list->currentFile() && list->currentFile()->path == path) {
       list->setCurrentIndex(QModelIndex());
     }
@@ -55,8 +52,8 @@ class LineStagingView : public ::testing::Test {
 
   // Runs an action that applies lines, and waits until the lists and the diff are new.
   void applyAndWait(const std::function<void()>& action) {
-    QSignalSpy reloaded(view.get(), &StageFileViewController::reloaded);
-    QSignalSpy loaded(view.get(), &StageFileViewController::diffLoaded);
+    QSignalSpy reloaded(view, &StageFileViewController::reloaded);
+    QSignalSpy loaded(view, &StageFileViewController::diffLoaded);
     action();
     ASSERT_TRUE(reloaded.wait(10000));
     if (loaded.isEmpty()) loaded.wait(3000);
@@ -82,8 +79,8 @@ class LineStagingView : public ::testing::Test {
   }
 
   TempRepository repo;
-  std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
-  std::unique_ptr<StageFileViewController> view;
+  std::unique_ptr<LocalChangesPage> page;
+  StageFileViewController* view = nullptr;
 };
 
 }  // namespace

@@ -15,12 +15,10 @@
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/CommitMessageEdit.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/SpellChecking/SpellChecker.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Services/Preferences.h"
-#include "support/TempRepository.h"
 
 namespace {
 // With JELV_SCREENSHOT_DIR set, the rendered states are also written there as PNG files.
@@ -47,16 +45,13 @@ QColor inkOf(const QImage& image) {
   }
   return best;
 }
-// The page of the repository in a window of a screenshot's size, its lists read; null
-// when the read did not end.
-StageFileViewController* showLoaded(QMainWindow& window, TempRepository& repo) {
-  auto* view = new StageFileViewController(repo.module(), std::make_shared<JobQueue>());
-  window.setCentralWidget(view);
+// The page in a window of a screenshot's size, its lists read; null when the read did
+// not end.
+StageFileViewController* showLoaded(QMainWindow& window, LocalChangesPage& page) {
+  window.setCentralWidget(page.view());
   window.resize(1100, 720);
   window.show();
-  QSignalSpy reloaded(view, &StageFileViewController::reloaded);
-  view->reload();
-  return reloaded.wait(10000) ? view : nullptr;
+  return page.load() ? page.view() : nullptr;
 }
 
 }  // namespace
@@ -71,7 +66,8 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
   repo.git({QStringLiteral("add"), QStringLiteral("src/a.cpp")});
 
   QMainWindow window;
-  StageFileViewController* view = showLoaded(window, repo);
+  LocalChangesPage page(repo);
+  StageFileViewController* view = showLoaded(window, page);
   ASSERT_TRUE(view);
   // A file's diff on the right, as a user would look at it before committing.
   QSignalSpy diff(view, SIGNAL(diffLoaded()));
@@ -132,7 +128,8 @@ TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
   repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
 
   QMainWindow window;
-  StageFileViewController* view = showLoaded(window, repo);
+  LocalChangesPage page(repo);
+  StageFileViewController* view = showLoaded(window, page);
   ASSERT_TRUE(view);
   view->commitBox()->subjectField()->setText(QStringLiteral("Trim a"));
   QSignalSpy finished(view->commitBox(), &CommitController::commitFinished);

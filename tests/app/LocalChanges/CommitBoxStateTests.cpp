@@ -16,21 +16,13 @@
 
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositorySettingsController.h"
 #include "Controls/Diff/CommitTextDiffView.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Models/GitModuleSettings.h"
-#include "support/TempRepository.h"
 
 namespace {
-bool waitFor(QObject* sender, const char* signal, const std::function<void()>& action) {
-  QSignalSpy spy(sender, signal);
-  action();
-  return spy.wait(10000) || spy.count() > 0;
-}
-
 QString lastMessage(const TempRepository& repo) {
   return repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B")}).trimmed();
 }
@@ -91,10 +83,10 @@ TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
   repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
   repo.git({QStringLiteral("merge"), QStringLiteral("--squash"), QStringLiteral("topic")});
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   CommitController* box = view.commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Squashed commit of the following:"));
   EXPECT_TRUE(box->descriptionField()->toPlainText().contains(u"Topic work"));
@@ -128,10 +120,10 @@ TEST(CommitBox, ContinueCherryPickAppliesTheRemainingCommits) {
   repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
   repo.git({QStringLiteral("-c"), QStringLiteral("core.editor=true"), QStringLiteral("commit"), QStringLiteral("--no-edit")});
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   CommitController* box = view.commitBox();
   ASSERT_EQ(box->commitButton()->text(), QStringLiteral("Continue Cherry-Pick"));
   ASSERT_TRUE(box->commitButton()->isEnabled());
@@ -153,11 +145,11 @@ TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
   WithoutIdentity noIdentity(emptyHome.path());
 
   QMainWindow window;
-  auto queue = std::make_shared<JobQueue>();
-  auto* view = new StageFileViewController(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController* view = page.view();
   window.setCentralWidget(view);
   window.show();
-  ASSERT_TRUE(waitFor(view, SIGNAL(reloaded()), [&] { view->reload(); }));
+  ASSERT_TRUE(page.load());
   CommitController* box = view->commitBox();
   box->subjectField()->setText(QStringLiteral("Change a"));
   const QString before = repo.headSha();
@@ -196,10 +188,10 @@ TEST(CommitBox, AmendShowsTheAmendedCommitInTheStagedList) {
   repo.writeFile(QStringLiteral("c.txt"), "c\n");
   repo.git({QStringLiteral("add"), QStringLiteral("c.txt")});
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   const auto staged = [&] {
     QStringList paths;
     for (const auto& file : view.stagedList()->files()) paths << file->path;

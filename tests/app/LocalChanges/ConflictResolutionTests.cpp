@@ -3,9 +3,7 @@
 #include <QSignalSpy>
 
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Jobs/JobQueue.h"
-#include "support/TempRepository.h"
+#include "LocalChangesPage.h"
 
 // A conflicted file settled from the page: their side lands in the work tree and the
 // index, and the file moves to the staged list.
@@ -18,16 +16,14 @@ TEST(ConflictResolution, TheirsIsTakenAndTheFileIsStaged) {
   repo.commitFile(QStringLiteral("a.txt"), "mine\n", QStringLiteral("mine"));
   repo.git({"merge", "topic"}, true);
 
-  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
-  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
-  view.reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
+  ASSERT_TRUE(page.load());
   const ChangedFileList unstaged = view.unstagedList()->files();
   ASSERT_EQ(unstaged.size(), 1u);
   ASSERT_EQ(unstaged[0]->changeType, ChangeType::unmerged);
 
-  view.resolveConflicts(unstaged, UnmergedFileVersionType::remote);
-  ASSERT_TRUE(reloaded.wait(10000));
+  ASSERT_TRUE(page.reloadAfter([&] { view.resolveConflicts(unstaged, UnmergedFileVersionType::remote); }));
   EXPECT_EQ(repo.readFile(QStringLiteral("a.txt")), "theirs\n");
   EXPECT_TRUE(view.unstagedList()->files().empty());
   ASSERT_EQ(view.stagedList()->files().size(), 1u);

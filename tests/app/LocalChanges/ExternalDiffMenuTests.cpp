@@ -11,11 +11,9 @@
 #include <memory>
 
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
-#include "support/TempRepository.h"
 
 namespace {
 QByteArray read(const QString& path) {
@@ -79,11 +77,9 @@ TEST(LocalChangesExternalDiff, CustomToolReceivesBothSides) {
   Preferences::shared().setExternalDiffTool(int(MergeTool::Kind::custom));
   Preferences::shared().setExternalDiffToolCustomPath(tool);
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
-  QSignalSpy reloaded(&view, SIGNAL(reloaded()));
-  view.reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
+  ASSERT_TRUE(page.load());
 
   const QStringList unstaged = runExternalDiff(view, view.unstagedList(), path, tool);
   ASSERT_EQ(unstaged.size(), 2) << unstaged.join(u'|').toStdString();
@@ -109,11 +105,9 @@ TEST(LocalChangesExternalDiff, MissingToolIsExplained) {
   repo.writeFile(QStringLiteral("a.txt"), "b\n");
   Preferences::shared().setExternalDiffTool(int(MergeTool::Kind::custom));
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
-  QSignalSpy reloaded(&view, SIGNAL(reloaded()));
-  view.reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
+  ASSERT_TRUE(page.load());
   QSignalSpy failed(&view, SIGNAL(externalToolFailed(QString)));
   view.externalDiff(view.unstagedList()->files().front());
   ASSERT_TRUE(failed.wait(10000));

@@ -11,20 +11,12 @@
 
 #include "Controllers/LocalChanges/FileListModel.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sheets/AddGitIgnorePatternController.h"
 #include "Controllers/Sheets/EditRepositoryFileController.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Services/Preferences.h"
-#include "support/TempRepository.h"
 
 namespace {
-bool waitFor(QObject* sender, const char* signal, const std::function<void()>& action) {
-  QSignalSpy spy(sender, signal);
-  action();
-  return spy.wait(10000) || spy.count() > 0;
-}
-
 QStringList paths(const ChangedFileList& files) {
   QStringList list;
   for (const auto& file : files) list << file->path;
@@ -65,13 +57,13 @@ TEST(FileLists, TreeModeStagesFoldersAndKeepsCollapsedFolders) {
   repo.writeFile(QStringLiteral("docs/guide/new.md"), "new\n");
   repo.writeFile(QStringLiteral("top.txt"), "top\n");
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.resize(900, 700);
   view.show();
   view.setFileListMode(FileListViewMode::tree);
   EXPECT_EQ(Preferences::shared().fileListMode(), 1);
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   FileListViewController* unstaged = view.unstagedList();
   EXPECT_EQ(visibleRows(unstaged), (QStringList{QStringLiteral("docs/guide"), QStringLiteral("  new.md"), QStringLiteral("src"),
                                                 QStringLiteral("  app"), QStringLiteral("    b.cpp"), QStringLiteral("  core"),
@@ -106,11 +98,11 @@ TEST(FileLists, IgnoreSheetPreviewsThePatternAndAddsIt) {
   repo.writeFile(QStringLiteral("c.txt"), "x\n");
 
   QMainWindow window;
-  auto queue = std::make_shared<JobQueue>();
-  auto* view = new StageFileViewController(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController* view = page.view();
   window.setCentralWidget(view);
   window.show();
-  ASSERT_TRUE(waitFor(view, SIGNAL(reloaded()), [&] { view->reload(); }));
+  ASSERT_TRUE(page.load());
   EXPECT_EQ(paths(view->unstagedList()->files()), (QStringList{QStringLiteral("a.log"), QStringLiteral("c.txt"),
                                                                QStringLiteral("logs/b.log")}));
 

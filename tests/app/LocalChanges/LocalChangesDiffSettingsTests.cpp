@@ -3,12 +3,10 @@
 #include <QSignalSpy>
 
 #include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controls/Diff/CommitTextDiffView.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
-#include "support/TempRepository.h"
 
 TEST(LocalChangesDiffSettings, TheShownDiffIsReadAgainWithTheNewContext) {
   TempRepository repo;
@@ -17,11 +15,10 @@ TEST(LocalChangesDiffSettings, TheShownDiffIsReadAgainWithTheNewContext) {
   repo.commitFile(QStringLiteral("a.txt"), text, QStringLiteral("base"));
   repo.writeFile(QStringLiteral("a.txt"), QByteArray(text).replace("line 10\n", "line ten\n"));
 
-  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.show();
-  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
-  view.reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  ASSERT_TRUE(page.load());
   QSignalSpy diff(&view, &StageFileViewController::diffLoaded);
   ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
   ASSERT_TRUE(diff.count() > 0 || diff.wait(10000));

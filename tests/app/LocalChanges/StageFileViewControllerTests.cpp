@@ -9,22 +9,14 @@
 #include <QTest>
 
 #include "Controllers/LocalChanges/CommitController.h"
-#include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controls/Diff/CommitTextDiffView.h"
-#include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "Models/GitModuleSettings.h"
-#include "support/TempRepository.h"
 
 namespace {
 QString status(const TempRepository& repo) {
   return repo.git({QStringLiteral("status"), QStringLiteral("--porcelain")});
-}
-
-bool waitFor(QObject* sender, const char* signal, const std::function<void()>& action) {
-  QSignalSpy spy(sender, signal);
-  action();
-  return spy.wait(10000) || spy.count() > 0;
 }
 }  // namespace
 
@@ -38,11 +30,11 @@ TEST(StageFileViewController, StageUnstageAndDiscardFiles) {
   repo.writeFile(QStringLiteral("b.txt"), "b changed\n");
   repo.writeFile(QStringLiteral("new.txt"), "new\n");
 
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.resize(1000, 700);
   view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   EXPECT_EQ(view.unstagedLabel()->text(), QStringLiteral("Unstaged (3)"));
   EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (0)"));
 
@@ -96,17 +88,17 @@ TEST(StageFileViewController, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   repo.writeFile(QStringLiteral("a.txt"), "a2\n");
   repo.git({QStringLiteral("add"), QStringLiteral("a.txt")});
 
-  auto queue = std::make_shared<JobQueue>();
   {
-    StageFileViewController first(repo.module(), queue);
-    first.commitBox()->subjectField()->setText(QStringLiteral("Draft subject"));
-    first.commitBox()->descriptionField()->setPlainText(QStringLiteral("Draft body"));
+    LocalChangesPage first(repo);
+    first->commitBox()->subjectField()->setText(QStringLiteral("Draft subject"));
+    first->commitBox()->descriptionField()->setPlainText(QStringLiteral("Draft body"));
   }
   EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Draft subject\n\nDraft body"));
 
-  StageFileViewController view(repo.module(), queue);
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
   view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
+  ASSERT_TRUE(page.load());
   CommitController* box = view.commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
 
@@ -117,11 +109,6 @@ TEST(StageFileViewController, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
   EXPECT_EQ(box->descriptionField()->toPlainText(), QStringLiteral("Draft body"));
 
-  // Past the high limit the counter warns with a tip.
-  box->subjectField()->setText(QString(80, QLatin1Char('x')));
-  EXPECT_FALSE(box->counterLabel()->isHidden());
-  EXPECT_EQ(box->counterLabel()->text(), QStringLiteral("80"));
-  EXPECT_FALSE(box->counterLabel()->toolTip().isEmpty());
   box->subjectField()->setText(QStringLiteral("Change a"));
 
   const QString before = repo.headSha();
@@ -134,39 +121,4 @@ TEST(StageFileViewController, CommitWithTheKeyboardAndAmendKeepsTheDraft) {
   EXPECT_TRUE(GitModuleSettings::load(repo.module()).draftMessage.isEmpty());
   EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (0)"));
   EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Commit"));
-}
-
-// A changed submodule is listed as such: discarding it asks about the submodule and
-// resets it inside its own repository, leaving the app's own edit alone.
-TEST(StageFileViewController, ChangedSubmoduleIsDiscardedInItsOwnRepository) {
-  TempRepository library(true, QStringLiteral("library"));
-  TempRepository app(true, QStringLiteral("app"));
-  library.commitFile(QStringLiteral("lib.c"), "int lib;\n", QStringLiteral("Library"));
-  app.commitFile(QStringLiteral("main.c"), "int main;\n", QStringLiteral("App"));
-  app.git({QStringLiteral("submodule"), QStringLiteral("add"), QStringLiteral("-q"), library.path(), QStringLiteral("ext/lib")});
-  app.commit(QStringLiteral("Add submodule"));
-  app.writeFile(QStringLiteral("ext/lib/lib.c"), "int edited;\n");
-  app.writeFile(QStringLiteral("main.c"), "int edited_main;\n");
-
-  auto queue = std::make_shared<JobQueue>();
-  StageFileViewController view(app.module(), queue);
-  view.show();
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.reload(); }));
-  ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("ext/lib")));
-  const ChangedFilePtr submodule = view.unstagedList()->currentFile();
-  ASSERT_NE(submodule->changedSubmodule(), nullptr);
-
-  QStringList asked;
-  view.setConfirmation([&](const QString& message, const QString&, const QString& button) {
-    asked << message << button;
-    return true;
-  });
-  ASSERT_TRUE(waitFor(&view, SIGNAL(reloaded()), [&] { view.discard({submodule}); }));
-  // A reload started before the discard (the submodule list arriving) can be the one that
-  // ended the wait; give the discard's own reload its time.
-  EXPECT_TRUE(QTest::qWaitFor([&] { return app.readFile(QStringLiteral("ext/lib/lib.c")) == QByteArray("int lib;\n"); }, 10000));
-  EXPECT_EQ(asked, (QStringList{QStringLiteral("Do you want to discard all changes in submodule 'ext/lib'?"),
-                                QStringLiteral("Discard")}));
-  EXPECT_EQ(app.readFile(QStringLiteral("ext/lib/lib.c")), QByteArray("int lib;\n"));
-  EXPECT_EQ(status(app), QStringLiteral(" M main.c\n"));
 }

@@ -34,7 +34,6 @@
 #include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Commands/Merge/ResolveConflictGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
-#include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
 #include "Git/Commands/Submodules/GetSubmodulesGitCommand.h"
@@ -79,8 +78,15 @@ QWidget* listSection(QLabel* label, const QList<QWidget*>& buttons, FileListView
 }
 }  // namespace
 
-StageFileViewController::StageFileViewController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
-    : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
+StageFileViewController::StageFileViewController(RepositoryController& repository, QWidget* parent)
+    : QWidget(parent),
+      module_(repository.gitModule().value_or(GitModule{})),
+      queue_(repository.jobQueue()),
+      repository_(&repository) {
+  connect(&repository, &RepositoryController::repositoryStatusUpdated, this, [this] {
+    if (repository_->repositoryStatus()) applyStatus(*repository_->repositoryStatus());
+  });
+  connect(&repository, &RepositoryController::refreshFinished, this, &StageFileViewController::repositoryRefreshEnded);
   unstagedLabel_ = new QLabel(this);
   stagedLabel_ = new QLabel(this);
   unstaged_ = new FileListViewController(this);
@@ -219,13 +225,12 @@ bool StageFileViewController::eventFilter(QObject* watched, QEvent* event) {
 void StageFileViewController::reload() {
   const GitModule module = module_;
   const bool amend = commitBox_->isAmending();
-  if (repository_) {
-    repository_->refreshStatus();
-    // Under amend the staged list is the amended commit's: that read stays the page's own.
-    if (!amend) {
-      awaiting_ = Awaiting::status;
-      return;
-    }
+  if (!repository_) return;
+  repository_->refreshStatus();
+  // Under amend the staged list is the amended commit's: that read stays the page's own.
+  if (!amend) {
+    awaiting_ = Awaiting::status;
+    return;
   }
   QPointer<StageFileViewController> self(this);
   // The same options as the repository's status read, so that both agree on the list.
@@ -266,19 +271,13 @@ void StageFileViewController::reload() {
                              }));
 }
 
-void StageFileViewController::setRepository(RepositoryController* repository) { repository_ = repository; }
-
 void StageFileViewController::sheetSucceeded() {
-  // A sheet with a repository has asked it for the refresh itself.
-  if (repository_) awaiting_ = Awaiting::status;
-  else reload();
+  // The sheet has asked the repository for the refresh itself.
+  awaiting_ = Awaiting::status;
 }
 
 void StageFileViewController::committed() {
-  if (!repository_) {
-    reload();
-    return;
-  }
+  if (!repository_) return;
   // A commit moves HEAD and its branch and adds to the history, besides the status.
   awaiting_ = Awaiting::status;
   repository_->refreshRepository(Subdomain::repositoryStatus() | Subdomain::head() | Subdomain::revisions() |
@@ -644,33 +643,7 @@ void StageFileViewController::applySelection(const XPatchPtr& patch, SelectionMo
 }
 
 void StageFileViewController::refreshPaths(const QStringList& paths) {
-  if (paths.isEmpty()) return;
-  if (repository_) {
-    awaiting_ = Awaiting::paths;
-    repository_->refreshChangedFiles(paths);
-    return;
-  }
-  const GitModule module = module_;
-  const bool hideUntracked = Preferences::shared().boolean(QStringLiteral("hideUntrackedFiles"));
-  const bool showIgnored = Preferences::shared().boolean(QStringLiteral("showIgnoredFiles"));
-  QPointer<StageFileViewController> self(this);
-  queue_->schedule(Job::make(tr("Refresh changed files"), Job::Show::none(), Job::ProgressType::infinite,
-                             [self, module, paths, hideUntracked, showIgnored](JobProgress&) {
-                               auto fresh = GetPathsStatusGitCommand::execute(module, paths, {}, hideUntracked, showIgnored);
-                               QMetaObject::invokeMethod(qApp, [self, paths, fresh] {
-                                 if (!self) return;
-                                 if (!fresh) {
-                                   self->reload();
-                                   return;
-                                 }
-                                 const ChangedFilePtr shown = self->diffFile_;
-                                 self->showFiles(StagingRefresh::merged(self->files_, paths, fresh.value()));
-                                 // All lines of the file went to the other side: its diff follows them.
-                                 if (shown && !self->diffFile_) {
-                                   FileListViewController* other = shown->staged ? self->unstaged_ : self->staged_;
-                                   other->selectFile(shown->path);
-                                 }
-                                 Q_EMIT self->reloaded();
-                               });
-                             }));
+  if (paths.isEmpty() || !repository_) return;
+  awaiting_ = Awaiting::paths;
+  repository_->refreshChangedFiles(paths);
 }

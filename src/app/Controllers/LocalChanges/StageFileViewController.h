@@ -2,7 +2,7 @@
 // The "Local Changes" page: unstaged and staged files with their counts (as lists or
 // folder trees), the diff of the selected file, and the commit box. Stage, unstage,
 // discard and ignore run as jobs on the tab's queue; a failure opens the error sheet;
-// the status is read again afterwards.
+// the repository reads the status again afterwards.
 #include <QPointer>
 #include <QWidget>
 #include <memory>
@@ -34,17 +34,16 @@ class QToolButton;
 class StageFileViewController : public QWidget {
   Q_OBJECT
  public:
-  StageFileViewController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
+  // The repository reads the status for the page: reloads, path refreshes and commits go
+  // to it and its snapshots come back through applyStatus, so each change is read once
+  // for the page and the sidebar alike.
+  explicit StageFileViewController(RepositoryController& repository, QWidget* parent = nullptr);
 
   // Reads the working tree's status again.
   void reload();
   // Shows a status read elsewhere; a list equal to the shown one changes nothing.
   void setFiles(const ChangedFileList& files);
 
-  // Inside a repository tab the repository reads the status for the page: reloads, path
-  // refreshes and commits go to it and its snapshots come back through applyStatus, so
-  // each change is read once. Without it the page reads for itself.
-  void setRepository(RepositoryController* repository);
   void applyStatus(const RepositoryStatus& status);
   // The repository's refresh ended; a read the page asked for that brought no status
   // (a failure) still ends with reloaded.

@@ -74,7 +74,8 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   commitList_ = new CommitListView(this);
   header_ = new RevisionHeaderView(this);
   revisionFiles_ = new ChangedFilesView(this);
-  localChanges_ = new StageFileViewController(module_, queue_, this);
+  // The page reads through the controller, whose snapshots reach the sidebar too.
+  localChanges_ = new StageFileViewController(*controller_, this);
   diffPane_ = new FileDiffView(FileDiffView::Mode::readOnly, this);
   connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
     loadLargeDiff_ = true;
@@ -124,8 +125,6 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
 
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
-  // The page's reads go through the controller, whose snapshots reach the sidebar too.
-  localChanges_->setRepository(controller_);
   connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
@@ -167,7 +166,6 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
     if (!controller_->repositoryData()) diffPane_->showMessage(tr("The repository could not be read: %1").arg(message));
   });
   connect(controller_, &RepositoryController::refreshFinished, this, [this] {
-    localChanges_->repositoryRefreshEnded();
     // The line names the branch now, not at the next poll.
     statusBar_->poll();
     if (controller_->repositoryData() && controller_->repositoryStatus()) Q_EMIT snapshotLoaded();
@@ -251,7 +249,6 @@ void RepositoryView::applyRepositoryStatus() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   notificationBar_->setNotification(RepositoryStateNotification::make(status->repositoryState));
   updateNotificationActions();
-  localChanges_->applyStatus(*status);
   updateSidebar();
 }
 

@@ -40,6 +40,7 @@ QString askPassPath() { return resourcesDirectory() + QStringLiteral("/jelv_askp
 QString gitLfsDirectory() { return resourcesDirectory() + QStringLiteral("/git-instance/git-lfs"); }
 QString gitFlowDirectory() { return resourcesDirectory() + QStringLiteral("/gitflow-avh"); }
 QString gpgWrapperPath() { return resourcesDirectory() + QStringLiteral("/gpg.sh"); }
+QString rebaseEditorPath() { return resourcesDirectory() + QStringLiteral("/jelv_ri"); }
 }  // namespace Git
 
 QString applicationDataDirectory() {

@@ -14,6 +14,7 @@ QString askPassPath();     // resources/jelv_askpasswd
 QString gitLfsDirectory(); // resources/git-instance/git-lfs
 QString gitFlowDirectory();// resources/gitflow-avh
 QString gpgWrapperPath();  // resources/gpg.sh, what gpg.program names for signed commits
+QString rebaseEditorPath(); // resources/jelv_ri, the editor of interactive rebases
 // The empty tree's object name: the "parent" of a root commit in diffs.
 inline const QString emptyTreeSha = QStringLiteral("4b825dc642cb6eb9a060e54bf8d69288fbee4904");
 }  // namespace Git

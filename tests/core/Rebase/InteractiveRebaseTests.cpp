@@ -1,0 +1,276 @@
+// Real interactive rebases: git runs the real rebase editor, which reaches this test over
+// the session bus; the test answers the todo list as the sheet would.
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "Git/Commands/Repository/ContinueRebaseGitCommand.h"
+#include "Git/Commands/Repository/InteractiveRebaseGitCommand.h"
+#include "Git/Commands/Repository/RebaseTodoListGitCommand.h"
+#include "Models/RebaseTodoList.h"
+#include "Services/DistributedNotificationCenter.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+namespace names = DistributedNotificationNames;
+using Command = InteractiveRebaseCommand;
+using Edit = std::function<void(std::vector<TodoListItem>&)>;
+
+// Answers the todo request of one repository: edits the list and finishes, or cancels.
+class TodoAnswer {
+ public:
+  TodoAnswer(GitModule module, Edit edit, bool cancel = false) : observer_({names::editTodoListForRebase()}) {
+    QObject::connect(&observer_, &DistributedNotificationObserver::received, &observer_,
+                     [this, module, edit, cancel](const QString&, const QString& path) {
+                       if (!RebaseTodoListGitCommand::belongsTo(module, path)) return;
+                       auto list = RebaseTodoListGitCommand::read(module, path);
+                       if (list && !cancel) {
+                         received = list.value();
+                         if (edit) edit(list.value());
+                         RebaseTodoList::normalize(list.value());
+                         if (RebaseTodoListGitCommand::write(path, list.value())) {
+                           DistributedNotificationCenter::post(names::rebaseEditorFinish(), path);
+                           return;
+                         }
+                       }
+                       DistributedNotificationCenter::post(names::rebaseEditorCancel(), path);
+                     });
+  }
+  std::vector<TodoListItem> received;
+
+ private:
+  DistributedNotificationObserver observer_;
+};
+
+// Runs `work` (which blocks in git) on a thread while this thread hears the bus.
+GitVoidResult serveWhile(const std::function<GitVoidResult()>& work) {
+  std::optional<GitVoidResult> result;
+  std::atomic<bool> done = false;
+  std::thread thread([&] {
+    result = work();
+    done = true;
+  });
+  while (!done) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  thread.join();
+  return *result;
+}
+
+class InteractiveRebaseTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!QDBusConnection::sessionBus().isConnected()) GTEST_SKIP() << "no session bus";
+    // A lost answer must fail the test, not hang it.
+    qputenv("JELV_RI_TIMEOUT", "20");
+    base = repo.commitFile(QStringLiteral("f.txt"), "zero\n", QStringLiteral("base"));
+    a = repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("A"));
+    b = repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("B"));
+    c = repo.commitFile(QStringLiteral("c.txt"), "c\n", QStringLiteral("C"));
+  }
+  void TearDown() override { qunsetenv("JELV_RI_TIMEOUT"); }
+
+  GitVoidResult rebase(const Edit& edit, InteractiveRebaseGitCommand::Options options = {}, bool cancel = false) {
+    if (!options.root && !options.destination) options.destination = base;
+    TodoAnswer answer(repo.module(), edit, cancel);
+    const GitModule module = repo.module();
+    GitVoidResult result = serveWhile([&] { return InteractiveRebaseGitCommand::execute(module, options); });
+    received = answer.received;
+    return result;
+  }
+  GitVoidResult continueRebase() {
+    const GitModule module = repo.module();
+    return serveWhile([&] { return ContinueRebaseGitCommand::execute(module); });
+  }
+  QStringList subjects() const { return repo.git({QStringLiteral("log"), QStringLiteral("--format=%s")}).split(u'\n', Qt::SkipEmptyParts); }
+  QString message(const QString& revision) const { return repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B"), revision}).trimmed(); }
+  QStringList files() const { return repo.git({QStringLiteral("ls-files")}).split(u'\n', Qt::SkipEmptyParts); }
+  bool rebasing() const { return QDir(repo.gitDir() + QStringLiteral("/rebase-merge")).exists(); }
+
+  TempRepository repo;
+  QString base, a, b, c;
+  std::vector<TodoListItem> received;
+};
+
+TEST_F(InteractiveRebaseTest, RewritesHistoryAsTheListSays) {
+  struct Case {
+    const char* name;
+    Edit edit;  // rows newest first: C, B, A
+    QStringList subjects;
+    QString messageOfSecond;  // HEAD~1
+    QStringList files;
+  };
+  const QStringList all{QStringLiteral("a.txt"), QStringLiteral("b.txt"), QStringLiteral("c.txt"), QStringLiteral("f.txt")};
+  const Case cases[] = {
+      {"reorder", [](auto& l) { RebaseTodoList::move(l, {2}, 0); }, {"A", "C", "B", "base"}, "C", all},
+      {"squash", [](auto& l) { l[1].command = Command::squash; }, {"C", "A", "base"}, "A\n\nB", all},
+      {"fixup", [](auto& l) { l[1].command = Command::fixup; }, {"C", "A", "base"}, "A", all},
+      {"reword", [](auto& l) { l[1].command = Command::reword; l[1].customMessage = QStringLiteral("B again\n\nwith a body"); },
+       {"C", "B again", "A", "base"}, "B again\n\nwith a body", all},
+      {"drop", [](auto& l) { l[1].command = Command::drop; }, {"C", "A", "base"}, "A",
+       {QStringLiteral("a.txt"), QStringLiteral("c.txt"), QStringLiteral("f.txt")}},
+      // git asks for the group's message at its last row, a fixup here.
+      {"squash and fixup into one", [](auto& l) { l[0].command = Command::squash; l[1].command = Command::fixup; },
+       {"A", "base"}, "base", all},
+  };
+  const QString start = repo.headSha();
+  for (const Case& c : cases) {
+    repo.git({QStringLiteral("reset"), QStringLiteral("-q"), QStringLiteral("--hard"), start});
+    const GitVoidResult result = rebase(c.edit);
+    ASSERT_TRUE(result.isSuccess()) << c.name << ": " << describe(result.error()).toStdString();
+    EXPECT_EQ(subjects(), c.subjects) << c.name;
+    EXPECT_EQ(message(QStringLiteral("HEAD~1")), c.messageOfSecond) << c.name;
+    EXPECT_EQ(files(), c.files) << c.name;
+    EXPECT_FALSE(rebasing()) << c.name;
+  }
+  EXPECT_EQ(message(QStringLiteral("HEAD")), QStringLiteral("A\n\nC"));
+}
+
+TEST_F(InteractiveRebaseTest, TheListArrivesNewestFirstWithDetails) {
+  ASSERT_TRUE(rebase({}).isSuccess());
+  ASSERT_EQ(received.size(), 3u);
+  EXPECT_EQ(received[0].sha, c);
+  EXPECT_EQ(received[2].sha, a);
+  EXPECT_EQ(received[1].originalMessage.trimmed(), QStringLiteral("B"));
+  EXPECT_FALSE(received[1].author.isEmpty());
+  EXPECT_TRUE(received[1].authorDate.isValid());
+  EXPECT_EQ(repo.headSha(), c);  // nothing changed: every pick stays
+}
+
+TEST_F(InteractiveRebaseTest, CancelAtTheTodoStageLeavesEverythingAsItWas) {
+  const QString head = repo.headSha();
+  EXPECT_TRUE(rebase([](auto& l) { l[1].command = Command::drop; }, {}, true).isFailure());
+  EXPECT_EQ(repo.headSha(), head);
+  EXPECT_FALSE(rebasing());
+  EXPECT_TRUE(repo.git({QStringLiteral("status"), QStringLiteral("--porcelain")}).isEmpty());
+}
+
+TEST_F(InteractiveRebaseTest, TheEditorGivesUpWhenNobodyAnswers) {
+  qputenv("JELV_RI_TIMEOUT", "1");
+  const QString head = repo.headSha();
+  const GitModule module = repo.module();
+  InteractiveRebaseGitCommand::Options options;
+  options.destination = base;
+  EXPECT_TRUE(InteractiveRebaseGitCommand::execute(module, options).isFailure());
+  EXPECT_EQ(repo.headSha(), head);
+  EXPECT_FALSE(rebasing());
+}
+
+TEST_F(InteractiveRebaseTest, EditStopsAndContinueGoesOn) {
+  ASSERT_TRUE(rebase([](auto& l) { l[1].command = Command::edit; }).isSuccess());
+  ASSERT_TRUE(rebasing());
+  EXPECT_EQ(message(QStringLiteral("HEAD")), QStringLiteral("B"));
+  repo.writeFile(QStringLiteral("b.txt"), "b amended\n");
+  repo.git({QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("-a"), QStringLiteral("--amend"), QStringLiteral("--no-edit")});
+  const GitVoidResult result = continueRebase();
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_FALSE(rebasing());
+  EXPECT_EQ(subjects(), (QStringList{"C", "B", "A", "base"}));
+  EXPECT_EQ(repo.git({QStringLiteral("show"), QStringLiteral("HEAD~1:b.txt")}), QStringLiteral("b amended\n"));
+}
+
+class ConflictingRebaseTest : public InteractiveRebaseTest {
+ protected:
+  void SetUp() override {
+    InteractiveRebaseTest::SetUp();
+    if (IsSkipped()) return;
+    // D changes the line that E changes again: without D, E can't apply.
+    d = repo.commitFile(QStringLiteral("f.txt"), "one\n", QStringLiteral("D"));
+    e = repo.commitFile(QStringLiteral("f.txt"), "two\n", QStringLiteral("E"));
+    repo.commitFile(QStringLiteral("g.txt"), "g\n", QStringLiteral("G"));
+  }
+  // Rows: G, E, D, C, B, A. D is dropped and E reworded.
+  GitVoidResult stopAtConflict() {
+    return rebase([](auto& l) {
+      l[2].command = Command::drop;
+      l[1].command = Command::reword;
+      l[1].customMessage = QStringLiteral("E reworded");
+    });
+  }
+  QString d, e;
+};
+
+TEST_F(ConflictingRebaseTest, AConflictStopsThenContinueKeepsTheNewMessage) {
+  ASSERT_TRUE(stopAtConflict().isSuccess());
+  ASSERT_TRUE(rebasing());
+  // Not while the conflict stands.
+  const GitVoidResult early = continueRebase();
+  ASSERT_TRUE(early.isFailure());
+  EXPECT_TRUE(describe(early.error()).contains(QStringLiteral("1 file"))) << describe(early.error()).toStdString();
+
+  repo.writeFile(QStringLiteral("f.txt"), "two\n");
+  repo.git({QStringLiteral("add"), QStringLiteral("f.txt")});
+  const GitVoidResult result = continueRebase();
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_FALSE(rebasing());
+  EXPECT_EQ(subjects(), (QStringList{"G", "E reworded", "C", "B", "A", "base"}));
+  EXPECT_EQ(message(QStringLiteral("HEAD~1")), QStringLiteral("E reworded"));
+}
+
+TEST_F(ConflictingRebaseTest, AbortAfterAConflictRestoresTheBranch) {
+  const QString head = repo.headSha();
+  ASSERT_TRUE(stopAtConflict().isSuccess());
+  ASSERT_TRUE(rebasing());
+  repo.git({QStringLiteral("rebase"), QStringLiteral("--abort")});
+  EXPECT_EQ(repo.headSha(), head);
+  EXPECT_FALSE(rebasing());
+}
+
+TEST_F(InteractiveRebaseTest, RootRewritesTheFirstCommit) {
+  InteractiveRebaseGitCommand::Options options;
+  options.root = true;
+  const GitVoidResult result = rebase(
+      [](auto& l) {
+        l.back().command = Command::reword;
+        l.back().customMessage = QStringLiteral("the beginning");
+      },
+      options);
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_EQ(received.size(), 4u);
+  EXPECT_EQ(subjects(), (QStringList{"C", "B", "A", "the beginning"}));
+}
+
+TEST_F(InteractiveRebaseTest, SignsTheRewrittenCommitsWithTheRepositorysKey) {
+  if (QStandardPaths::findExecutable(QStringLiteral("gpg")).isEmpty()) GTEST_SKIP() << "no gpg";
+  QTemporaryDir home;
+  const QByteArray oldHome = qgetenv("GNUPGHOME");
+  qputenv("GNUPGHOME", home.path().toLocal8Bit());
+  int status = 0;
+  runProgram(QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback"),
+                                     QStringLiteral("--passphrase"), QString(), QStringLiteral("--quick-gen-key"),
+                                     QStringLiteral("Rebase Test <rebase@example.com>"), QStringLiteral("ed25519"),
+                                     QStringLiteral("sign"), QStringLiteral("never")},
+             {}, &status);
+  ASSERT_EQ(status, 0);
+  QString fingerprint;
+  for (const QString& line : QString::fromUtf8(runProgram(QStringLiteral("gpg"), {QStringLiteral("--list-secret-keys"), QStringLiteral("--with-colons")})).split(u'\n')) {
+    if (line.startsWith(QStringLiteral("fpr:")) && fingerprint.isEmpty()) fingerprint = line.section(u':', 9, 9);
+  }
+  ASSERT_FALSE(fingerprint.isEmpty());
+
+  InteractiveRebaseGitCommand::Options options;
+  options.signingKey = fingerprint;
+  const GitVoidResult result = rebase([](auto& l) { RebaseTodoList::move(l, {2}, 0); }, options);
+  runProgram(QStringLiteral("gpgconf"), {QStringLiteral("--kill"), QStringLiteral("gpg-agent")});
+  if (oldHome.isNull()) qunsetenv("GNUPGHOME"); else qputenv("GNUPGHOME", oldHome);
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  EXPECT_EQ(subjects(), (QStringList{"A", "C", "B", "base"}));
+  for (const QString& revision : {QStringLiteral("HEAD"), QStringLiteral("HEAD~1")}) {
+    EXPECT_TRUE(repo.git({QStringLiteral("cat-file"), QStringLiteral("commit"), revision}).contains(QStringLiteral("gpgsig"))) << revision.toStdString();
+  }
+  // The base was not rewritten and stays unsigned.
+  EXPECT_FALSE(repo.git({QStringLiteral("cat-file"), QStringLiteral("commit"), base}).contains(QStringLiteral("gpgsig")));
+}
+
+TEST(RebaseBackupBranch, NameHoldsNoColon) {
+  const QString name = RebaseTodoListGitCommand::backupBranchName(QStringLiteral("main"), QDateTime(QDate(2026, 11, 23), QTime(22, 5, 7)));
+  EXPECT_EQ(name, QStringLiteral("backup/main-2026-11-23-22-05-07"));
+}
+
+}  // namespace

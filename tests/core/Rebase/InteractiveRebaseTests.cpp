@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "Git/Commands/Merge/OperationControlGitCommand.h"
 #include "Git/Commands/Repository/ContinueRebaseGitCommand.h"
 #include "Git/Commands/Repository/InteractiveRebaseGitCommand.h"
 #include "Git/Commands/Repository/RebaseTodoListGitCommand.h"
@@ -87,6 +88,14 @@ class InteractiveRebaseTest : public ::testing::Test {
   GitVoidResult continueRebase() {
     const GitModule module = repo.module();
     return serveWhile([&] { return ContinueRebaseGitCommand::execute(module); });
+  }
+  // The road of the notification bar's and the menu's Continue.
+  GitVoidResult continueOperation() {
+    const GitModule module = repo.module();
+    return serveWhile([&] {
+      return OperationControlGitCommand::execute(module, OperationControlGitCommand::Operation::rebase,
+                                                 OperationControlGitCommand::Action::continueOperation);
+    });
   }
   QStringList subjects() const { return repo.git({QStringLiteral("log"), QStringLiteral("--format=%s")}).split(u'\n', Qt::SkipEmptyParts); }
   QString message(const QString& revision) const { return repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B"), revision}).trimmed(); }
@@ -206,7 +215,7 @@ TEST_F(ConflictingRebaseTest, AConflictStopsThenContinueKeepsTheNewMessage) {
 
   repo.writeFile(QStringLiteral("f.txt"), "two\n");
   repo.git({QStringLiteral("add"), QStringLiteral("f.txt")});
-  const GitVoidResult result = continueRebase();
+  const GitVoidResult result = continueOperation();
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   EXPECT_FALSE(rebasing());
   EXPECT_EQ(subjects(), (QStringList{"G", "E reworded", "C", "B", "A", "base"}));

@@ -1,5 +1,7 @@
 #include "Graph/GraphRowGeometry.h"
 
+#include <algorithm>
+
 #include "Models/BisectMark.h"
 
 GraphPath GraphRowGeometry::path(const GraphLine& line, const QRectF& row, double leftMargin) {
@@ -44,6 +46,54 @@ QRectF GraphRowGeometry::dot(const GraphInfo& info, const QRectF& row, double le
   if (info.currentCommitColumn < 0) return {};
   const QPointF center(columnX(info.currentCommitColumn, leftMargin), middleY(row));
   return {center.x() - diameter / 2, center.y() - diameter / 2, diameter, diameter};
+}
+
+int GraphRowGeometry::columnCount(const GraphInfo& info) {
+  int columns = 0;
+  for (const GraphLine& line : info.lines) {
+    columns = std::max({columns, line.middle + 1, line.top.value_or(0) + 1, line.bottom.value_or(0) + 1});
+  }
+  return std::max(columns, info.currentCommitColumn + 1);
+}
+
+GraphRowLayout GraphRowGeometry::layout(const GraphInfo& info, const QRectF& cell, double leftMargin, double cap,
+                                        double dotDiameter) {
+  GraphRowLayout result;
+  const double natural = leftMargin + columnCount(info) * columnWidth + lanesPadding;
+  const double room = std::clamp(cap, 0.0, cell.width());
+  result.clipped = natural > room;
+  const double lanesWidth = result.clipped ? room : natural;
+  result.lanes = QRectF(cell.left(), cell.top(), lanesWidth, cell.height());
+  if (result.clipped) {
+    result.fade = QRectF(result.lanes.right() - std::min(fadeWidth, lanesWidth), cell.top(), std::min(fadeWidth, lanesWidth),
+                         cell.height());
+  }
+  result.contentX = std::min(cell.right(), result.lanes.right() + contentGap);
+
+  result.dot = dot(info, cell, cell.left() + leftMargin, dotDiameter);
+  const double edge = std::max(result.lanes.left() + dotDiameter / 2, result.lanes.right() - columnWidth);
+  if (!result.dot.isEmpty() && result.clipped && result.dot.center().x() > edge) {
+    // Drawn at the edge, in the fade, so the row still shows that it has a commit.
+    result.dotBeyondCap = true;
+    result.dot.moveCenter(QPointF(edge, result.dot.center().y()));
+  }
+  return result;
+}
+
+double GraphRowGeometry::cap(double fraction, double cellWidth) {
+  return std::clamp(fraction, minimumCapFraction, maximumCapFraction) * std::max(0.0, cellWidth);
+}
+
+int GraphRowGeometry::fittingLabels(const std::vector<double>& widths, double x, double right, double gap, double moreWidth) {
+  double used = 0;
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    used += widths[i];
+    const bool last = i + 1 == widths.size();
+    // Every label but the last must leave room for the chip that counts the rest.
+    if (x + used + (last ? 0.0 : gap + moreWidth) > right) return static_cast<int>(i);
+    used += gap;
+  }
+  return static_cast<int>(widths.size());
 }
 
 QString GraphRowGeometry::labelText(const Reference& reference) {

@@ -20,6 +20,20 @@ struct GraphPath {
   bool operator==(const GraphPath&) const = default;
 };
 
+// How one row's lanes fit a capped width. Lanes past the cap are clipped under a fade,
+// a dot that lies beyond it is drawn at the edge with a marker, and labels and subject
+// start right after the lanes that are shown: a row with 90 lanes keeps its subject.
+struct GraphRowLayout {
+  QRectF lanes;               // the only place lanes and dot are painted
+  bool clipped = false;       // some lane reaches past the cap
+  QRectF fade;                // the band at the cap's edge that fades out; empty unless clipped
+  QRectF dot;                 // empty when the row has no dot
+  bool dotBeyondCap = false;  // the dot's own column lies past the cap
+  double contentX = 0;        // where labels and subject start
+
+  bool operator==(const GraphRowLayout&) const = default;
+};
+
 struct ReferenceLabel {
   QString text;
   bool hasMark = false;  // an extra mark beside the text (for instance the upstream's)
@@ -42,6 +56,23 @@ class GraphRowGeometry {
   // The commit's dot, a circle of the given diameter; an empty rectangle when the row
   // has no dot.
   static QRectF dot(const GraphInfo& info, const QRectF& row, double leftMargin, double diameter);
+
+  static constexpr double fadeWidth = 2 * columnWidth;
+  static constexpr double contentGap = 6.0;
+  // The part of the Description column the lanes may take unless the user dragged it.
+  static constexpr double defaultCapFraction = 1.0 / 3.0;
+  static constexpr double minimumCapFraction = 0.08;
+  static constexpr double maximumCapFraction = 0.75;
+
+  // Columns a row's segments touch: one past the rightmost top, middle or bottom.
+  static int columnCount(const GraphInfo& info);
+  // Lanes of the row within `cell`, taking at most `cap` pixels from the cell's left.
+  static GraphRowLayout layout(const GraphInfo& info, const QRectF& cell, double leftMargin, double cap, double dotDiameter);
+  // The cap for a fraction of the cell's width, the fraction kept within its bounds.
+  static double cap(double fraction, double cellWidth);
+  // How many labels of these widths fit between `x` and `right` with `gap` after each,
+  // keeping room for a "+N" chip of `moreWidth` when not all fit.
+  static int fittingLabels(const std::vector<double>& widths, double x, double right, double gap, double moreWidth);
 
   // What a reference's label says.
   static QString labelText(const Reference& reference);

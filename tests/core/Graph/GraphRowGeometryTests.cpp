@@ -46,4 +46,69 @@ TEST(GraphRowGeometry, DotAndRowWidth) {
   EXPECT_DOUBLE_EQ(GraphRowGeometry::rowWidth(GraphInfo{}, 0, {}, fiveEach), 2.0);
 }
 
+GraphInfo lanes(int count, int commitColumn) {
+  GraphInfo info;
+  for (int i = 0; i < count; ++i) info.lines.push_back({i, i, i, i});
+  info.currentCommitColumn = info.lineId = commitColumn;
+  return info;
+}
+
+TEST(GraphRowGeometry, CappedLanesKeepTheSubjectInsideTheColumn) {
+  // A Description cell 600 wide at x 100; the default cap is a third of it.
+  const QRectF cell(100, 0, 600, 22);
+  const double cap = GraphRowGeometry::cap(GraphRowGeometry::defaultCapFraction, cell.width());
+  EXPECT_DOUBLE_EQ(cap, 200.0);
+
+  struct Case {
+    const char* name;
+    GraphInfo info;
+    double cap;
+    bool clipped;
+    QRectF lanes;
+    double contentX;
+    bool dotBeyond;
+  };
+  const Case cases[] = {
+      // 3 lanes: 4 + 33 + 2 wide, no fade, the subject right after them.
+      {"few lanes", lanes(3, 1), cap, false, QRectF(100, 0, 39, 22), 145, false},
+      // 90 lanes would take 996 px: clipped at the cap, the dot of column 85 at the edge.
+      {"ninety lanes", lanes(90, 85), cap, true, QRectF(100, 0, 200, 22), 306, true},
+      // Clipped, but the commit itself sits in a column that is shown.
+      {"dot inside the cap", lanes(90, 2), cap, true, QRectF(100, 0, 200, 22), 306, false},
+      // A cap wider than the cell never paints past it.
+      {"cap past the cell", lanes(90, 85), 5000, true, QRectF(100, 0, 600, 22), 700, true},
+  };
+  for (const Case& c : cases) {
+    const GraphRowLayout layout = GraphRowGeometry::layout(c.info, cell, kMargin, c.cap, 7);
+    EXPECT_EQ(layout.clipped, c.clipped) << c.name;
+    EXPECT_EQ(layout.lanes, c.lanes) << c.name;
+    EXPECT_DOUBLE_EQ(layout.contentX, c.contentX) << c.name;
+    EXPECT_EQ(layout.dotBeyondCap, c.dotBeyond) << c.name;
+    EXPECT_TRUE(cell.contains(layout.lanes)) << c.name;
+    EXPECT_TRUE(layout.lanes.contains(layout.dot)) << c.name;
+    EXPECT_EQ(layout.fade.isEmpty(), !c.clipped) << c.name;
+    if (c.clipped) EXPECT_DOUBLE_EQ(layout.fade.right(), layout.lanes.right()) << c.name;
+  }
+  // The subject of the 90-lane row keeps two thirds of the column, less the gap.
+  EXPECT_GE(cell.right() - GraphRowGeometry::layout(lanes(90, 85), cell, kMargin, cap, 7).contentX, 394.0);
+  // A dot that is shown stays in its own column.
+  EXPECT_DOUBLE_EQ(GraphRowGeometry::layout(lanes(90, 2), cell, kMargin, cap, 7).dot.center().x(),
+                   GraphRowGeometry::columnX(2, cell.left() + kMargin));
+
+  // A dragged fraction stays within bounds.
+  EXPECT_DOUBLE_EQ(GraphRowGeometry::cap(5.0, 600), 450.0);
+  EXPECT_DOUBLE_EQ(GraphRowGeometry::cap(0.0, 600), 48.0);
+}
+
+TEST(GraphRowGeometry, LabelsThatDoNotFitLeaveRoomForTheirCount) {
+  const std::vector<double> three{50, 50, 50};
+  // Each label but the last needs room for a gap of 4 and a chip of 20 after it.
+  EXPECT_EQ(GraphRowGeometry::fittingLabels(three, 0, 200, 4, 20), 3);
+  EXPECT_EQ(GraphRowGeometry::fittingLabels(three, 0, 158, 4, 20), 3);
+  EXPECT_EQ(GraphRowGeometry::fittingLabels(three, 0, 157, 4, 20), 2);
+  EXPECT_EQ(GraphRowGeometry::fittingLabels(three, 0, 120, 4, 20), 1);
+  EXPECT_EQ(GraphRowGeometry::fittingLabels(three, 100, 120, 4, 20), 0);
+  EXPECT_EQ(GraphRowGeometry::fittingLabels({}, 0, 0, 4, 20), 0);
+}
+
 }  // namespace

@@ -22,4 +22,6 @@ struct RevisionGraphSource {
   std::shared_ptr<const RevisionList> revisions;
   StashRevisionList stashes;
   RevisionGraphOptions options;
+  // Older commits exist than the history holds: the list says so at its end.
+  bool historyCut = false;
 };

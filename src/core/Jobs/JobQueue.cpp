@@ -49,6 +49,7 @@ void JobQueue::runJob(const std::shared_ptr<Job>& job) {
     std::lock_guard lock(updateLock_);
     auto it = std::find(activeJobs_.begin(), activeJobs_.end(), job);
     if (it != activeJobs_.end()) activeJobs_.erase(it);
+    if (job->show() != Job::Show::none()) lastUserWorkEnd_ = std::chrono::steady_clock::now();
   }
   job->setStatus(Job::Status::finished);
 }
@@ -66,6 +67,12 @@ void JobQueue::cancelAllTasks() {
 int JobQueue::activeJobsCount() const {
   std::lock_guard lock(updateLock_);
   return static_cast<int>(activeJobs_.size());
+}
+
+bool JobQueue::hasUserWork(std::chrono::milliseconds grace) const {
+  std::lock_guard lock(updateLock_);
+  if (std::chrono::steady_clock::now() - lastUserWorkEnd_ < grace) return true;
+  return std::any_of(activeJobs_.begin(), activeJobs_.end(), [](const auto& job) { return job->show() != Job::Show::none(); });
 }
 
 std::vector<std::shared_ptr<Job>> JobQueue::userJobs() const {

@@ -6,6 +6,7 @@
 // Each job gets a thread of its own: jobs mostly wait on child processes, so there is
 // no point in a bound, and plain threads with standard locks keep every hand-over
 // visible to ThreadSanitizer (the Qt pool's own locks are not).
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -28,6 +29,9 @@ class JobQueue {
   void cancelAllTasks();
 
   int activeJobsCount() const;
+  // Whether an operation the user can see (not an internal read) is pending or running,
+  // or ended less than `grace` ago: what changes the repository while it runs is ours.
+  bool hasUserWork(std::chrono::milliseconds grace) const;
   // Oldest first; running and finished alike. Never more than userJobsMaxSize - 1.
   std::vector<std::shared_ptr<Job>> userJobs() const;
 
@@ -40,6 +44,7 @@ class JobQueue {
   mutable std::mutex updateLock_;
   std::vector<std::shared_ptr<Job>> activeJobs_;  // newest first
   std::vector<std::shared_ptr<Job>> userJobs_;    // oldest first
+  std::chrono::steady_clock::time_point lastUserWorkEnd_;
 
   // Threads that have not yet let go of this queue; guarded by threadsLock_.
   std::mutex threadsLock_;

@@ -33,6 +33,8 @@ struct RepositoryData {
   std::optional<QDateTime> configUpdateTime;      // of the Git directory's "config" when it was read
   bool showReflogInRevisionList = false;
   bool showFirstParent = false;
+  // The most commits the history was read with; it was cut when it holds that many.
+  int revisionLimit = 0;
   std::optional<QDateTime> gitLfsUpdateTime;      // of "hooks/pre-push" when it was read
   bool gitLfsInitialized = false;
 };

@@ -73,6 +73,7 @@ struct RefreshRepositoryCommand::Input {
   bool showReflogInRevisionList = false;
   bool hideUntrackedFiles = false;
   bool showIgnoredFiles = false;
+  int maxCommitCount = 0;
 };
 
 void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& job, const QPointer<RepositoryController>& guard) {
@@ -97,7 +98,7 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
     const Subdomain handled = in.subdomains.subtracting(Subdomain::repositoryStatus());
     if (handled.isEmpty() || progress.isCanceled()) return;
     auto result = RefreshRepositoryDataGitCommand::execute(in.module, in.data, in.subdomains,
-                                                           {in.showReflogInRevisionList, in.showFirstParent}, progress);
+                                                           {in.showReflogInRevisionList, in.showFirstParent, in.maxCommitCount}, progress);
     if (progress.isCanceled()) return;
     if (result) {
       data = result.value();
@@ -180,6 +181,7 @@ void RefreshRepositoryCommand::execute(RepositoryController& controller, UpdateO
   in.showReflogInRevisionList = controller.showReflogInRevisionList;
   in.hideUntrackedFiles = controller.hideUntrackedFiles;
   in.showIgnoredFiles = controller.showIgnoredFiles;
+  in.maxCommitCount = controller.maxCommitCount;
 
   // The job knows itself only weakly: the queue and this command keep it alive.
   auto self = std::make_shared<std::weak_ptr<Job>>();

@@ -1,6 +1,7 @@
 #include "Repository/RepositoryController.h"
 
 #include <QDir>
+#include <limits>
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -11,6 +12,8 @@
 #include "Jobs/QueuedCall.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/StagingRefresh.h"
+#include "Repository/CommitGraphMaintenance.h"
+#include "Repository/RepositoryWatcher.h"
 
 RepositoryController::RepositoryController(std::optional<GitModule> gitModule, std::shared_ptr<JobQueue> queue, QObject* parent)
     : QObject(parent), gitModule_(std::move(gitModule)), queue_(std::move(queue)) {}
@@ -32,6 +35,32 @@ void RepositoryController::refreshRepository(Subdomain changed) {
   const bool statusOnly = Subdomain::repositoryStatus().contains(changed);
   invalidate(changed, statusOnly ? RefreshRepositoryCommand::UpdateOrder::statusFirst : RefreshRepositoryCommand::UpdateOrder::dataFirst);
 }
+
+void RepositoryController::watchForOutsideChanges() {
+  if (!gitModule_ || watcher_) return;
+  // An operation of ours refreshes what it changed; what it writes is not news. The
+  // grace covers events that the main thread reads after the operation ended.
+  std::weak_ptr<JobQueue> queue = queue_;
+  watcher_ = new RepositoryWatcher(
+      *gitModule_,
+      [queue] {
+        const auto owner = queue.lock();
+        return owner && owner->hasUserWork(std::chrono::milliseconds(400));
+      },
+      this);
+  connect(watcher_, &RepositoryWatcher::changed, this, [this](Subdomain changed) {
+    LOG_DEBUG(QStringLiteral("Outside change in '%1': %2").arg(repositoryName(), changed.description()));
+    refreshRepository(changed);
+  });
+  watcher_->start(queue_);
+}
+
+void RepositoryController::loadWholeHistory() {
+  maxCommitCount = std::numeric_limits<int>::max();
+  invalidate(Subdomain::revisions());
+}
+
+bool RepositoryController::isWatchingWorkTree() const { return watcher_ && watcher_->isWatchingWorkTree(); }
 
 void RepositoryController::refreshChangedFiles(const QStringList& paths) {
   if (paths.isEmpty()) return;
@@ -68,6 +97,7 @@ void RepositoryController::refreshChangedFiles(const QStringList& paths) {
 }
 
 void RepositoryController::storeRepositoryData(RepositoryDataPtr data, Subdomain handled) {
+  if (!repositoryData_ || handled.contains(Subdomain::remoteBranches())) commitGraphCheckDue_ = true;
   repositoryData_ = std::move(data);
   clearInvalidated(handled);
   Q_EMIT repositoryDataUpdated();
@@ -87,5 +117,9 @@ void RepositoryController::storeBehindAheadInfo(BehindAheadInfoCache cache) {
 void RepositoryController::finishRefresh(const Job* job) {
   if (refreshRepositoryCommand_.activeRefreshJob_.get() != job) return;
   refreshRepositoryCommand_.activeRefreshJob_.reset();
+  if (std::exchange(commitGraphCheckDue_, false) && gitModule_ && repositoryData_ && commitGraphJob_.expired()) {
+    const int commits = repositoryData_->revisions ? static_cast<int>(repositoryData_->revisions->size()) : 0;
+    commitGraphJob_ = CommitGraphMaintenance::scheduleIfNeeded(*gitModule_, commits, queue_);
+  }
   Q_EMIT refreshFinished();
 }

@@ -18,6 +18,8 @@
 #include "Repository/RefreshRepositoryCommand.h"
 
 class JobQueue;
+class RepositoryWatcher;
+class Job;
 
 class RepositoryController : public QObject, public RefreshProtocol {
   Q_OBJECT
@@ -40,6 +42,8 @@ class RepositoryController : public QObject, public RefreshProtocol {
   bool showReflogInRevisionList = false;
   bool hideUntrackedFiles = false;
   bool showIgnoredFiles = false;
+  // The most commits the history reads; 0 is the preference's count.
+  int maxCommitCount = 0;
 
   // Adds the bits of what a command changed and starts a refresh.
   void invalidate(Subdomain subdomains, RefreshRepositoryCommand::UpdateOrder order = RefreshRepositoryCommand::UpdateOrder::dataFirst);
@@ -54,6 +58,16 @@ class RepositoryController : public QObject, public RefreshProtocol {
   // new status snapshot (after a line operation). Without a status yet, or when the read
   // fails, the whole status is read.
   void refreshChangedFiles(const QStringList& paths);
+
+  // Starts noticing what other programs change in the repository; each burst of such
+  // changes refreshes what it touched. Once; does nothing without a module.
+  void watchForOutsideChanges();
+  RepositoryWatcher* watcher() const { return watcher_; }
+  // The work tree's folders are watched: no timer needs to poll its status.
+  bool isWatchingWorkTree() const;
+
+  // Reads the history again without the preference's limit.
+  void loadWholeHistory();
 
   // "repo" for "/home/me/repo": the name in the log lines.
   QString repositoryName() const;
@@ -82,4 +96,9 @@ class RepositoryController : public QObject, public RefreshProtocol {
   BehindAheadInfoCache behindAheadInfoCache_;
   Subdomain invalidatedSubdomains_ = Subdomain::all();
   RefreshRepositoryCommand refreshRepositoryCommand_;
+  RepositoryWatcher* watcher_ = nullptr;
+  // A first load or a read of the remote branches (a fetch) may have left git's
+  // commit-graph behind; checked once the refresh has ended.
+  bool commitGraphCheckDue_ = false;
+  std::weak_ptr<Job> commitGraphJob_;
 };

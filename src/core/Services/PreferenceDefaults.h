@@ -57,4 +57,6 @@
   X(int, externalDiffTool, ExternalDiffTool, "externalDiffTool", 0)                              \
   X(int, mergeTool, MergeTool, "mergeTool", 0)                                                   \
   X(bool, disableExternalAvatarService, DisableExternalAvatarService, "disableExternalAvatarService", false) \
-  X(int, maxCommitCount, MaxCommitCount, "maxCommitCount", 50000)
+  X(int, maxCommitCount, MaxCommitCount, "maxCommitCount", 50000)                               \
+  X(bool, keepCommitGraphUpToDate, KeepCommitGraphUpToDate, "keepCommitGraphUpToDate", true)     \
+  X(bool, commitGraphChangedPaths, CommitGraphChangedPaths, "commitGraphChangedPaths", false)

@@ -153,7 +153,9 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
   if (readHistory) {
     if (data->references.head) {
       Step step(progress, QStringLiteral("GetRevisionsGitCommand"));
-      auto revisions = GetRevisionsGitCommand::execute(module, data->topoOrder, data->showReflogInRevisionList, progress);
+      data->revisionLimit = options.maxCommitCount > 0 ? options.maxCommitCount : GetRevisionsGitCommand::maxCommitCount();
+      auto revisions = GetRevisionsGitCommand::execute(module, data->topoOrder, data->showReflogInRevisionList, progress,
+                                                       data->revisionLimit);
       if (!revisions) return revisions.mapError<RepositoryDataPtr>();
       data->revisions = std::make_shared<const RevisionList>(std::move(revisions).value());
     }
@@ -161,6 +163,7 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
   } else {
     data->revisions = old->revisions;
     data->topoOrder = old->topoOrder;
+    data->revisionLimit = old->revisionLimit;
   }
   if (progress.isCanceled()) return Error::Canceled{};
 

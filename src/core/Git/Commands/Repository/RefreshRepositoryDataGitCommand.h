@@ -14,6 +14,7 @@ struct RefreshRepositoryDataGitCommand {
   struct Options {
     bool showReflogInRevisionList = false;
     bool showFirstParent = false;
+    int maxCommitCount = 0;  // 0: the preference's
   };
 
   // Without `old` every part is read. Fails with `noChanges` when nothing that the views

@@ -23,10 +23,10 @@ QStringList GetRevisionsGitCommand::arguments(bool topoOrder, bool showReflog, i
 }
 
 GitResult<RevisionList> GetRevisionsGitCommand::execute(const GitModule& module, bool topoOrder, bool showReflog,
-                                                        JobProgress& progress) {
+                                                        JobProgress& progress, std::optional<int> maxCommitCount) {
   progress.start(kStopwatch);
   RevisionLogParser parser(RevisionLogParser::Format::revisions, &progress);
-  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, maxCommitCount()), parser);
+  auto failure = RevisionLogStream::run(module, arguments(topoOrder, showReflog, maxCommitCount.value_or(GetRevisionsGitCommand::maxCommitCount())), parser);
   progress.end(kStopwatch);
   if (failure) return *failure;
   return parser.takeRevisions();

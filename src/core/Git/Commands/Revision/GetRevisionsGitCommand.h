@@ -2,6 +2,7 @@
 // The visible history: every revision reachable from HEAD, the branches, remote
 // branches and tags (and the reflog on request), streamed from one "git log".
 #include <QStringList>
+#include <optional>
 
 #include "Git/ResultError.h"
 #include "Models/GitModule.h"
@@ -13,7 +14,9 @@ struct GetRevisionsGitCommand {
   static QStringList arguments(bool topoOrder, bool showReflog, int maxCommitCount);
   // Reads the preference maxCommitCount (default 50000). Records a stopwatch on the
   // progress and stops with `canceled` when it is canceled.
-  static GitResult<RevisionList> execute(const GitModule& module, bool topoOrder, bool showReflog, JobProgress& progress);
+  // `maxCommitCount` overrides the preference.
+  static GitResult<RevisionList> execute(const GitModule& module, bool topoOrder, bool showReflog, JobProgress& progress,
+                                         std::optional<int> maxCommitCount = std::nullopt);
   // The preferences' values: maxCommitCount and useTopologicalCommitOrder.
   static int maxCommitCount();
   static bool useTopologicalCommitOrder();

@@ -17,6 +17,7 @@
 #include "Repository/RefreshProtocol.h"
 #include "Repository/RefreshRepositoryCommand.h"
 
+class Job;
 class JobQueue;
 class RepositoryWatcher;
 class Job;
@@ -44,6 +45,8 @@ class RepositoryController : public QObject, public RefreshProtocol {
   bool showIgnoredFiles = false;
   // The most commits the history reads; 0 is the preference's count.
   int maxCommitCount = 0;
+  // The commit search under way; a new one cancels it.
+  std::weak_ptr<Job> activeSearchJob;
 
   // Adds the bits of what a command changed and starts a refresh.
   void invalidate(Subdomain subdomains, RefreshRepositoryCommand::UpdateOrder order = RefreshRepositoryCommand::UpdateOrder::dataFirst);

@@ -107,3 +107,32 @@ std::optional<QString> ExternalDiff::run(const GitModule& module, const ChangedF
   return MergeTool::diff(std::get<MergeTool::Launch>(tool), sides.remote, sides.local, sides.localTitle, sides.remoteTitle,
                          module.repositoryPath);
 }
+
+GitResult<ExternalDiffFiles> ExternalDiff::prepareRevisionFiles(const GitModule& module, const QString& sha,
+                                                                const std::optional<QString>& parent, const ChangedFile& file,
+                                                                const QString& folder) {
+  const QString oldPath = file.oldPath.value_or(file.path);
+  const Side older{parent.value_or(QString()), oldPath, parent ? parent->left(7) : QStringLiteral("none"),
+                   !parent || file.changeType == ChangeType::added};
+  const Side newer{sha, file.path, sha.left(7), file.changeType == ChangeType::deleted};
+  auto local = writeSide(module, older, folder);
+  if (!local) return local.mapError<ExternalDiffFiles>();
+  auto remote = writeSide(module, newer, folder);
+  if (!remote) return remote.mapError<ExternalDiffFiles>();
+  return ExternalDiffFiles{local.value(), remote.value(), title(oldPath, older.name), title(file.path, newer.name)};
+}
+
+std::optional<QString> ExternalDiff::runForRevision(const GitModule& module, const QString& sha, const std::optional<QString>& parent,
+                                                    const ChangedFile& file, const Preferences& preferences) {
+  const auto tool = MergeTool::activeTool(false, preferences);
+  if (const QString* failure = std::get_if<QString>(&tool)) return *failure;
+  const auto files = prepareRevisionFiles(module, sha, parent, file, newFolder());
+  if (!files) {
+    const QString text = QStringLiteral("Cannot prepare '") + file.path + QStringLiteral("' for the diff tool: ") + describe(files.error());
+    LOG_ERROR(text);
+    return text;
+  }
+  const ExternalDiffFiles& sides = files.value();
+  return MergeTool::diff(std::get<MergeTool::Launch>(tool), sides.remote, sides.local, sides.localTitle, sides.remoteTitle,
+                         module.repositoryPath);
+}

@@ -36,4 +36,11 @@ struct ExternalDiff {
   // user when that failed. Runs git: off the main thread.
   static std::optional<QString> run(const GitModule& module, const ChangedFile& file, bool amend,
                                     const Preferences& preferences);
+  // A file as one commit changed it: its version at `parent` (none for a root commit)
+  // against its version at `sha`, both written to side files.
+  static GitResult<ExternalDiffFiles> prepareRevisionFiles(const GitModule& module, const QString& sha,
+                                                           const std::optional<QString>& parent, const ChangedFile& file,
+                                                           const QString& folder);
+  static std::optional<QString> runForRevision(const GitModule& module, const QString& sha, const std::optional<QString>& parent,
+                                               const ChangedFile& file, const Preferences& preferences);
 };

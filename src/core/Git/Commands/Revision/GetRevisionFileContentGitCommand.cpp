@@ -18,6 +18,14 @@ GitResult<ContentPtr> GetRevisionFileContentGitCommand::execute(const GitModule&
   return classify(path, response.data);
 }
 
+GitResult<ContentPtr> GetRevisionFileContentGitCommand::executeBlob(const GitModule& module, const QString& blobSha,
+                                                                   const QString& path, Cancelable* cancelation) {
+  const GitDataResponse response =
+      GitRequest(module, {QStringLiteral("cat-file"), QStringLiteral("blob"), blobSha}).executeData(std::nullopt, cancelation);
+  if (!response.isSuccess()) return failureResult<ContentPtr>(response);
+  return classify(path, response.data);
+}
+
 ContentPtr GetRevisionFileContentGitCommand::classify(const QString& path, const QByteArray& bytes, bool isStaged) {
   if (isImageFile(path)) {
     if (bytes.size() >= 121 && bytes.size() <= 1023) {

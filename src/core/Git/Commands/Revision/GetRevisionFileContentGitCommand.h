@@ -8,8 +8,13 @@
 #include "Models/FileContent/Content.h"
 #include "Models/GitModule.h"
 
+class Cancelable;
+
 struct GetRevisionFileContentGitCommand {
   static GitResult<ContentPtr> execute(const GitModule& module, const QString& sha, const QString& path);
+  // The same for a blob named by its own sha, as a commit's tree lists it.
+  static GitResult<ContentPtr> executeBlob(const GitModule& module, const QString& blobSha, const QString& path,
+                                           Cancelable* cancelation = nullptr);
   // The classification of bytes already read, for a path.
   static ContentPtr classify(const QString& path, const QByteArray& bytes, bool isStaged = false);
 };

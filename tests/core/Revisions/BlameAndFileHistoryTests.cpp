@@ -1,0 +1,135 @@
+// Blame, the history of one file and the tree of a commit, read from real repositories.
+#include <gtest/gtest.h>
+
+#include "Git/Commands/Revision/GetBlameGitCommand.h"
+#include "Git/Commands/Revision/GetFileHistoryGitCommand.h"
+#include "Git/Commands/Revision/GetTreeItemsGitCommand.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+// The test environment names the author for every commit; --author still wins.
+void commitAs(TempRepository& repo, const QString& author, const QString& message) {
+  repo.git({"commit", "-q", "-a", "--author=" + author + " <" + author.toLower() + "@example.org>", "-m", message});
+}
+
+TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
+  TempRepository repo;
+  repo.writeFile("old name.txt", "one\ntwo\nthree\nfour\n");
+  repo.git({"add", "."});
+  commitAs(repo, "Ada", "Write four lines");
+  const QString first = repo.headSha();
+  repo.writeFile("old name.txt", "one\nTWO\nthree\nFOUR\n");
+  commitAs(repo, "Ben", "Shout two and four");
+  const QString second = repo.headSha();
+  repo.git({"mv", "old name.txt", "nëw name.txt"});
+  commitAs(repo, "Cy", "Rename");
+
+  const auto result = GetBlameGitCommand::execute(repo.module(), "HEAD", "nëw name.txt");
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const BlameChunkList& chunks = result.value();
+  ASSERT_EQ(chunks.size(), 4u);
+  const QStringList expected = {first, second, first, second};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(chunks[i].lineNumber, i + 1);
+    EXPECT_EQ(chunks[i].lineCount, 1);
+    EXPECT_EQ(chunks[i].revisionInfo->sha, expected[i]) << i;
+  }
+  // The rename does not own the lines, and both runs of a commit share its info.
+  EXPECT_EQ(chunks[0].revisionInfo, chunks[2].revisionInfo);
+  EXPECT_EQ(chunks[1].revisionInfo, chunks[3].revisionInfo);
+  EXPECT_EQ(chunks[0].revisionInfo->author, QStringLiteral("Ada"));
+  EXPECT_EQ(chunks[1].revisionInfo->message, QStringLiteral("Shout two and four"));
+  EXPECT_FALSE(chunks[1].revisionInfo->authorMail.contains('<'));
+  EXPECT_TRUE(chunks[1].revisionInfo->authorDate.isValid());
+
+  // An older revision blames the file under its old name.
+  const auto older = GetBlameGitCommand::execute(repo.module(), first, "old name.txt");
+  ASSERT_TRUE(older.isSuccess());
+  ASSERT_EQ(older.value().size(), 1u);
+  EXPECT_EQ(older.value()[0].lineCount, 4);
+
+  EXPECT_TRUE(GetBlameGitCommand::execute(repo.module(), "HEAD", "missing.txt").isFailure());
+}
+
+TEST(Blame, BrokenOutputIsAFailureNotAGuess) {
+  const QString sha(40, 'a');
+  struct Case {
+    const char* name;
+    QString output;
+    bool parses;
+  };
+  const Case cases[] = {
+      {"empty file", "", true},
+      {"not a header", "hello world\n", false},
+      {"header without its line", sha + " 1 1 1\nauthor A\nsummary s\n", false},
+      {"a later line of a group never opened", sha + " 1 1\n\tx\n", false},
+      {"one line", sha + " 1 1 1\nauthor A\nauthor-mail <a@x>\nauthor-time 5\nsummary s\nfilename f\n\tx\n", true},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(GetBlameGitCommand::parse(c.output).isSuccess(), c.parses) << c.name;
+  }
+  EXPECT_TRUE(GetBlameGitCommand::parse("hello world\n").isError<Error::CannotParse>());
+}
+
+TEST(FileHistory, FollowsTheFileBackPastItsRename) {
+  TempRepository repo;
+  repo.commitFile("dir/a.txt", "1\n", "Create");
+  repo.commitFile("other.txt", "x\n", "Unrelated");
+  repo.commitFile("dir/a.txt", "1\n2\n", "Grow");
+  repo.git({"mv", "dir/a.txt", "dir/b ë.txt"});
+  repo.commit("Rename");
+  repo.commitFile("dir/b ë.txt", "1\n2\n3\n", "Grow again");
+
+  const auto result = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt");
+  ASSERT_TRUE(result.isSuccess());
+  QStringList subjects;
+  for (const auto& entry : result.value()) subjects << entry.revision->message();
+  EXPECT_EQ(subjects, (QStringList{"Grow again", "Rename", "Grow", "Create"}));
+  const auto& rename = result.value()[1].changedFiles;
+  ASSERT_EQ(rename.size(), 1u);
+  EXPECT_EQ(rename[0]->changeType, ChangeType::renamed);
+  EXPECT_EQ(rename[0]->oldPath, QStringLiteral("dir/a.txt"));
+  EXPECT_EQ(rename[0]->path, QStringLiteral("dir/b ë.txt"));
+  EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, QStringLiteral("dir/a.txt"));
+
+  // A limiting revision narrows it.
+  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("HEAD~1"));
+  ASSERT_TRUE(limited.isSuccess());
+  EXPECT_EQ(limited.value().size(), 3u);
+  EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("no-such-branch")).isFailure());
+}
+
+TEST(FileTree, FoldersOpenOneAtATimeAndASubmoduleIsACommit) {
+  TempRepository inner(true, "inner");
+  inner.commitFile("lib.c", "int x;\n", "Library");
+  TempRepository repo;
+  repo.commitFile("src/deep/main.c", "int main;\n", "Code");
+  repo.git({"-c", "protocol.file.allow=always", "submodule", "add", "-q", inner.path(), "vendor/lib"});
+  repo.commit("Add the library");
+
+  const auto top = GetTreeItemsGitCommand::execute(repo.module(), repo.headSha(), "");
+  ASSERT_TRUE(top.isSuccess());
+  ASSERT_EQ(top.value().size(), 3u);
+  EXPECT_EQ(top.value()[0].fileName, QStringLiteral(".gitmodules"));
+  EXPECT_EQ(top.value()[0].itemType, FileTreeItemType::file);
+  EXPECT_EQ(top.value()[1].filePath, QStringLiteral("src"));
+  EXPECT_EQ(top.value()[1].itemType, FileTreeItemType::directory);
+
+  const auto vendor = GetTreeItemsGitCommand::execute(repo.module(), top.value()[2].treeSha, "vendor");
+  ASSERT_TRUE(vendor.isSuccess());
+  ASSERT_EQ(vendor.value().size(), 1u);
+  EXPECT_EQ(vendor.value()[0].filePath, QStringLiteral("vendor/lib"));
+  EXPECT_EQ(vendor.value()[0].itemType, FileTreeItemType::revision);
+  EXPECT_EQ(vendor.value()[0].treeSha, inner.headSha());
+
+  const auto src = GetTreeItemsGitCommand::execute(repo.module(), top.value()[1].treeSha, "src");
+  ASSERT_TRUE(src.isSuccess());
+  ASSERT_EQ(src.value().size(), 1u);
+  EXPECT_EQ(src.value()[0].filePath, QStringLiteral("src/deep"));
+  EXPECT_EQ(src.value()[0].itemType, FileTreeItemType::directory);
+
+  EXPECT_TRUE(GetTreeItemsGitCommand::execute(repo.module(), QString(40, 'e'), "").isFailure());
+}
+
+}  // namespace

@@ -20,6 +20,9 @@
 #include "Commands/OperationControlCommand.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Models/LocalBranch.h"
+#include "Commands/RevisionFileCommands.h"
+#include "Commands/ShowBlameSheetCommand.h"
+#include "Commands/ShowFileHistorySheetCommand.h"
 #include "Commands/ShowCreateBranchSheetCommand.h"
 
 namespace {
@@ -102,6 +105,18 @@ std::vector<CommandDescriptor> makeTable() {
   add({QStringLiteral("skipOperation"), QStringLiteral("Skip..."), {},
        [](const CommandContext& c) { OperationControlCommand::execute(c, Action::skip); }, Needs::repository, {}, menu,
        QStringLiteral("operation"), OperationControlCommand::canSkip});
+
+  // History: blame, file history, the files of a commit.
+  add({QStringLiteral("blame"), QStringLiteral("Blame..."), {{QStringLiteral("file"), Type::repositoryFile}},
+       ShowBlameSheetCommand::execute, Needs::paths, {}, 0, QStringLiteral("history")});
+  add({QStringLiteral("fileHistory"), QStringLiteral("File History..."), {{QStringLiteral("file"), Type::repositoryFile}},
+       ShowFileHistorySheetCommand::execute, Needs::paths, {}, 0, QStringLiteral("history")});
+  add({QStringLiteral("browseFiles"), QStringLiteral("Browse Files at This Commit"), {},
+       BrowseFilesAtRevisionCommand::execute, Needs::revision, {}, 0, QStringLiteral("history")});
+  add({QStringLiteral("openFileAtRevision"), QStringLiteral("Open File at This Commit"), {{QStringLiteral("file"), Type::repositoryFile}},
+       OpenFileAtRevisionCommand::execute, Needs(int(Needs::revision) | int(Needs::paths)), {}, 0, QStringLiteral("history")});
+  add({QStringLiteral("saveFileAtRevision"), QStringLiteral("Save As..."), {{QStringLiteral("file"), Type::repositoryFile}},
+       SaveFileAtRevisionCommand::execute, Needs(int(Needs::revision) | int(Needs::paths)), {}, 0, QStringLiteral("history")});
 
   return table;
 }

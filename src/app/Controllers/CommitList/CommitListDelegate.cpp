@@ -62,6 +62,8 @@ QColor CommitListDelegate::laneColor(int id, bool dark) {
   return dark ? darkColors[index] : light[index];
 }
 
+QColor CommitListDelegate::searchMatchColor(bool dark) { return dark ? QColor(0x6b, 0x5a, 0x1a) : QColor(0xff, 0xec, 0x9e); }
+
 QSize CommitListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   QSize size = QStyledItemDelegate::sizeHint(option, index);
   size.setHeight(std::max(size.height(), option.fontMetrics.height() + 8));
@@ -71,6 +73,10 @@ QSize CommitListDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
 void CommitListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const bool reachable = index.data(CommitListModel::ReachableRole).toBool();
   painter->save();
+  // A match of the commit search: a band behind the whole row.
+  if (!(option.state & QStyle::State_Selected) && index.data(CommitListModel::SearchMatchRole).toBool()) {
+    painter->fillRect(option.rect, searchMatchColor(option.palette.color(QPalette::Base).lightness() < 128));
+  }
   if (!reachable) painter->setOpacity(0.55);
   if (index.column() == CommitListModel::GraphColumn) {
     QStyleOptionViewItem background = option;

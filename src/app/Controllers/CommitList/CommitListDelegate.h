@@ -14,6 +14,8 @@ class CommitListDelegate : public QStyledItemDelegate {
 
   // A palette of lane colours that reads on light and dark backgrounds.
   static QColor laneColor(int id, bool dark);
+  // Behind the rows that match the commit search.
+  static QColor searchMatchColor(bool dark);
 
  private:
   void paintGraphCell(QPainter* painter, const QStyleOptionViewItem& option, int row) const;

@@ -2,13 +2,14 @@
 
 #include <QLocale>
 
-CommitListModel::CommitListModel(QObject* parent) : QAbstractTableModel(parent) {}
+CommitListModel::CommitListModel(QObject* parent) : QAbstractTableModel(parent) { search_.setRevisionGraph(&graph_); }
 
 void CommitListModel::setSource(std::shared_ptr<const RevisionGraphSource> source) {
   beginResetModel();
   graph_.update(std::move(source));
   graphManager_.reset(&graph_);
   decoration_.reset(&graph_);
+  search_.relocate();
   endResetModel();
 }
 
@@ -17,6 +18,7 @@ void CommitListModel::rebuild() {
   graph_.update(graph_.source());
   graphManager_.reset(&graph_);
   decoration_.reset(&graph_);
+  search_.relocate();
   endResetModel();
 }
 
@@ -29,6 +31,15 @@ void CommitListModel::toggleCollapsed(int row) {
     graph_.collapse(sha);
   }
   rebuild();
+}
+
+void CommitListModel::searchMarksChanged(int row) {
+  if (row < 0 || row >= graph_.count()) return;
+  Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1), {SearchMatchRole});
+}
+
+void CommitListModel::searchMarksChanged() {
+  if (graph_.count() > 0) Q_EMIT dataChanged(index(0, 0), index(graph_.count() - 1, ColumnCount - 1), {SearchMatchRole});
 }
 
 int CommitListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : graph_.count(); }
@@ -79,6 +90,7 @@ QVariant CommitListModel::data(const QModelIndex& index, int role) const {
       break;
     case AheadBehindRole: return static_cast<int>(decoration(index.row()).aheadBehind);
     case ReachableRole: return decoration(index.row()).isReachable;
+    case SearchMatchRole: return search_.isMatch(revision->sha());
     default: break;
   }
   return {};

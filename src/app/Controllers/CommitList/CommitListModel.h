@@ -8,12 +8,13 @@
 #include "Graph/GraphManager.h"
 #include "Graph/RevisionCollectionView.h"
 #include "Graph/RevisionGraph.h"
+#include "Graph/RevisionSearch.h"
 
 class CommitListModel : public QAbstractTableModel {
   Q_OBJECT
  public:
   enum Column { GraphColumn, AuthorColumn, DateColumn, ShaColumn, ColumnCount };
-  enum Role { RevisionRole = Qt::UserRole + 1, ReachableRole, AheadBehindRole };
+  enum Role { RevisionRole = Qt::UserRole + 1, ReachableRole, AheadBehindRole, SearchMatchRole };
 
   explicit CommitListModel(QObject* parent = nullptr);
 
@@ -35,6 +36,14 @@ class CommitListModel : public QAbstractTableModel {
 
   void toggleCollapsed(int row);
 
+  // The matches of the commit search, marked in the rows; they follow the rows across
+  // refreshes.
+  RevisionSearch& search() { return search_; }
+  const RevisionSearch& search() const { return search_; }
+  // Repaints a row that became a match (or stopped being one).
+  void searchMarksChanged(int row);
+  void searchMarksChanged();
+
   // How many rows have lanes computed; the view must not cause more than it shows.
   int computedGraphRows() const { return graphManager_.lastPrecalculatedRow() + 1; }
 
@@ -49,4 +58,5 @@ class CommitListModel : public QAbstractTableModel {
   RevisionGraph graph_;
   mutable GraphManager graphManager_;
   mutable RevisionCollectionView decoration_;
+  RevisionSearch search_;
 };

@@ -22,6 +22,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "Commands/CommandTable.h"
+#include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/QueuedWork.h"
@@ -478,6 +480,18 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     // Filled when it opens: reading the desktop's applications costs a little.
     connect(openWithMenu, &QMenu::aboutToShow, this, [this, openWithMenu, file] { fillOpenWithMenu(openWithMenu, file); });
     menu->addAction(tr("External Diff"), this, [this, file] { externalDiff(file); });
+    // Who changed its lines and when, as of the checked-out commit.
+    RepositoryView* repository = nullptr;
+    for (QObject* ancestor = parent(); ancestor && !repository; ancestor = ancestor->parent()) {
+      repository = qobject_cast<RepositoryView*>(ancestor);
+    }
+    if (repository && file->tracked && !file->isNew) {
+      CommandContext context = CommandContext::forRepository(repository);
+      context.revisions.clear();
+      context.paths = {file->oldPath.value_or(file->path)};
+      menu->addSeparator();
+      CommandTable::addActions(menu, {QStringLiteral("blame"), QStringLiteral("fileHistory")}, context);
+    }
   }
   // The desktop has no "reveal"; opening the folder is what a file manager offers.
   menu->addAction(tr("Show in File Manager"), this, [root, file = chosen.front()] {

@@ -8,18 +8,27 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
 #include "Commands/ContextMenus.h"
 #include "Commands/DropBranchCommand.h"
+#include "Commands/RevisionFileCommands.h"
+#include "Commands/ShowBlameSheetCommand.h"
+#include "Commands/ShowFileHistorySheetCommand.h"
 #include "Controllers/ActivityManagerWindow.h"
+#include "Controllers/History/RevisionFileTreeTabController.h"
+#include "Controllers/History/RevisionFilesMenu.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
+#include "Controllers/Search/RevisionSearchBar.h"
+#include "Controllers/Search/RevisionSearchController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
 #include "Controls/Diff/DiffContent.h"
@@ -87,13 +96,67 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   filesAndDiff->addWidget(revisionFiles_);
   filesAndDiff->addWidget(diffPane_);
   filesAndDiff->setStretchFactor(1, 3);
+  // The commit's changes, or all of its files as a tree.
+  fileTree_ = new RevisionFileTreeTabController(module_, queue_, this);
+  detailsTabs_ = new QTabWidget;
+  detailsTabs_->setDocumentMode(true);
+  detailsTabs_->addTab(filesAndDiff, tr("Changes"));
+  detailsTabs_->addTab(fileTree_, tr("Files"));
+  auto* copySha = new QToolButton;
+  copySha->setObjectName(QStringLiteral("copyShaButton"));
+  copySha->setText(tr("Copy SHA"));
+  copySha->setAutoRaise(true);
+  detailsTabs_->setCornerWidget(copySha, Qt::TopRightCorner);
+  connect(copySha, &QToolButton::clicked, this,
+          [this] { CommandTable::run(QStringLiteral("copySha"), CommandContext::forRepository(this)); });
+  connect(detailsTabs_, &QTabWidget::currentChanged, this, [this] {
+    if (detailsTabs_->currentWidget() == fileTree_) fileTree_->setRevision(commitList_->currentRevision());
+  });
+  RevisionFileTreeTabController::Actions treeActions;
+  const auto fileContext = [this](const RevisionPtr& revision, const QString& path) {
+    CommandContext context = CommandContext::forRepository(this);
+    context.revisions = {revision};
+    context.paths = {path};
+    return context;
+  };
+  treeActions.history = [fileContext](const RevisionPtr& revision, const QString& path) {
+    ShowFileHistorySheetCommand::execute(fileContext(revision, path));
+  };
+  treeActions.blame = [fileContext](const RevisionPtr& revision, const QString& path) {
+    ShowBlameSheetCommand::execute(fileContext(revision, path));
+  };
+  treeActions.save = [fileContext](const RevisionPtr& revision, const QString& path) {
+    SaveFileAtRevisionCommand::execute(fileContext(revision, path));
+  };
+  fileTree_->setActions(std::move(treeActions));
+  revisionFiles_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(revisionFiles_, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+    const RevisionPtr revision = commitList_->currentRevision();
+    QTreeWidgetItem* item = revisionFiles_->itemAt(position);
+    if (!revision || !item) return;
+    revisionFiles_->setCurrentItem(item);
+    const ChangedFilePtr file = revisionFiles_->currentFile();
+    if (!file) return;
+    QMenu* menu = RevisionFilesMenu::make(this, revision, file);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(revisionFiles_->viewport()->mapToGlobal(position));
+  });
   auto* details = new QSplitter(Qt::Vertical);
   details->addWidget(header_);
-  details->addWidget(filesAndDiff);
+  details->addWidget(detailsTabs_);
   details->setStretchFactor(1, 3);
   details->setSizes({110, 320});
+  // The search bar sits above the list, hidden until Ctrl+F.
+  searchBar_ = new RevisionSearchBar;
+  searchBar_->hide();
+  auto* listWithSearch = new QWidget;
+  auto* listLayout = new QVBoxLayout(listWithSearch);
+  listLayout->setContentsMargins(0, 0, 0, 0);
+  listLayout->setSpacing(0);
+  listLayout->addWidget(searchBar_);
+  listLayout->addWidget(commitList_, 1);
   auto* history = new QSplitter(Qt::Vertical);
-  history->addWidget(commitList_);
+  history->addWidget(listWithSearch);
   history->addWidget(details);
   history->setStretchFactor(0, 3);
   history->setStretchFactor(1, 2);
@@ -174,7 +237,11 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   auto* refreshShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+R")), this);
   connect(refreshShortcut, &QShortcut::activated, this, &RepositoryView::refresh);
   auto* findShortcut = new QShortcut(QKeySequence::Find, this);
-  connect(findShortcut, &QShortcut::activated, this, [this] { commitList_->setFocus(); });
+  search_ = new RevisionSearchController(searchBar_, commitList_, controller_, this);
+  connect(findShortcut, &QShortcut::activated, this, [this] {
+    showHistory();
+    search_->activate();
+  });
 
   qApp->installEventFilter(this);
   refresh();
@@ -304,6 +371,12 @@ void RepositoryView::showLocalChanges() { pages_->setCurrentIndex(1); }
 
 void RepositoryView::showHistory() { pages_->setCurrentIndex(0); }
 
+void RepositoryView::showRevisionFileTree() {
+  showHistory();
+  detailsTabs_->setCurrentWidget(fileTree_);
+  fileTree_->setRevision(commitList_->currentRevision());
+}
+
 void RepositoryView::showActivityManager() {
   if (!activity_) activity_ = new ActivityManagerWindow(queue_, this);
   activity_->show();
@@ -320,6 +393,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
     return;
   }
   selectedSha_ = revision->sha().toString();
+  if (detailsTabs_->currentWidget() == fileTree_) fileTree_->setRevision(revision);
   header_->showLoading(selectedSha_);
   diffPane_->showMessage(tr("Select a file to see its changes."));
   const GitModule module = module_;

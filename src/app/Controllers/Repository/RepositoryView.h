@@ -29,6 +29,10 @@ class ActivityManagerWindow;
 class QStackedWidget;
 class RepositoryStatusManager;
 class CommitListDisplayController;
+class RevisionSearchBar;
+class RevisionFileTreeTabController;
+class QTabWidget;
+class RevisionSearchController;
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -41,6 +45,10 @@ class RepositoryView : public QWidget {
   RepositoryController* controller() const { return controller_; }
   RepositoryStatusManager* statusManager() const { return statusManager_; }
   CommitListDisplayController* displayController() const { return display_; }
+  RevisionSearchController* searchController() const { return search_; }
+  RevisionSearchBar* searchBar() const { return searchBar_; }
+  RevisionFileTreeTabController* revisionFileTree() const { return fileTree_; }
+  QTabWidget* detailsTabs() const { return detailsTabs_; }
 
   // Reads everything again; a refresh in flight is canceled first and its wishes kept.
   void refresh();
@@ -51,6 +59,8 @@ class RepositoryView : public QWidget {
   // Local Changes with the first conflicted file selected; false when there is none.
   bool showFirstConflict();
   void showActivityManager();
+  // The selected commit's files as a tree, in the details.
+  void showRevisionFileTree();
 
   // The repository line of the status bar: "<folder>: <branch>" and its variants.
   QString repositoryLine() const;
@@ -117,4 +127,8 @@ class RepositoryView : public QWidget {
   bool loadLargeDiff_ = false;
   RepositoryStatusBar* statusBar_;
   ActivityManagerWindow* activity_ = nullptr;
+  RevisionSearchBar* searchBar_;
+  RevisionSearchController* search_;
+  QTabWidget* detailsTabs_;
+  RevisionFileTreeTabController* fileTree_;
 };

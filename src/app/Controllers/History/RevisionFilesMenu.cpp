@@ -1,0 +1,26 @@
+#include "Controllers/History/RevisionFilesMenu.h"
+
+#include <QMenu>
+
+#include "Commands/CommandTable.h"
+#include "Commands/RevisionFileCommands.h"
+#include "Controllers/Repository/RepositoryView.h"
+
+QMenu* RevisionFilesMenu::make(RepositoryView* repository, const RevisionPtr& revision, const ChangedFilePtr& file) {
+  auto* menu = new QMenu(repository);
+  menu->setObjectName(QStringLiteral("revisionFilesMenu"));
+  CommandContext context = CommandContext::forRepository(repository);
+  context.revisions = {revision};
+  context.paths = {file->path};
+  // A file the commit deleted is not there to blame, open or save; its history still is.
+  if (file->changeType == ChangeType::deleted) {
+    CommandTable::addActions(menu, {QStringLiteral("fileHistory")}, context);
+  } else {
+    CommandTable::addActions(menu, {QStringLiteral("blame"), QStringLiteral("fileHistory"), QString(), QStringLiteral("openFileAtRevision"),
+                                    QStringLiteral("saveFileAtRevision")},
+                             context);
+  }
+  menu->addSeparator();
+  menu->addAction(QObject::tr("External Diff"), menu, [context, file] { ExternalDiffAtRevisionCommand::execute(context, file); });
+  return menu;
+}

@@ -1,0 +1,141 @@
+#include "Controls/ContentView/FileContentView.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "Controls/GitOutputView.h"
+#include "Logging/AdvancedLogger.h"
+#include "Models/FileContent/ImageContent.h"
+#include "Models/FileContent/LfsContent.h"
+#include "Models/FileContent/TextContent.h"
+#include "Models/FileContent/TextDisplayDecision.h"
+
+namespace {
+
+QWidget* centered(std::initializer_list<QWidget*> widgets) {
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  layout->addStretch();
+  for (QWidget* widget : widgets) layout->addWidget(widget, 0, Qt::AlignHCenter);
+  layout->addStretch();
+  return page;
+}
+
+QLabel* wrappedLabel() {
+  auto* label = new QLabel;
+  label->setAlignment(Qt::AlignCenter);
+  label->setWordWrap(true);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+}  // namespace
+
+FileContentView::FileContentView(QWidget* parent) : QWidget(parent) {
+  setObjectName(QStringLiteral("fileContentView"));
+  message_ = wrappedLabel();
+  text_ = new QPlainTextEdit;
+  text_->setReadOnly(true);
+  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  text_->setFont(GitOutputView::codeFont());
+  auto* fallbackTitle = new QLabel(TextDisplayDecision::fallbackTitle);
+  auto* loadButton = new QPushButton(TextDisplayDecision::fallbackButton);
+  loadButton->setAutoDefault(false);
+  connect(loadButton, &QPushButton::clicked, this, &FileContentView::loadLargeRequested);
+  fallbackPage_ = centered({fallbackTitle, loadButton});
+  image_ = new QLabel;
+  image_->setAlignment(Qt::AlignCenter);
+  auto* imageScroll = new QScrollArea;
+  imageScroll->setWidget(image_);
+  imageScroll->setWidgetResizable(true);
+  lfs_ = wrappedLabel();
+  lfs_->setFont(GitOutputView::codeFont());
+  binarySize_ = wrappedLabel();
+  notLfs_ = new QLabel(QStringLiteral("not LFS"));
+  notLfs_->setObjectName(QStringLiteral("notLfsLabel"));
+  notLfs_->setStyleSheet(QStringLiteral("QLabel { border: 1px solid palette(mid); border-radius: 4px; padding: 1px 6px; }"));
+  binaryTip_ = wrappedLabel();
+  binaryPage_ = centered({binarySize_, notLfs_, binaryTip_});
+
+  stack_ = new QStackedWidget(this);
+  stack_->addWidget(centered({message_}));  // Page::message
+  stack_->addWidget(text_);                 // Page::text
+  stack_->addWidget(fallbackPage_);         // Page::fallback
+  stack_->addWidget(imageScroll);           // Page::image
+  stack_->addWidget(centered({lfs_}));      // Page::lfs
+  stack_->addWidget(binaryPage_);           // Page::binary
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(stack_);
+  showMessage(tr("Select a file to see its content."));
+}
+
+FileContentView::Page FileContentView::page() const { return static_cast<Page>(stack_->currentIndex()); }
+
+QString FileContentView::shownText() const { return page() == Page::text ? text_->toPlainText() : QString(); }
+
+void FileContentView::showMessage(const QString& message) {
+  content_.reset();
+  message_->setText(message);
+  stack_->setCurrentIndex(static_cast<int>(Page::message));
+}
+
+void FileContentView::showSubmodule(const QString& path, const QString& sha) {
+  content_.reset();
+  message_->setText(tr("Submodule '%1' at commit %2").arg(path, sha));
+  stack_->setCurrentIndex(static_cast<int>(Page::message));
+}
+
+void FileContentView::showContent(const ContentPtr& content, bool loadLargeDiff) {
+  content_ = content;
+  if (!content) {
+    showMessage(tr("Nothing to show."));
+    return;
+  }
+  switch (content->kind()) {
+    case Content::Kind::text: {
+      const QString& text = static_cast<const TextContent&>(*content).string;
+      if (TextDisplayDecision::exceedsLimit(text.size(), loadLargeDiff)) {
+        LOG_INFO(QStringLiteral("Changes for '%1' are too large to display").arg(content->filepath));
+        stack_->setCurrentIndex(static_cast<int>(Page::fallback));
+        return;
+      }
+      text_->setPlainText(text);
+      stack_->setCurrentIndex(static_cast<int>(Page::text));
+      return;
+    }
+    case Content::Kind::image: {
+      QPixmap pixmap;
+      if (!pixmap.loadFromData(static_cast<const ImageContent&>(*content).data)) {
+        showMessage(tr("The image could not be read."));
+        content_ = content;
+        return;
+      }
+      image_->setPixmap(pixmap);
+      stack_->setCurrentIndex(static_cast<int>(Page::image));
+      return;
+    }
+    case Content::Kind::lfs: {
+      const auto& lfs = static_cast<const LfsContent&>(*content);
+      lfs_->setText(tr("Managed by Git LFS (%1)\n\n%2").arg(QLocale().formattedDataSize(lfs.size), lfs.lfsPointer.description()));
+      stack_->setCurrentIndex(static_cast<int>(Page::lfs));
+      return;
+    }
+    case Content::Kind::binary: {
+      const qint64 size = static_cast<const BinaryContent&>(*content).size;
+      binarySize_->setText(tr("Binary file, %1").arg(QLocale().formattedDataSize(size)));
+      const auto tip = TextDisplayDecision::notLfsTip(size);
+      notLfs_->setVisible(tip.has_value());
+      binaryTip_->setVisible(tip.has_value());
+      binaryTip_->setText(tip.value_or(QString()));
+      stack_->setCurrentIndex(static_cast<int>(Page::binary));
+      return;
+    }
+  }
+}

@@ -1,0 +1,212 @@
+// The history tools as a user reaches them in a repository tab: the commit search on
+// Ctrl+F, the blame and file history windows, and the files of a commit.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "Commands/CommandTable.h"
+#include "Commands/ShowBlameSheetCommand.h"
+#include "Commands/ShowFileHistorySheetCommand.h"
+#include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/History/BlameView.h"
+#include "Controllers/History/BlameWindowController.h"
+#include "Controllers/History/FileHistoryWindowController.h"
+#include "Controllers/History/RevisionFileTreeTabController.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controllers/Search/RevisionSearchBar.h"
+#include "Controllers/Search/RevisionSearchController.h"
+#include "Controls/ContentView/FileContentView.h"
+#include "Controls/FileDiffView/FileDiffView.h"
+#include "Jobs/JobQueue.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+// Five commits: a file grows, is renamed and grows again, beside a picture and a binary.
+void buildHistory(TempRepository& repo) {
+  repo.commitFile("notes.txt", "alpha\n", "Start the notes");
+  repo.writeFile("data.bin", QByteArray(600000, '\0'));
+  repo.commitFile("docs/guide.txt", "guide\n", "Write the guide");
+  repo.commitFile("notes.txt", "alpha\nbeta\n", "Add beta to the notes");
+  repo.git({"mv", "notes.txt", "renamed notes.txt"});
+  repo.commit("Rename the notes");
+  repo.commitFile("renamed notes.txt", "alpha\nbeta\ngamma\n", "Add gamma");
+}
+
+struct OpenRepository {
+  explicit OpenRepository(const TempRepository& repo) : view(repo.module(), std::make_shared<JobQueue>()) {
+    view.resize(1200, 800);
+    view.show();
+    QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
+    EXPECT_TRUE(loaded.wait(20000));
+  }
+  CommandContext context(const QString& path) {
+    CommandContext context = CommandContext::forRepository(&view);
+    context.paths = {path};
+    return context;
+  }
+  // The newest window of that name.
+  template <typename Window>
+  Window* window(const char* name) {
+    const auto windows = view.findChildren<Window*>(QString::fromLatin1(name));
+    return windows.isEmpty() ? nullptr : windows.back();
+  }
+  RepositoryView view;
+};
+
+QStringList markedSubjects(CommitListView* list) {
+  QStringList subjects;
+  auto* model = list->commitModel();
+  for (int row = 0; row < model->rowCount(); ++row) {
+    if (model->index(row, 0).data(CommitListModel::SearchMatchRole).toBool()) subjects << model->revision(row)->message();
+  }
+  return subjects;
+}
+
+TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
+  TempRepository repo;
+  buildHistory(repo);
+  OpenRepository open(repo);
+  RepositoryView& view = open.view;
+  view.searchController()->setDelay(0);
+  QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
+  RevisionSearchBar* bar = view.searchBar();
+  ASSERT_TRUE(bar->isVisible());
+  ASSERT_TRUE(bar->field()->hasFocus());
+
+  QSignalSpy finished(view.searchController(), &RevisionSearchController::searchFinished);
+  QTest::keyClicks(bar->field(), "NOTES");
+  ASSERT_TRUE(finished.wait(20000));
+  // Only the search for the whole text ends; the shorter ones were canceled or never began.
+  QTest::qWait(100);
+  EXPECT_EQ(finished.count(), 1);
+  EXPECT_EQ(markedSubjects(view.commitList()), (QStringList{"Rename the notes", "Add beta to the notes", "Start the notes"}));
+  // The first match is selected; Return and Shift+Return walk the others, wrapping.
+  EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Rename the notes"));
+  EXPECT_EQ(bar->countLabel()->text(), QStringLiteral("1 of 3"));
+  QTest::keyClick(bar->field(), Qt::Key_Return);
+  EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Add beta to the notes"));
+  QTest::keyClick(bar->field(), Qt::Key_Return, Qt::ShiftModifier);
+  QTest::keyClick(bar->field(), Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Start the notes"));
+
+  // A path search in any case.
+  bar->typeBox()->setCurrentIndex(bar->typeBox()->findText("Path"));
+  bar->field()->setText("DOCS/*");
+  ASSERT_TRUE(finished.wait(20000));
+  EXPECT_EQ(markedSubjects(view.commitList()), QStringList{"Write the guide"});
+
+  // A sha, abbreviated, jumps to its commit.
+  const QString root = repo.git({"rev-list", "--max-parents=0", "HEAD"}).trimmed();
+  bar->typeBox()->setCurrentIndex(0);
+  bar->field()->setText(root.left(8));
+  ASSERT_TRUE(finished.wait(20000));
+  EXPECT_EQ(view.commitList()->currentRevision()->sha().toString(), root);
+
+  QTest::keyClick(bar->field(), Qt::Key_Escape);
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_TRUE(markedSubjects(view.commitList()).isEmpty());
+}
+
+TEST(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
+  TempRepository repo;
+  buildHistory(repo);
+  OpenRepository open(repo);
+  ShowBlameSheetCommand::execute(open.context("renamed notes.txt"));
+  auto* window = open.window<BlameWindowController>("blameWindow");
+  ASSERT_TRUE(window);
+  QSignalSpy loaded(window, &BlameWindowController::loaded);
+  ASSERT_TRUE(loaded.wait(20000));
+  BlameView* blame = window->blameView();
+  EXPECT_EQ(blame->toPlainText(), QStringLiteral("alpha\nbeta\ngamma"));
+  ASSERT_EQ(blame->chunks().size(), 3u);
+  EXPECT_EQ(blame->chunkAtLine(1)->revisionInfo->message, QStringLiteral("Start the notes"));
+  EXPECT_EQ(blame->chunkAtLine(3)->revisionInfo->message, QStringLiteral("Add gamma"));
+  EXPECT_LT(blame->age(*blame->chunkAtLine(1)), blame->age(*blame->chunkAtLine(3)) + 1e-9);
+
+  QSignalSpy clicked(blame, &BlameView::revisionClicked);
+  Q_EMIT blame->revisionClicked(blame->chunkAtLine(2)->revisionInfo->sha);
+  EXPECT_EQ(open.view.commitList()->currentRevision()->message(), QStringLiteral("Add beta to the notes"));
+  window->close();
+
+  // A binary file is refused in words.
+  ShowBlameSheetCommand::execute(open.context("data.bin"));
+  auto* binary = open.window<BlameWindowController>("blameWindow");
+  ASSERT_TRUE(binary);
+  QSignalSpy binaryLoaded(binary, &BlameWindowController::loaded);
+  ASSERT_TRUE(binaryLoaded.wait(20000));
+  EXPECT_EQ(binary->statusLabel()->text(), QStringLiteral("Cannot show blame for binary file: 'data.bin'"));
+}
+
+TEST(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
+  TempRepository repo;
+  buildHistory(repo);
+  OpenRepository open(repo);
+  ShowFileHistorySheetCommand::execute(open.context("renamed notes.txt"));
+  auto* window = open.window<FileHistoryWindowController>("fileHistoryWindow");
+  ASSERT_TRUE(window);
+  QSignalSpy loaded(window, &FileHistoryWindowController::historyLoaded);
+  ASSERT_TRUE(loaded.wait(20000));
+  QTreeWidget* list = window->list();
+  ASSERT_EQ(list->topLevelItemCount(), 4);
+  EXPECT_EQ(list->topLevelItem(3)->text(0), QStringLiteral("Start the notes"));
+
+  QSignalSpy diff(window, &FileHistoryWindowController::diffLoaded);
+  list->clearSelection();
+  list->topLevelItem(0)->setSelected(true);
+  list->topLevelItem(3)->setSelected(true);
+  ASSERT_TRUE(diff.wait(20000));
+  ASSERT_TRUE(window->isShowingDiff());
+  EXPECT_TRUE(window->diffView()->isShowingText());
+
+  list->topLevelItem(1)->setSelected(true);
+  EXPECT_FALSE(window->isShowingDiff());
+  EXPECT_EQ(window->selectionLabel()->text(), QStringLiteral("Select two commits to see difference between them"));
+  EXPECT_EQ(window->countLabel()->text(), QStringLiteral("3 commits selected"));
+}
+
+TEST(HistoryTools, TheFilesOfACommitOpenFolderByFolder) {
+  TempRepository repo;
+  buildHistory(repo);
+  OpenRepository open(repo);
+  RepositoryView& view = open.view;
+  const QString second = repo.git({"rev-parse", "HEAD~3"}).trimmed();
+  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(second)));
+  CommandTable::run("browseFiles", CommandContext::forRepository(&view));
+  RevisionFileTreeTabController* tree = view.revisionFileTree();
+  EXPECT_EQ(view.detailsTabs()->currentWidget(), tree);
+  QSignalSpy loaded(tree, &RevisionFileTreeTabController::treeItemsLoaded);
+  ASSERT_TRUE(loaded.wait(20000));
+  ASSERT_EQ(tree->tree()->topLevelItemCount(), 3);
+  EXPECT_EQ(tree->tree()->topLevelItem(0)->text(0), QStringLiteral("docs"));  // folders first
+  EXPECT_EQ(tree->tree()->topLevelItem(2)->text(0), QStringLiteral("notes.txt"));
+
+  tree->tree()->topLevelItem(0)->setExpanded(true);
+  ASSERT_TRUE(loaded.wait(20000));
+  QTreeWidgetItem* guide = tree->itemForPath("docs/guide.txt");
+  ASSERT_TRUE(guide);
+  QSignalSpy shown(tree, &RevisionFileTreeTabController::contentShown);
+  tree->tree()->setCurrentItem(guide);
+  ASSERT_TRUE(shown.wait(20000));
+  EXPECT_EQ(tree->contentView()->shownText(), QStringLiteral("guide\n"));
+
+  tree->tree()->setCurrentItem(tree->itemForPath("data.bin"));
+  ASSERT_TRUE(shown.wait(20000));
+  EXPECT_EQ(tree->contentView()->page(), FileContentView::Page::binary);
+  EXPECT_TRUE(tree->contentView()->notLfsLabel()->isVisibleTo(tree->contentView()));
+
+  // Copy SHA in the details copies the selected commit.
+  CommandTable::run("copySha", CommandContext::forRepository(&view));
+  EXPECT_EQ(QApplication::clipboard()->text(), second);
+}
+
+}  // namespace

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QToolBar>
 
+#include "Commands/CommandTable.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/RepositoryView.h"
@@ -171,8 +172,13 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   for (QAction* action : tab->toolbar()->actions()) {
     if (action->isVisible() && !action->isSeparator()) visible << action->objectName();
   }
-  EXPECT_EQ(visible, (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
-                                  "activityAction"}));
+  // The tab's own actions, then every command the table puts on the toolbar, in its order.
+  QStringList expected{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction", "activityAction"};
+  for (const CommandDescriptor& descriptor : CommandTable::all()) {
+    if (descriptor.places & CommandDescriptor::toolbar) expected << descriptor.identifier + QStringLiteral("Action");
+  }
+  EXPECT_EQ(visible, expected);
+  EXPECT_GT(expected.size(), 5);
 
   StageFileViewController* local = view->localChangesView();
   const auto listed = [local] { return local->unstagedList()->files().size() + local->stagedList()->files().size(); };

@@ -20,7 +20,6 @@
 class Job;
 class JobQueue;
 class RepositoryWatcher;
-class Job;
 
 class RepositoryController : public QObject, public RefreshProtocol {
   Q_OBJECT

@@ -89,7 +89,48 @@ QString AppSettings::getDbPath() {
   return directory + QStringLiteral("/db.sqlite3");
 }
 
+namespace {
+
+const QLatin1String kCompanions[] = {QLatin1String("-journal"), QLatin1String("-wal"), QLatin1String("-shm")};
+
+// Opening a damaged file may replay or remove its journal files: copies of them as they
+// were go aside with the file if it turns out damaged.
+QStringList keepCompanions(const QString& path) {
+  QStringList kept;
+  for (const QLatin1String suffix : kCompanions) {
+    const QString companion = path + suffix;
+    QFile::remove(companion + QStringLiteral(".kept"));  // a copy of an earlier run
+    if (QFileInfo::exists(companion) && QFile::copy(companion, companion + QStringLiteral(".kept"))) kept << suffix;
+  }
+  return kept;
+}
+
+// A healthy file drops the copies; one moved aside takes them along where its own are
+// gone; one left in place gets back what the opening removed.
+enum class Outcome { healthy, movedAside, leftInPlace };
+
+void settleCompanions(const QString& path, const QStringList& kept, Outcome outcome, const QString& aside) {
+  for (const QString& suffix : kept) {
+    const QString copy = path + suffix + QStringLiteral(".kept");
+    const QString target = outcome == Outcome::movedAside ? aside + suffix : path + suffix;
+    if (outcome != Outcome::healthy && !QFileInfo::exists(target) && QFile::rename(copy, target)) continue;
+    QFile::remove(copy);  // our own copy; the original is where it belongs
+  }
+}
+
+}  // namespace
+
 void AppSettings::initializeDatabase() {
+  const QStringList kept = keepCompanions(path_);
+  Outcome outcome = Outcome::healthy;
+  QString movedTo;
+  struct Settle {
+    const QString& path;
+    const QStringList& kept;
+    const Outcome& outcome;
+    const QString& aside;
+    ~Settle() { settleCompanions(path, kept, outcome, aside); }
+  } settle{path_, kept, outcome, movedTo};
   for (int attempt = 0; attempt < 2; ++attempt) {
     auto opened = SqliteConnection::open(path_);
     if (auto* failure = std::get_if<SqliteConnection::OpenError>(&opened)) {
@@ -104,11 +145,33 @@ void AppSettings::initializeDatabase() {
                                   [&](const SqliteStatement& row) { version = row.int64At(0); });
     if (error && attempt == 0 && isNotADatabase(db_->lastErrorCode())) {
       db_.reset();
-      const QString aside = path_ + QStringLiteral(".corrupt-") + clock_().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-      LOG_ERROR(QStringLiteral("'%1' is not a readable database (%2); moved it to '%3' and starting a new one")
-                    .arg(path_, *error, aside));
-      if (!QFile::rename(path_, aside)) QFile::remove(path_);
-      continue;
+      const QString aside = path_ + QStringLiteral(".corrupt-") + clock_().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+      if (moveAside(path_, aside)) {
+        outcome = Outcome::movedAside;
+        movedTo = aside;
+        LOG_ERROR(QStringLiteral("'%1' is not a readable database (%2); moved it to '%3' and starting a new one")
+                      .arg(path_, *error, aside));
+        startupNotice_ = QStringLiteral(
+                             "The list of your repositories could not be read. The damaged file was moved to \"%1\" "
+                             "and a new, empty list was started; a rescan of your source folder fills it again.")
+                             .arg(aside);
+        continue;
+      }
+      // The file stays as it is: a registry in memory lets this run go on, and nothing
+      // of the user's is overwritten.
+      outcome = Outcome::leftInPlace;
+      LOG_ERROR(QStringLiteral("'%1' is not a readable database (%2) and cannot be moved aside; using a registry in memory")
+                    .arg(path_, *error));
+      startupNotice_ = QStringLiteral(
+                           "The list of your repositories in \"%1\" could not be read, and the file could not be moved "
+                           "aside. It was left untouched; repositories added until Jelv quits are not remembered.")
+                           .arg(path_);
+      auto memory = SqliteConnection::open(QStringLiteral(":memory:"));
+      if (auto* connection = std::get_if<std::unique_ptr<SqliteConnection>>(&memory)) {
+        db_ = std::move(*connection);
+        initializeLatestScheme(*db_);
+      }
+      return;
     }
     if (error || !version || *version > std::numeric_limits<int32_t>::max() || *version < std::numeric_limits<int32_t>::min()) {
       LOG_SEVERE(QStringLiteral("Cannot read the database version: ") + error.value_or(QStringLiteral("no value")));
@@ -119,6 +182,18 @@ void AppSettings::initializeDatabase() {
     if (int32_t(*version) == 0) initializeLatestScheme(*db_);
     return;
   }
+}
+
+bool AppSettings::moveAside(const QString& path, const QString& aside) {
+  if (QFileInfo::exists(aside) || !QFile::rename(path, aside)) return false;
+  // A journal or write-ahead log left beside a new file would be replayed into it; they
+  // belong to the damaged file and go with it.
+  for (const QLatin1String suffix : kCompanions) {
+    if (QFileInfo::exists(path + suffix) && !QFile::rename(path + suffix, aside + suffix)) {
+      LOG_ERROR(QStringLiteral("Cannot move '%1' to '%2'").arg(path + suffix, aside + suffix));
+    }
+  }
+  return true;
 }
 
 void AppSettings::initializeLatestScheme(SqliteConnection& db) {
@@ -246,6 +321,23 @@ void AppSettings::deleteRepository(int64_t repositoryId) {
 }
 
 void AppSettings::deleteAllRepositories() { WRITE(QStringLiteral("DELETE FROM \"repositories\""), {}); }
+
+void AppSettings::replaceAllRepositories(const QStringList& paths, const QString& rootFolder) {
+  WRITE(QStringLiteral("BEGIN IMMEDIATE"), {});
+  // Found is not opened: only what the user opened before keeps a place among the recent.
+  std::vector<std::pair<QString, QString>> opened;
+  const auto error = connection(__func__).query(
+      QStringLiteral("SELECT \"repositoryPath\", \"lastOpened\" FROM \"repositories\" WHERE \"lastOpened\" IS NOT NULL"), {},
+      [&](const SqliteStatement& row) { opened.emplace_back(row.textAt(0), row.textAt(1)); });
+  if (error) LOG_ERROR(QStringLiteral("Can't read repositories: ") + *error);
+  deleteAllRepositories();
+  for (const QString& path : paths) addRepository(path, rootFolder);
+  WRITE(QStringLiteral("UPDATE \"repositories\" SET \"lastOpened\" = NULL"), {});
+  for (const auto& [path, when] : opened) {
+    WRITE(QStringLiteral("UPDATE \"repositories\" SET \"lastOpened\" = ? WHERE \"repositoryPath\" = ?"), {when, path});
+  }
+  WRITE(QStringLiteral("COMMIT"), {});
+}
 
 bool AppSettings::moveRepository(int64_t repositoryId, std::optional<int64_t> categoryId) {
   WRITE(QStringLiteral("UPDATE \"repositories\" SET \"FKCategoryId\" = ? WHERE \"repositoryId\" = ?"),

@@ -9,6 +9,7 @@
 // registry would otherwise drift from what the user sees.
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -37,9 +38,13 @@ class AppSettings {
   static QString getDbPath();
 
   // Opens or creates the file and brings the scheme up. A file that is not a database
-  // is moved aside (".corrupt-<time>") and a fresh one is made: the registry can be
-  // rebuilt by a rescan, a process that cannot start cannot.
+  // is moved aside (".corrupt-<time>", with its journal files) and a fresh one is made:
+  // the registry can be rebuilt by a rescan, a process that cannot start cannot. When it
+  // cannot be moved it is left alone and this run keeps its registry in memory.
   void initializeDatabase();
+  // What the user must be told about the file after initializeDatabase(): where a
+  // damaged registry went. Empty when all went well.
+  const std::optional<QString>& startupNotice() const { return startupNotice_; }
   static void initializeLatestScheme(SqliteConnection& db);
   bool isConnected() const { return db_ != nullptr; }
   QString path() const { return path_; }
@@ -60,6 +65,10 @@ class AppSettings {
   void setRepositoryColorTag(int64_t repositoryId, std::optional<int> colorTag);
   void deleteRepository(int64_t repositoryId);
   void deleteAllRepositories();
+  // Empties "repositories" and adds the paths (as addRepository with the root), all in
+  // one transaction: a crash on the way leaves the old rows. A path found is not one
+  // opened: only rows the user had opened keep their "lastOpened".
+  void replaceAllRepositories(const QStringList& paths, const QString& rootFolder);
   bool moveRepository(int64_t repositoryId, std::optional<int64_t> categoryId);
 
   int64_t createCategory(const QString& name, std::optional<int64_t> parentId);
@@ -79,10 +88,12 @@ class AppSettings {
  private:
   std::vector<RepositoryRecordPtr> readRepositories(const QString& tail, std::optional<int64_t> categoryId);
   SqliteConnection& connection(const char* operation);
+  static bool moveAside(const QString& path, const QString& aside);
   QString now() const;
   int64_t nowSeconds() const;
 
   QString path_;
   std::unique_ptr<SqliteConnection> db_;
   std::function<QDateTime()> clock_;
+  std::optional<QString> startupNotice_;
 };

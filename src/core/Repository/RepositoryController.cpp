@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QPointer>
 
+#include "Git/Commands/Repository/RefreshRepositoryReferencesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
@@ -98,6 +99,10 @@ void RepositoryController::refreshChangedFiles(const QStringList& paths) {
 
 void RepositoryController::storeRepositoryData(RepositoryDataPtr data, Subdomain handled) {
   if (!repositoryData_ || handled.contains(Subdomain::remoteBranches())) commitGraphCheckDue_ = true;
+  if (gitModule_ && data && repositoryData_) {
+    RefreshRepositoryReferencesGitCommand::storeFollowedFilter(*gitModule_, &repositoryData_->references, data->references,
+                                                                data->settings.filterReferences);
+  }
   repositoryData_ = std::move(data);
   clearInvalidated(handled);
   Q_EMIT repositoryDataUpdated();

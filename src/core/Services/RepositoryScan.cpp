@@ -49,7 +49,6 @@ void RepositoryScan::findGitRepositories(const QString& folder, QStringList& res
 int RepositoryScan::rescanRepositories(AppSettings& settings, const std::optional<QString>& sourceFolder, const Progress& progress) {
   if (!sourceFolder || sourceFolder->trimmed().isEmpty()) return 0;
   const QString folder = QDir::cleanPath(sourceFolder->trimmed());
-  settings.deleteAllRepositories();
 
   QStringList found;
   findGitRepositories(folder, found, startLevel);
@@ -74,12 +73,14 @@ int RepositoryScan::rescanRepositories(AppSettings& settings, const std::optiona
   }
   pool.waitForDone();
 
-  int added = 0;
+  // The old rows go only now, in the same transaction as the new ones: a quit during
+  // the walk or the checks leaves the registry as it was.
+  QStringList accepted;
   for (qsizetype i = 0; i < found.size(); ++i) {
-    if (!valid[size_t(i)]) continue;
-    settings.addRepository(found[i], folder);
-    ++added;
+    if (valid[size_t(i)]) accepted << found[i];
   }
+  settings.replaceAllRepositories(accepted, folder);
+  const int added = int(accepted.size());
   LOG_INFO(QStringLiteral("Rescan of '%1' found %2 repositories").arg(folder).arg(added));
   return added;
 }

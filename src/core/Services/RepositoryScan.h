@@ -19,8 +19,8 @@ struct RepositoryScan {
   // not found. Links to folders are followed.
   static void findGitRepositories(const QString& folder, QStringList& result, int level);
 
-  // Empties the registry's repositories (categories stay) and fills it again from the
-  // folder. Runs git for each repository found: call it off the main thread. Gives the
+  // Replaces the registry's repositories (categories stay) by those found in the folder,
+  // in one transaction once the walk and the checks are done. Runs git for each repository found: call it off the main thread. Gives the
   // number of repositories added. `progress` hears (validated, found) from worker threads
   // while the repositories found are checked.
   using Progress = std::function<void(int done, int total)>;

@@ -166,7 +166,16 @@ TEST_F(RefreshDataTest, AFilterOfTheActiveBranchFollowsACheckoutAndOthersStay) {
   auto moved = refresh(data, Subdomain::head() | Subdomain::localBranches());
   ASSERT_TRUE(moved.isSuccess());
   EXPECT_EQ(moved.value()->references.filtered, QSet<QString>{"refs/heads/feature"});
+  // The refresh thread writes nothing: a draft saved meanwhile on the main thread stays,
+  // and the main thread stores the moved filter when it takes the snapshot.
+  GitModuleSettings drafted = GitModuleSettings::load(repo.module());
+  EXPECT_EQ(drafted.filterReferences, QStringList{"refs/heads/main"});
+  drafted.draftMessage = QStringLiteral("Work in progress");
+  drafted.save(repo.module());
+  EXPECT_TRUE(RefreshRepositoryReferencesGitCommand::storeFollowedFilter(repo.module(), &data->references, moved.value()->references,
+                                                                          moved.value()->settings.filterReferences));
   EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, QStringList{"refs/heads/feature"});
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Work in progress"));
 
   // A filter of several branches is the user's choice, not a binding.
   const QStringList chosen{"refs/heads/feature", "refs/heads/other"};
@@ -179,6 +188,12 @@ TEST_F(RefreshDataTest, AFilterOfTheActiveBranchFollowsACheckoutAndOthersStay) {
   auto back = refresh(reread.value(), Subdomain::head() | Subdomain::localBranches());
   ASSERT_TRUE(back.isSuccess());
   EXPECT_EQ(back.value()->references.activeBranch->name, QStringLiteral("main"));
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, chosen);
+  EXPECT_FALSE(RefreshRepositoryReferencesGitCommand::storeFollowedFilter(repo.module(), &reread.value()->references,
+                                                                           back.value()->references, back.value()->settings.filterReferences));
+  // A filter the user changed after the refresh had read it is not overwritten.
+  EXPECT_FALSE(RefreshRepositoryReferencesGitCommand::storeFollowedFilter(repo.module(), &data->references, moved.value()->references,
+                                                                           moved.value()->settings.filterReferences));
   EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, chosen);
 }
 

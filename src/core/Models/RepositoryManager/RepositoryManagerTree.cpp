@@ -57,8 +57,10 @@ RepositoryManagerTree RepositoryManagerTree::build(const std::vector<CategoryRec
     }
   }
 
-  for (size_t i = 0; i < recent.size() && i < size_t(recentCount); ++i) {
-    tree.recent->children.push_back(std::make_shared<RepositoryManagerRepositoryItem>(recent[i]));
+  // Never opened (found by a scan) is not recent.
+  for (const RepositoryRecordPtr& record : recent) {
+    if (tree.recent->children.size() >= size_t(recentCount)) break;
+    if (record->lastOpened) tree.recent->children.push_back(std::make_shared<RepositoryManagerRepositoryItem>(record));
   }
   return tree;
 }

@@ -74,15 +74,23 @@ GitResult<RepositoryReferences> RefreshRepositoryReferencesGitCommand::execute(c
   auto references = RepositoryReferences::make(std::move(head), headTime, std::move(all), setOf(settings.filterReferences),
                                                setOf(settings.starredReferences));
   if (const auto followed = filterFollowingActiveBranch(old, references, settings.filterReferences)) {
-    // Stored only if nobody changed the filter since this refresh loaded the settings.
-    GitModuleSettings current = GitModuleSettings::load(module);
-    if (current.filterReferences == settings.filterReferences) {
-      current.filterReferences = *followed;
-      current.save(module);
-    }
+    // Only shown here: the main thread stores it when it takes the snapshot (see
+    // storeFollowedFilter), being the settings' only writer.
     references.filtered = setOf(*followed);
   }
   return references;
+}
+
+bool RefreshRepositoryReferencesGitCommand::storeFollowedFilter(const GitModule& module, const RepositoryReferences* old,
+                                                                 const RepositoryReferences& fresh, const QStringList& filter) {
+  const auto followed = filterFollowingActiveBranch(old, fresh, filter);
+  if (!followed) return false;
+  // Stored only if nobody changed the filter since the refresh loaded the settings.
+  GitModuleSettings current = GitModuleSettings::load(module);
+  if (current.filterReferences != filter) return false;
+  current.filterReferences = *followed;
+  current.save(module);
+  return true;
 }
 
 std::optional<QStringList> RefreshRepositoryReferencesGitCommand::filterFollowingActiveBranch(const RepositoryReferences* old,

@@ -23,8 +23,13 @@ struct RefreshRepositoryReferencesGitCommand {
   static ReferenceList consolidate(const ReferenceList& old, const ReferenceList& fresh, Subdomain subdomains);
 
   // A filter of exactly the previously active branch is bound to it: when another branch
-  // becomes active the filter moves there (the refresh stores it). Absent when the
-  // filter stays as it is.
+  // becomes active the filter moves there (shown by the snapshot, stored by the main
+  // thread with storeFollowedFilter). Absent when the filter stays as it is.
   static std::optional<QStringList> filterFollowingActiveBranch(const RepositoryReferences* old, const RepositoryReferences& fresh,
                                                                 const QStringList& filter);
+  // Writes the filter that followed the active branch from `old` to `fresh` (`filter`
+  // being the one the refresh read) to the repository's settings, unless the user changed
+  // it meanwhile. Main thread only, as every writer of the settings. True when written.
+  static bool storeFollowedFilter(const GitModule& module, const RepositoryReferences* old, const RepositoryReferences& fresh,
+                                  const QStringList& filter);
 };

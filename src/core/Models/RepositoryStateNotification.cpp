@@ -44,14 +44,17 @@ std::optional<RepositoryStateNotification> RepositoryStateNotification::make(con
     const qsizetype conflicts = pick->unmergedFiles.size();
     QString message = QStringLiteral("Cherry-picking commit ") + shaOf(pick->cherryPickHead);
     if (conflicts > 0) message += QStringLiteral(". Fix ") + counted(conflicts, QStringLiteral("conflict"));
-    return RepositoryStateNotification{message, resolveWhenConflicted(conflicts)};
+    // Resolve whatever the count: it leads on to continuing or aborting the pick.
+    return RepositoryStateNotification{message, QStringLiteral("Resolve")};
   }
-  if (state.is<S::SequencerInProgress>()) return RepositoryStateNotification{QStringLiteral("Cherry-pick in progress"), {}};
+  if (state.is<S::SequencerInProgress>()) {
+    return RepositoryStateNotification{QStringLiteral("Cherry-pick in progress"), QStringLiteral("Resolve")};
+  }
   if (const auto* revert = state.as<S::RevertInProgress>()) {
     const qsizetype conflicts = revert->unmergedFiles.size();
     QString message = QStringLiteral("Reverting commit ") + revert->revertHead;
     if (conflicts > 0) message += QStringLiteral(". Fix ") + counted(conflicts, QStringLiteral("conflict"));
-    return RepositoryStateNotification{message, resolveWhenConflicted(conflicts)};
+    return RepositoryStateNotification{message, QStringLiteral("Resolve")};
   }
   if (state.is<S::SquashInProgress>()) return RepositoryStateNotification{QStringLiteral("Squashing commits"), {}};
   if (const auto* unmerged = state.as<S::UnmergedFiles>()) {

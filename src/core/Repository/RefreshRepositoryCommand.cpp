@@ -67,6 +67,7 @@ struct RefreshRepositoryCommand::Input {
   GitModule module;
   QString name;
   RepositoryDataPtr data;
+  RepositoryStatusPtr status;
   Subdomain subdomains;
   RefreshRepositoryCommand::UpdateOrder order = RefreshRepositoryCommand::UpdateOrder::dataFirst;
   bool showFirstParent = false;
@@ -121,8 +122,11 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
     if (!in.subdomains.intersects(Subdomain::repositoryStatus()) || progress.isCanceled()) return;
     const ReferenceList references = data ? data->references.all : ReferenceList{};
     const SubmoduleList submodules = data ? data->submodules : SubmoduleList{};
+    // A refresh of the changed files alone keeps the state it has.
+    std::optional<RepositoryState> knownState;
+    if (in.status && !in.subdomains.intersects(Subdomain::repositoryState())) knownState = in.status->repositoryState;
     auto result = GetRepositoryStatusGitCommand::execute(in.module, references, submodules, in.hideUntrackedFiles,
-                                                         in.showIgnoredFiles, progress);
+                                                         in.showIgnoredFiles, progress, knownState);
     if (progress.isCanceled()) return;
     if (!result) {
       failed = true;
@@ -173,6 +177,7 @@ void RefreshRepositoryCommand::execute(RepositoryController& controller, UpdateO
   in.module = *controller.gitModule();
   in.name = controller.repositoryName();
   in.data = controller.repositoryData();
+  in.status = controller.repositoryStatus();
   in.subdomains = controller.invalidatedSubdomains();
   // Before the first data the status would not know the submodules nor the names of
   // the marker files' commits: the data goes first then.

@@ -76,8 +76,8 @@ TEST_F(RepositoryControllerTest, TheChangedFilesBitAloneRunsOnlyTheStatusRead) {
   ASSERT_TRUE(waitUntilIdle(controller));
 
   EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
-  // The state's unmerged entries and the working tree: nothing of the data side.
-  EXPECT_EQ(launches.subcommands(), (QStringList{"ls-files", "status"}));
+  // The working tree alone: neither the state nor anything of the data side.
+  EXPECT_EQ(launches.subcommands(), (QStringList{"status"}));
   EXPECT_EQ(dataUpdated.count(), 0);
   EXPECT_EQ(controller.repositoryData(), data);
 }

@@ -94,7 +94,9 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
       {rebase, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Fix 1 conflict", "Resolve"},
       {clean, "Rebasing branch 'topic'. Rebased 2 of 4 commits", nullptr},
       {amending, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Amending '0123abc'", "Resolve"},
-      {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", nullptr},
+      {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", "Resolve"},
+      {S::SequencerInProgress{}, "Cherry-pick in progress", "Resolve"},
+      {S::RevertInProgress{L("cafe"), {}}, "Reverting commit cafe", "Resolve"},
       {S::UnmergedFiles{branch("main"), conflicts(1)}, "Index contains 1 unmerged file", "Resolve"},
   };
   for (const Row& row : rows) {

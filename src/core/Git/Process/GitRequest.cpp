@@ -274,12 +274,13 @@ GitStreamReaderResponse GitRequest::executeWithReader() const {
     return response;
   }
   auto task = makeGitTask(*this, Preferences::shared().gitInstance());
-  task->pipeStderr = false;
   QString why;
   if (!task->launch(&why)) {
     response.failure = launchFailure(*task, why);
     return response;
   }
+  // stderr stays piped: the reader of the output drains it (task->takeStderr()) and has
+  // git's own reason for a failure.
   response.outputReader = StreamLineReader::create(task->takeStdout(), QStringLiteral("\n"), TextEncoding::utf8, 4096);
   response.task = std::move(task);
   return response;

@@ -1,6 +1,7 @@
 #include "Git/Commands/Repository/RefreshRepositoryDataGitCommand.h"
 
 #include <QFile>
+#include <algorithm>
 
 #include "Extensions/FileModificationTime.h"
 #include "Git/Commands/GitFlow/GetGitFlowSettingsGitCommand.h"
@@ -33,6 +34,15 @@ class Step {
 };
 
 bool sameRemotes(const std::vector<Remote>& a, const std::vector<Remote>& b) { return a == b; }
+
+// The same rules (name, level, expression, link) in the same order.
+bool sameBugtrackers(const BugtrackerCollection& a, const BugtrackerCollection& b) {
+  return std::equal(a.bugtrackers.begin(), a.bugtrackers.end(), b.bugtrackers.begin(), b.bugtrackers.end(),
+                    [](const BugtrackerLinkDefinitionPtr& x, const BugtrackerLinkDefinitionPtr& y) {
+                      return x == y || (x && y && x->name == y->name && x->level == y->level && x->regexString == y->regexString &&
+                                        x->urlString == y->urlString);
+                    });
+}
 
 }  // namespace
 
@@ -109,7 +119,9 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
 
   data->gitmodulesUpdateTime = fileModificationTime(module.repositoryPath + QStringLiteral("/.gitmodules"));
   const bool gitmodulesUnchanged = old && data->gitmodulesUpdateTime == old->gitmodulesUpdateTime;
-  if (old && (!wanted.contains(Subdomain::submodules()) || gitmodulesUnchanged)) {
+  // Driven by the file's time, whatever the bits: an outside "git submodule add" is seen
+  // at the next refresh.
+  if (gitmodulesUnchanged) {
     data->submodules = old->submodules;
   } else {
     Step step(progress, QStringLiteral("GetSubmodulesGitCommand"));
@@ -122,7 +134,8 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
     }
   }
 
-  if (old && (!wanted.contains(Subdomain::gitFlowSettings()) || configUnchanged)) {
+  // Likewise the config's time: an outside "git flow init" is seen at the next refresh.
+  if (configUnchanged) {
     data->gitFlowSettings = old->gitFlowSettings;
   } else {
     Step step(progress, QStringLiteral("GetGitFlowSettingsGitCommand"));
@@ -144,6 +157,7 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
   const bool readHistory = !old || wanted.contains(Subdomain::revisions());
   if (old && !readHistory && data->references == old->references && sameStashes(data->stashes, old->stashes) &&
       sameRemotes(data->remotes, old->remotes) && data->submodules == old->submodules && data->settings == old->settings &&
+      sameBugtrackers(data->bugtrackers, old->bugtrackers) &&
       sameCustomCommands(data->customCommands, old->customCommands) && data->gitFlowSettings == old->gitFlowSettings &&
       data->gitLfsInitialized == old->gitLfsInitialized && data->showReflogInRevisionList == old->showReflogInRevisionList &&
       data->showFirstParent == old->showFirstParent) {
@@ -151,15 +165,17 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
   }
 
   if (readHistory) {
-    if (data->references.head) {
+    // An unborn HEAD ("git log HEAD" would fail) may stand beside other branches, whose
+    // history is still shown; with no references at all there are no commits.
+    const bool hasHead = data->references.head.has_value();
+    if (hasHead || !data->references.all.empty()) {
       Step step(progress, QStringLiteral("GetRevisionsGitCommand"));
       data->revisionLimit = options.maxCommitCount > 0 ? options.maxCommitCount : GetRevisionsGitCommand::maxCommitCount();
       auto revisions = GetRevisionsGitCommand::execute(module, data->topoOrder, data->showReflogInRevisionList, progress,
-                                                       data->revisionLimit);
+                                                       data->revisionLimit, hasHead);
       if (!revisions) return revisions.mapError<RepositoryDataPtr>();
       data->revisions = std::make_shared<const RevisionList>(std::move(revisions).value());
     }
-    // Without HEAD there are no commits, and "git log HEAD" would fail.
   } else {
     data->revisions = old->revisions;
     data->topoOrder = old->topoOrder;

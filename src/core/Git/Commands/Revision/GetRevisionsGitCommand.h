@@ -11,12 +11,13 @@
 class JobProgress;
 
 struct GetRevisionsGitCommand {
-  static QStringList arguments(bool topoOrder, bool showReflog, int maxCommitCount);
+  // Without `includeHead` (an unborn HEAD) only the branches, remote branches and tags.
+  static QStringList arguments(bool topoOrder, bool showReflog, int maxCommitCount, bool includeHead = true);
   // Reads the preference maxCommitCount (default 50000). Records a stopwatch on the
   // progress and stops with `canceled` when it is canceled.
   // `maxCommitCount` overrides the preference.
   static GitResult<RevisionList> execute(const GitModule& module, bool topoOrder, bool showReflog, JobProgress& progress,
-                                         std::optional<int> maxCommitCount = std::nullopt);
+                                         std::optional<int> maxCommitCount = std::nullopt, bool includeHead = true);
   // The preferences' values: maxCommitCount and useTopologicalCommitOrder.
   static int maxCommitCount();
   static bool useTopologicalCommitOrder();

@@ -13,10 +13,11 @@ QStringList GetStashesGitCommand::arguments() {
 
 GitResult<StashRevisionList> GetStashesGitCommand::execute(const GitModule& module) {
   // The stash list is the reflog of refs/stash: without that file there are none, and
-  // asking git would only print "bad revision" on the console. A linked work tree keeps
-  // it in the common directory, so there git is asked.
+  // git need not be asked. A linked work tree keeps it in the common directory, and a
+  // repository whose references live in a reftable has no such file: there git is asked.
   if (!QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("logs/refs/stash"))) &&
-      !QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("commondir")))) {
+      !QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("commondir"))) &&
+      !QFileInfo::exists(module.gitDirectoryPath(QStringLiteral("reftable")))) {
     return StashRevisionList{};
   }
   RevisionLogParser parser(RevisionLogParser::Format::stashes);

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include "Extensions/GitQuotedPath.h"
 #include "Extensions/GraphemeCount.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/PatchTokenizer.h"
@@ -36,6 +37,16 @@ XPatchPtr PatchParser::parse(const QString& text, XFilePatch::Location location)
 }
 
 std::optional<QString> PatchParser::pathOfHeaderLine(const QString& line) {
+  // A path with bytes above 0x7f (or a quote, a backslash) comes quoted, prefix inside:
+  // ++ "b/\303\251t\303\251.txt"
+  QStringView rest = QStringView(line).mid(3);
+  while (rest.endsWith(u'\n') || rest.endsWith(u'\t')) rest.chop(1);
+  if (line.size() > 3 && line.at(2) == u' ' && rest.size() >= 2 && rest.startsWith(u'"') && rest.endsWith(u'"')) {
+    const QString unquoted = GitQuotedPath::unquote(rest);
+    const qsizetype slash = unquoted.indexOf(u'/');
+    if (slash <= 0) return std::nullopt;
+    return unquoted.mid(slash + 1);
+  }
   // The search covers as many UTF-16 units as the line has user-perceived characters,
   // so characters outside the 16-bit range shorten it from the end.
   const QStringView searched = QStringView(line).left(GraphemeCount::count(line));

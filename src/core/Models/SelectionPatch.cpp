@@ -187,9 +187,14 @@ XPatchPtr SelectionPatch::make(qsizetype selectionStart, qsizetype selectionEnd,
   return patch;
 }
 
-std::optional<SelectionPatch::DiscardConfirmation> SelectionPatch::discardConfirmation(const XPatch& patch) {
+std::optional<SelectionPatch::DiscardConfirmation> SelectionPatch::discardConfirmation(const XPatch& patch, bool wholeHunk) {
   const qint64 count = patch.changedLinesCount();
   if (count < 1) return std::nullopt;
+  if (wholeHunk) {
+    return DiscardConfirmation{QStringLiteral("Do you want to discard the changes in this hunk?"),
+                               QStringLiteral("You can't undo this action."), QStringLiteral("Discard Hunk"),
+                               QStringLiteral("Cancel")};
+  }
   return DiscardConfirmation{
       QStringLiteral("Do you want to discard the changes in the selected lines?"),
       QStringLiteral("You can't undo this action."),

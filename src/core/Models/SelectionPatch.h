@@ -34,7 +34,8 @@ class SelectionPatch {
     QString confirmButtonTitle;
     QString cancelButtonTitle;
   };
-  static std::optional<DiscardConfirmation> discardConfirmation(const XPatch& patch);
+  // A whole hunk is named as one; selected lines are counted.
+  static std::optional<DiscardConfirmation> discardConfirmation(const XPatch& patch, bool wholeHunk = false);
 
   // What to refresh after applying: each file's old path, else its new one.
   static QStringList changedPaths(const XPatch& patch);

@@ -310,6 +310,8 @@ TEST(PatchParser, ReadsPathLinesAsTheyArePrinted) {
       {"removed side", QStringLiteral("-- a/x\n"), QStringLiteral("x")},
       {"created file", QStringLiteral("-- /dev/null\n"), std::nullopt},
       {"no newline", QStringLiteral("++ b/last"), QStringLiteral("last")},
+      {"quoted, letters beyond ASCII", QStringLiteral("++ \"b/d\\303\\251j\\303\\240 vu.txt\"\n"), QStringLiteral("d\u00e9j\u00e0 vu.txt")},
+      {"quoted removed side", QStringLiteral("-- \"a/caf\\303\\251\"\n"), QStringLiteral("caf\u00e9")},
       // The search covers as many units as there are characters: three characters of
       // two units each cost the path its last one.
       {"outside the 16-bit range", QStringLiteral("++ b/\U0001D49C\U0001D49C\U0001D49C\n"), QStringLiteral("\U0001D49C\U0001D49C")},

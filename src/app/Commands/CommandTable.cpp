@@ -24,6 +24,9 @@
 #include "Commands/ShowBlameSheetCommand.h"
 #include "Commands/ShowFileHistorySheetCommand.h"
 #include "Commands/ShowCreateBranchSheetCommand.h"
+#include "Commands/ShowFetchSheetCommand.h"
+#include "Commands/ShowPullSheetCommand.h"
+#include "Commands/ShowPushSheetCommand.h"
 
 namespace {
 
@@ -117,6 +120,20 @@ std::vector<CommandDescriptor> makeTable() {
        OpenFileAtRevisionCommand::execute, Needs(int(Needs::revision) | int(Needs::paths)), {}, 0, QStringLiteral("history")});
   add({QStringLiteral("saveFileAtRevision"), QStringLiteral("Save As..."), {{QStringLiteral("file"), Type::repositoryFile}},
        SaveFileAtRevisionCommand::execute, Needs(int(Needs::revision) | int(Needs::paths)), {}, 0, QStringLiteral("history")});
+
+  // Remote work: fetch, pull and push, each with a quick variant that asks nothing.
+  add({QStringLiteral("fetch"), QStringLiteral("Fetch..."), {}, ShowFetchSheetCommand::execute, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+F")), menu | toolbar, QStringLiteral("remote")});
+  add({QStringLiteral("pull"), QStringLiteral("Pull..."), {}, ShowPullSheetCommand::execute, Needs::activeBranch,
+       QKeySequence(QStringLiteral("Ctrl+Shift+L")), menu | toolbar, QStringLiteral("remote")});
+  add({QStringLiteral("push"), QStringLiteral("Push..."), {}, ShowPushSheetCommand::execute, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+P")), menu | toolbar, QStringLiteral("remote")});
+  add({QStringLiteral("quickFetch"), QStringLiteral("Fetch Now"), {}, QuickFetchCommand::execute, Needs::repository, {}, menu,
+       QStringLiteral("remote")});
+  add({QStringLiteral("quickPull"), QStringLiteral("Pull Now"), {}, QuickPullCommand::execute, Needs::activeBranch, {}, menu,
+       QStringLiteral("remote")});
+  add({QStringLiteral("quickPush"), QStringLiteral("Push Now"), {}, QuickPushCommand::execute, Needs::activeBranch, {}, menu,
+       QStringLiteral("remote")});
 
   return table;
 }

@@ -1,7 +1,9 @@
 #include "Controllers/ActivityManagerWindow.h"
 
 #include <QHeaderView>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QSplitter>
 #include <QTimer>
 #include <QTreeWidget>
@@ -32,7 +34,18 @@ ActivityManagerWindow::ActivityManagerWindow(std::shared_ptr<JobQueue> queue, QW
   auto* bottom = new QWidget(this);
   auto* bottomLayout = new QVBoxLayout(bottom);
   bottomLayout->setContentsMargins(0, 0, 0, 0);
-  bottomLayout->addWidget(header_);
+  cancel_ = new QPushButton(tr("Cancel"), this);
+  cancel_->setObjectName(QStringLiteral("cancelJobButton"));
+  cancel_->setEnabled(false);
+  connect(cancel_, &QPushButton::clicked, this, [this] {
+    const int index = rows_->indexOfTopLevelItem(rows_->currentItem());
+    const auto& items = list_->items();
+    if (index >= 0 && index < static_cast<int>(items.size())) items[static_cast<size_t>(index)]->job->progress().cancel();
+  });
+  auto* headerLine = new QHBoxLayout;
+  headerLine->addWidget(header_, 1);
+  headerLine->addWidget(cancel_);
+  bottomLayout->addLayout(headerLine);
   bottomLayout->addWidget(output_, 1);
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->addWidget(rows_);
@@ -79,9 +92,11 @@ void ActivityManagerWindow::showSelected() {
   if (index < 0 || index >= static_cast<int>(items.size())) {
     header_->clear();
     output_->setGitOutput(QString());
+    cancel_->setEnabled(false);
     return;
   }
   const auto& item = items[static_cast<size_t>(index)];
+  cancel_->setEnabled(item->isRunning);
   header_->setText(QStringLiteral("<b>%1</b> — %2 %3").arg(item->name.toHtmlEscaped(), item->statusString, item->finished));
   output_->setGitOutput(item->job->progress().output());
 }

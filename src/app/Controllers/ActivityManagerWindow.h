@@ -8,6 +8,7 @@ class QTreeWidget;
 class QLabel;
 class GitOutputView;
 class QTimer;
+class QPushButton;
 
 // "Activity Manager": the jobs of one tab, newest on top, with the selected job's
 // status and its output. Only rows whose job changed are redrawn.
@@ -20,6 +21,8 @@ class ActivityManagerWindow : public QWidget {
   void tick();
   int rowCount() const;
   QString outputText() const;
+  // Cancels the selected job; enabled while it runs.
+  QPushButton* cancelButton() const { return cancel_; }
 
  private:
   void showSelected();
@@ -30,4 +33,5 @@ class ActivityManagerWindow : public QWidget {
   QLabel* header_;
   GitOutputView* output_;
   QTimer* timer_;
+  QPushButton* cancel_;
 };

@@ -2,7 +2,11 @@
 
 #include <QApplication>
 
+#include "Commands/ShowAskPassSheetCommand.h"
 #include "Logging/AdvancedLogger.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Services/AskPass/AskPassBridge.h"
+#include "Services/AutomaticBackgroundFetchManager.h"
 #include "Models/AppSettings.h"
 #include "Models/ApplicationUrl.h"
 #include "Services/Preferences.h"
@@ -48,11 +52,55 @@ void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
   LOG_INFO(QStringLiteral("Git instance: %1").arg(preferences_.gitInstance().printedName()));
   if (!arguments.isEmpty()) LOG_INFO(QStringLiteral("Command line arguments: '%1'").arg(arguments.join(QStringLiteral("' '"))));
 
+  startAskPassListener();
+  startAutomaticFetch();
+
   const LaunchPlan plan = ApplicationStartup::plan(preferences_, arguments);
   documents_->restoreWindows(plan.restoredWindows);
   documents_->openFiles(plan.folders);
   for (const QString& url : plan.urls) handleURLEvent(url);
   if (plan.openUntitled) applicationShouldOpenUntitledFile();
+}
+
+void AppDelegate::startAskPassListener() {
+  askPassBridge_ = std::make_unique<AskPassBridge>();
+  if (!askPassBridge_->listen()) {
+    LOG_ERROR(QStringLiteral("Cannot listen for password requests: no session bus"));
+    return;
+  }
+  showAskPassSheetCommand_ = std::make_unique<ShowAskPassSheetCommand>(*askPassBridge_);
+  showAskPassSheetCommand_->install();
+}
+
+void AppDelegate::showCloneSheet(const QString& url) {
+  JelvMainWindow* window = documents_->frontWindow();
+  if (!window) {
+    documents_->newRepositoryManagerAsTab();
+    window = documents_->frontWindow();
+  }
+  if (window) window->showCloneSheet(url);
+}
+
+void AppDelegate::startAutomaticFetch() {
+  JelvDocumentController* documents = documents_;
+  automaticFetch_ = new AutomaticBackgroundFetchManager(
+      [documents] {
+        std::vector<AutomaticBackgroundFetchManager::Target> targets;
+        for (JelvMainWindow* window : documents->windows()) {
+          for (int i = 0; i < window->tabCount(); ++i) {
+            JelvWindowController* tab = window->tab(i);
+            if (!tab || !tab->repositoryController()) continue;
+            QPointer<JelvWindowController> guard(tab);
+            targets.push_back({tab->repositoryController()->controller(), tab->jobQueue(), [documents, guard] {
+                                 JelvMainWindow* front = documents->frontWindow();
+                                 return guard && front && front->currentTab() == guard.data();
+                               }});
+          }
+        }
+        return targets;
+      },
+      this);
+  automaticFetch_->start();
 }
 
 UntitledFileDecision AppDelegate::applicationShouldOpenUntitledFile() {
@@ -125,7 +173,14 @@ void AppDelegate::handleURLEvent(const QString& url) {
       }
       break;
     case ApplicationUrl::Kind::cloneRepository:
-      LOG_WARNING(QStringLiteral("Cannot clone '%1': cloning is not available yet").arg(parsed.target));
+      LOG_INFO(QStringLiteral("Clone repository by URL: ") + parsed.target);
+      // Folders of the same launch may still be opening: the sheet goes on the window they open in.
+      if (documents_->pendingOpens() > 0) {
+        connect(documents_, &JelvDocumentController::opensFinished, this, [this, url = parsed.target] { showCloneSheet(url); },
+                Qt::SingleShotConnection);
+      } else {
+        showCloneSheet(parsed.target);
+      }
       break;
     case ApplicationUrl::Kind::unknown:
       LOG_WARNING(QStringLiteral("Ignoring URL: ") + url);

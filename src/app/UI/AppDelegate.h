@@ -5,10 +5,14 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <memory>
 
 #include "Services/ApplicationStartup.h"
 
 class AppSettings;
+class AskPassBridge;
+class AutomaticBackgroundFetchManager;
+class ShowAskPassSheetCommand;
 class JelvDocumentController;
 class Preferences;
 class WelcomeWindowController;
@@ -38,9 +42,15 @@ class AppDelegate : public QObject {
 
   JelvDocumentController& documents() const { return *documents_; }
   WelcomeWindowController* welcomeWindowController() const;
+  // Answers the password prompts of git and ssh; absent without a session bus.
+  AskPassBridge* askPassBridge() const { return askPassBridge_.get(); }
+  AutomaticBackgroundFetchManager* automaticFetch() const { return automaticFetch_; }
 
  private:
   void showWelcome();
+  void startAskPassListener();
+  void startAutomaticFetch();
+  void showCloneSheet(const QString& url);
   void welcomeCompleted();
   void lastWindowClosed();
 
@@ -49,4 +59,7 @@ class AppDelegate : public QObject {
   JelvDocumentController* documents_ = nullptr;
   QPointer<WelcomeWindowController> welcomeWindowController_;
   bool reachable_ = false;
+  std::unique_ptr<AskPassBridge> askPassBridge_;
+  std::unique_ptr<ShowAskPassSheetCommand> showAskPassSheetCommand_;
+  AutomaticBackgroundFetchManager* automaticFetch_ = nullptr;
 };

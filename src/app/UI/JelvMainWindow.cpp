@@ -1,5 +1,8 @@
 #include "UI/JelvMainWindow.h"
 
+#include "Commands/ShowCloneSheetCommand.h"
+#include "Jobs/JobQueue.h"
+
 #include <QAction>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -71,6 +74,12 @@ void JelvMainWindow::exportProfilingData() {
   }
 }
 
+void JelvMainWindow::showCloneSheet(const QString& url) {
+  JelvWindowController* tab = currentTab();
+  ShowCloneSheetCommand::execute(this, tab ? tab->jobQueue() : std::make_shared<JobQueue>(), url,
+                                 [this](const QString& path) { documents_.openRepository(path, this); });
+}
+
 void JelvMainWindow::buildMenus() {
   auto add = [this](QMenu* menu, const QString& name, const QString& text, const QList<QKeySequence>& keys, auto slot) {
     QAction* action = menu->addAction(text);
@@ -85,6 +94,7 @@ void JelvMainWindow::buildMenus() {
   add(file, QStringLiteral("newWindowAction"), tr("New Window"), {QKeySequence::New},
       [this] { documents_.newRepositoryManagerAsWindow(); });
   add(file, QStringLiteral("openAction"), tr("Open…"), {QKeySequence::Open}, [this] { documents_.openDocument(this); });
+  add(file, QStringLiteral("cloneAction"), tr("Clone…"), {}, [this] { showCloneSheet({}); });
   file->addSeparator();
   add(file, QStringLiteral("closeTabAction"), tr("Close Tab"), {QKeySequence(QStringLiteral("Ctrl+W"))}, [this] {
     if (auto* tab = currentTab()) closeTab(tab);
@@ -183,6 +193,7 @@ void JelvMainWindow::addTab(JelvWindowController* tab, bool select) {
   connect(tab, &JelvWindowController::openRepositoryRequested, this,
           [this](const QString& path) { documents_.openRepository(path, this); });
   connect(tab, &JelvWindowController::openDocumentRequested, this, [this] { documents_.openDocument(this); });
+  connect(tab, &JelvWindowController::cloneRequested, this, [this] { showCloneSheet({}); });
   connect(tab, &JelvWindowController::openSubmoduleRequested, this,
           [this](const QString& path) { documents_.openSubmodule(path, this); });
   if (select) tabs_->setCurrentIndex(index);

@@ -36,6 +36,8 @@ class JelvMainWindow : public QMainWindow {
 
   WindowSession session() const;
   QAction* action(const QString& objectName) const;
+  // The clone sheet on this window, with `url` filled in; the clone opens in a tab here.
+  void showCloneSheet(const QString& url);
 
  Q_SIGNALS:
   // A tab came, went, moved, changed its title, or another one came to the front.

@@ -4,6 +4,9 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
+#include <QHash>
+#include <QMenu>
+#include <QToolButton>
 #include <QStyle>
 #include <QToolBar>
 #include <QUrl>
@@ -16,6 +19,8 @@
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Jobs/JobQueue.h"
 #include "Models/AppSettings.h"
+#include "Models/LocalBranch.h"
+#include "Repository/RepositoryController.h"
 #include "Services/Preferences.h"
 
 namespace {
@@ -52,6 +57,9 @@ JelvWindowController* JelvWindowController::newRepositoryManager(AppSettings& re
   if (manager->metaObject()->indexOfSignal("openDocumentRequested()") >= 0) {
     connect(manager, SIGNAL(openDocumentRequested()), tab, SLOT(forwardOpenDocument()));
   }
+  if (manager->metaObject()->indexOfSignal("cloneRequested()") >= 0) {
+    connect(manager, SIGNAL(cloneRequested()), tab, SIGNAL(cloneRequested()));
+  }
   return tab;
 }
 
@@ -87,6 +95,8 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   layout_->addWidget(repositoryController_, 1);
   connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
   connect(repositoryController_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
+  connect(repositoryController_->controller(), &RepositoryController::behindAheadInfoUpdated, this, &JelvWindowController::updateRemoteCounts);
+  connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateRemoteCounts);
   updateCommandActions();
   updateTitle();
 }
@@ -156,6 +166,45 @@ void JelvWindowController::buildCommandActions() {
                                                        : QStringLiteral("%1 (%2)").arg(descriptor.name, descriptor.shortcut.toString(QKeySequence::NativeText)));
       toolbar_->addAction(action);
     }
+  }
+  // After the loop: the quick entries come later in the table than their buttons.
+  for (QAction* action : commandActions_) {
+    QString identifier = action->objectName();
+    identifier.chop(int(qstrlen("Action")));
+    addQuickMenu(action, identifier);
+  }
+}
+
+void JelvWindowController::addQuickMenu(QAction* action, const QString& identifier) {
+  // The remote buttons open their sheet on a click; their menu runs at once with the
+  // remembered options.
+  static const QHash<QString, QString> quick{{QStringLiteral("fetch"), QStringLiteral("quickFetch")},
+                                             {QStringLiteral("pull"), QStringLiteral("quickPull")},
+                                             {QStringLiteral("push"), QStringLiteral("quickPush")}};
+  const QString quickIdentifier = quick.value(identifier);
+  if (quickIdentifier.isEmpty()) return;
+  auto* button = qobject_cast<QToolButton*>(toolbar_->widgetForAction(action));
+  if (!button) return;
+  auto* menu = new QMenu(button);
+  for (QAction* candidate : commandActions_) {
+    if (candidate->objectName() == quickIdentifier + QStringLiteral("Action")) menu->addAction(candidate);
+  }
+  button->setMenu(menu);
+  button->setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+void JelvWindowController::updateRemoteCounts() {
+  // Commits to pull and to push of the checked-out branch, on the two buttons.
+  const CommandContext context = CommandContext::forRepository(repositoryController_);
+  const LocalBranchPtr active = context.activeBranch();
+  std::optional<BehindAheadInfo> info;
+  if (active && context.controller()) info = context.controller()->behindAheadInfoCache().info(active->fullReference);
+  for (QAction* action : commandActions_) {
+    const bool isPull = action->objectName() == QStringLiteral("pullAction");
+    if (!isPull && action->objectName() != QStringLiteral("pushAction")) continue;
+    const QString title = isPull ? tr("Pull") : tr("Push");
+    const int count = info ? (isPull ? info->behind : info->ahead) : 0;
+    action->setIconText(count > 0 ? QStringLiteral("%1 (%2)").arg(title).arg(count) : title);
   }
 }
 

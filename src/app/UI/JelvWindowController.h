@@ -69,6 +69,7 @@ class JelvWindowController : public QWidget {
   // The repository asks for one of its submodules in a tab of its own.
   void openSubmoduleRequested(const QString& path);
   void openDocumentRequested();
+  void cloneRequested();
 
  private Q_SLOTS:
   void forwardOpenRepository(const QString& path);
@@ -78,6 +79,8 @@ class JelvWindowController : public QWidget {
   JelvWindowController(Kind kind, QWidget* parent);
   void buildToolbar();
   void buildCommandActions();
+  void addQuickMenu(QAction* action, const QString& identifier);
+  void updateRemoteCounts();
 
   const std::shared_ptr<JobQueue> jobQueue_;
   Kind kind_;

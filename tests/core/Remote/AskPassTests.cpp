@@ -64,7 +64,9 @@ TEST(AskPassParse, PromptsOfGitAndSsh) {
   for (const auto& c : cases) {
     const AskPassRequest request = AskPassParser::parse({QString::fromUtf8(c.prompt)});
     EXPECT_EQ(request.kind, c.kind) << c.prompt;
-    if (*c.url) EXPECT_EQ(request.url.toString(), QString::fromUtf8(c.url)) << c.prompt;
+    if (*c.url) {
+      EXPECT_EQ(request.url.toString(), QString::fromUtf8(c.url)) << c.prompt;
+    }
     EXPECT_EQ(request.username, QString::fromUtf8(c.user)) << c.prompt;
   }
   EXPECT_EQ(AskPassParser::parse({QStringLiteral("Enter passphrase for key '/k/id': ")}).keyPath, QStringLiteral("/k/id"));

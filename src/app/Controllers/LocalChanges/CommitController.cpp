@@ -1,5 +1,7 @@
 #include "Controllers/LocalChanges/CommitController.h"
 
+#include <QGuiApplication>
+
 #include <QAction>
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -193,6 +195,8 @@ CommitButtonTitle CommitController::buttonTitle() const {
   input.phase = phase_;
   input.amend = composer_.amend();
   input.stagedFilesCount = stagedCount_;
+  input.pushAutomaticallyOnCommit = Preferences::shared().pushAutomacicallyOnCommit();
+  input.optionKeyPressed = QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
   return commitButtonTitle(input);
 }
 
@@ -317,6 +321,7 @@ void CommitController::commit() {
     continueSequence(action == CommitButtonAction::continueRebase);
     return;
   }
+  const bool andPush = buttonTitle().andPush;
   busy_ = true;
   updateButton();
   const GitModuleSettings settings = GitModuleSettings::load(module_);
@@ -328,13 +333,14 @@ void CommitController::commit() {
   const QString message = composer_.message().text();
   QPointer<CommitController> self(this);
   queue_->schedule(Job::make(options.amend ? tr("Amend") : tr("Commit"), Job::Show{3}, Job::ProgressType::infinite,
-                             [self, module, message, options](JobProgress& progress) {
+                             [self, module, message, options, andPush](JobProgress& progress) {
                                const GitVoidResult result = CommitGitCommand::execute(module, message, options, &progress);
-                               QMetaObject::invokeMethod(qApp, [self, result] {
+                               QMetaObject::invokeMethod(qApp, [self, result, andPush] {
                                  if (!self) return;
                                  self->busy_ = false;
                                  if (result.isSuccess()) {
                                    self->clearAfterCommit();
+                                   if (andPush) Q_EMIT self->pushRequested();
                                  } else if (!result.isError<Error::Canceled>()) {
                                    self->connectErrorSheet(
                                        ErrorWindowController::present(self, self->module_, result.error(), self->queue_));

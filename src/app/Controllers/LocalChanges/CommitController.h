@@ -61,6 +61,8 @@ class CommitController : public QWidget {
 
  Q_SIGNALS:
   void committed();
+  // The commit was made with " and Push": the branch goes to its remote next.
+  void pushRequested();
   void commitFinished();
   void recentMessagesLoaded();
   // The amend box was turned on or off (the staged list then shows the amended commit).

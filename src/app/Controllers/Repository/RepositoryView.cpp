@@ -18,6 +18,8 @@
 #include "Commands/RevisionFileCommands.h"
 #include "Commands/ShowBlameSheetCommand.h"
 #include "Commands/ShowFileHistorySheetCommand.h"
+#include "Commands/ShowPushSheetCommand.h"
+#include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/ActivityManagerWindow.h"
 #include "Controllers/History/RevisionFileTreeTabController.h"
 #include "Controllers/History/RevisionFilesMenu.h"
@@ -85,6 +87,7 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   revisionFiles_ = new ChangedFilesView(this);
   // The page reads through the controller, whose snapshots reach the sidebar too.
   localChanges_ = new StageFileViewController(*controller_, this);
+  connect(localChanges_->commitBox(), &CommitController::pushRequested, this, [this] { QuickPushCommand::execute(CommandContext::forRepository(this)); });
   diffPane_ = new FileDiffView(FileDiffView::Mode::readOnly, this);
   connect(diffPane_, &FileDiffView::loadLargeRequested, this, [this] {
     loadLargeDiff_ = true;

@@ -59,6 +59,8 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
 
   auto* openButton = toolButton(tr("Open…"), tr("Open a repository from a folder"), this);
   auto* addButton = toolButton(tr("Add…"), tr("Add a repository from a folder to the list (Ctrl+Shift+A)"), this);
+  auto* cloneButton = toolButton(tr("Clone…"), tr("Clone a repository from a URL into a new folder"), this);
+  cloneButton->setObjectName(QStringLiteral("cloneButton"));
   auto* categoryButton = toolButton(tr("New Category"), tr("Create a category (Ctrl+Shift+N)"), this);
   rescanButton_ = toolButton(tr("Rescan"), {}, this);
   auto* buttons = new QHBoxLayout;
@@ -66,6 +68,7 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   buttons->setSpacing(2);
   buttons->addWidget(openButton);
   buttons->addWidget(addButton);
+  buttons->addWidget(cloneButton);
   buttons->addWidget(categoryButton);
   buttons->addStretch(1);
   buttons->addWidget(rescanButton_);
@@ -115,6 +118,7 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
 
   connect(openButton, &QToolButton::clicked, this, &RepositoryManagerController::openDocumentRequested);
   connect(addButton, &QToolButton::clicked, this, &RepositoryManagerController::chooseRepositoryToAdd);
+  connect(cloneButton, &QToolButton::clicked, this, &RepositoryManagerController::cloneRequested);
   connect(categoryButton, &QToolButton::clicked, this, &RepositoryManagerController::createCategory);
   connect(rescanButton_, &QToolButton::clicked, this, &RepositoryManagerController::startRescan);
   connect(tree_, &RepositoryManagerTreeWidget::openRequested, this, &RepositoryManagerController::openRepositoryRequested);

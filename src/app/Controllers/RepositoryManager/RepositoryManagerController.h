@@ -48,6 +48,8 @@ class RepositoryManagerController : public QWidget {
   void openRepositoryRequested(const QString& path);
   // "Open…": the host asks for any folder and opens it.
   void openDocumentRequested();
+  // "Clone…": the host opens the clone sheet.
+  void cloneRequested();
   // After addRepositories has written the registry and shown any refusal.
   void addFinished(int refusedCount);
   // The selected repository's read-me is on screen.

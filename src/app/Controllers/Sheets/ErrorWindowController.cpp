@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "Controls/GitOutputView.h"
+#include "Git/Commands/Remotes/FetchGitCommand.h"
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobProgress.h"
@@ -54,8 +55,8 @@ ErrorWindowController* ErrorWindowController::present(QWidget* parent, const Git
 
 void ErrorWindowController::runRepair() {
   switch (content_.repair) {
-    case ErrorSheetContent::Repair::none:
-    case ErrorSheetContent::Repair::forceFetch: return;
+    case ErrorSheetContent::Repair::none: return;
+    case ErrorSheetContent::Repair::forceFetch: forceFetch(); return;
     case ErrorSheetContent::Repair::removeIndexLock: removeIndexLock(); return;
     case ErrorSheetContent::Repair::skipHooksAndCommit: commitWithoutHooks(); return;
     case ErrorSheetContent::Repair::setupIdentity:
@@ -103,4 +104,31 @@ void ErrorWindowController::commitWithoutHooks() {
                                 }
                               });
                             }));
+}
+
+void ErrorWindowController::forceFetch() {
+  const auto* mismatch = errorResult_ ? std::get_if<Error::TagMismatch>(&*errorResult_) : nullptr;
+  const std::shared_ptr<JobQueue> queue = jobQueue();
+  if (!mismatch || !queue) return;
+  setControlsEnabled(false);
+  setStatus(Status::busy, QStringLiteral("Fetching…"));
+  const GitModule module = mismatch->gitModule;
+  const QString remote = mismatch->remote;
+  QPointer<ErrorWindowController> self(this);
+  // Moved tags are taken from the remote: tags and force on, prune off.
+  queue->schedule(Job::make(QStringLiteral("Force fetch"), Job::Show{3}, Job::ProgressType::infinite, [self, module, remote](JobProgress& progress) {
+    FetchOptions options;
+    options.tags = true;
+    options.force = true;
+    const GitVoidResult result = FetchGitCommand::execute(module, FetchTarget::ofRemote(remote), options, progress);
+    QMetaObject::invokeMethod(qApp, [self, result] {
+      if (!self) return;
+      Q_EMIT self->repositoryChanged();
+      if (result.isSuccess() || result.isError<Error::Canceled>()) {
+        self->endWithSuccess();
+      } else {
+        self->endWithError(result.error());
+      }
+    });
+  }));
 }

@@ -35,6 +35,7 @@ class ErrorWindowController : public JelvSheetController {
   void runRepair();
   void removeIndexLock();
   void commitWithoutHooks();
+  void forceFetch();
 
   GitModule module_;
   std::optional<ResultError> errorResult_;

@@ -1,0 +1,263 @@
+// The fetch, push, error and password sheets against a real HTTP server.
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDBusConnection>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "Commands/CommandTable.h"
+#include "Commands/ShowAskPassSheetCommand.h"
+#include "Commands/ShowFetchSheetCommand.h"
+#include "Commands/ShowPullSheetCommand.h"
+#include "Commands/ShowPushSheetCommand.h"
+#include "Controllers/Sheets/CloneController.h"
+#include "Controllers/Sheets/PullWindowController.h"
+#include "Controllers/LocalChanges/CommitController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Controllers/Repository/RepositoryView.h"
+#include "Controls/SpellChecking/SpellCheckedLineEdit.h"
+#include "Controllers/Sheets/AskPassController.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controllers/Sheets/FetchWindowController.h"
+#include "Controllers/Sheets/PushWindowController.h"
+#include "Git/Commands/Remotes/FetchGitCommand.h"
+#include "Jobs/JobProgress.h"
+#include "Jobs/JobQueue.h"
+#include "Services/Preferences.h"
+#include "support/GitHttpServer.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+// With JELV_SCREENSHOT_DIR set, the sheet is saved there as a picture for the README.
+void screenshot(QWidget* sheet, const QString& name) {
+  const QString dir = qEnvironmentVariable("JELV_SCREENSHOT_DIR");
+  if (!dir.isEmpty() && sheet) sheet->grab().save(dir + QLatin1Char('/') + name);
+}
+
+template <typename Sheet>
+Sheet* openSheet(QWidget* window) {
+  Sheet* found = nullptr;
+  const bool shown = QTest::qWaitFor([&] {
+    found = window->findChild<Sheet*>();
+    return found && found->isVisible();
+  }, 10000);
+  return shown ? found : nullptr;
+}
+
+class RemoteSheets : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    QString why;
+    ASSERT_TRUE(server.start(&why)) << why.toStdString();
+    server.createBareRepository(QStringLiteral("project.git"));
+    upstream.git({QStringLiteral("remote"), QStringLiteral("add"), QStringLiteral("origin"), server.url(QStringLiteral("project.git"), true)});
+    upstream.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("first"));
+    upstream.git({QStringLiteral("tag"), QStringLiteral("v1")});
+    upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main"), QStringLiteral("v1")});
+    runProgram(QStringLiteral("git"), {QStringLiteral("clone"), QStringLiteral("-q"), server.url(QStringLiteral("project.git"), true), local.path()});
+    view = std::make_unique<RepositoryView>(local.module(), queue);
+    view->resize(1000, 700);
+    view->show();
+    QSignalSpy loaded(view.get(), &RepositoryView::snapshotLoaded);
+    ASSERT_TRUE(loaded.wait(20000));
+  }
+  void TearDown() override {
+    queue->cancelAllTasks();
+    view.reset();
+  }
+
+  QString localSha(const QString& ref) {
+    int status = 0;
+    const QString sha = local.git({QStringLiteral("rev-parse"), QStringLiteral("-q"), QStringLiteral("--verify"), ref}, true, &status).trimmed();
+    return status == 0 ? sha : QString();
+  }
+  CommandContext context() { return CommandContext::forRepository(view.get()); }
+  bool hasJob(const QString& name) const {
+    for (const auto& job : queue->userJobs()) {
+      if (job->name() == name) return true;
+    }
+    return false;
+  }
+  // The sha of a reference in the server's repository; empty when it has none.
+  QString serverSha(const QString& ref) const {
+    int status = 0;
+    const QByteArray sha = runProgram(QStringLiteral("git"), {QStringLiteral("--git-dir"), server.root() + QStringLiteral("/project.git"),
+                                                              QStringLiteral("rev-parse"), QStringLiteral("-q"), QStringLiteral("--verify"), ref},
+                                      {}, &status);
+    return status == 0 ? QString::fromUtf8(sha).trimmed() : QString();
+  }
+
+  GitHttpServer server;
+  TempRepository upstream;
+  TempRepository local{false, QStringLiteral("local")};
+  std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
+  std::unique_ptr<RepositoryView> view;
+};
+
+}  // namespace
+
+TEST_F(RemoteSheets, FetchSheetRemembersItsOptionsAndQuickFetchUsesThem) {
+  Preferences::shared().setFetchSheetFetchAllTags(false);
+  const QString second = upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
+  upstream.git({QStringLiteral("tag"), QStringLiteral("v2")});
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main"), QStringLiteral("v2")});
+  ShowFetchSheetCommand::execute(context());
+  auto* sheet = openSheet<FetchWindowController>(view->window());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->remoteList()->currentText(), QStringLiteral("origin"));
+  sheet->tagsBox()->setChecked(true);
+  screenshot(sheet, QStringLiteral("fetch-sheet.png"));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  EXPECT_TRUE(Preferences::shared().fetchSheetFetchAllTags());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return localSha(QStringLiteral("v2")) == second; }, 20000));
+  EXPECT_EQ(localSha(QStringLiteral("origin/main")), second);
+  // The job is in the history, named after its remote.
+  EXPECT_TRUE(hasJob(QStringLiteral("Fetch 'origin'")));
+
+  const QString third = upstream.commitFile(QStringLiteral("c.txt"), "three\n", QStringLiteral("third"));
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main")});
+  ASSERT_TRUE(CommandTable::run(QStringLiteral("quickFetch"), context()));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return localSha(QStringLiteral("origin/main")) == third; }, 20000));
+}
+
+TEST_F(RemoteSheets, PushSheetPushesToANewBranchByName) {
+  const QString mine = local.commitFile(QStringLiteral("mine.txt"), "mine\n", QStringLiteral("mine"));
+  ShowPushSheetCommand::execute(context());
+  auto* sheet = openSheet<PushWindowController>(view->window());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->localBranchList()->currentText(), QStringLiteral("main"));
+  EXPECT_EQ(sheet->remoteBranchList()->currentText(), QStringLiteral("main"));
+  EXPECT_EQ(sheet->options().remoteBranchName, QStringLiteral("main"));
+  sheet->remoteBranchList()->setEditText(QStringLiteral("review/mine"));
+  EXPECT_FALSE(sheet->options().remoteBranchName.has_value());
+  EXPECT_EQ(sheet->options().newName, QStringLiteral("review/mine"));
+  sheet->remoteBranchList()->setEditText(QStringLiteral("bad..name"));
+  EXPECT_FALSE(sheet->submitButton()->isEnabled());
+  sheet->remoteBranchList()->setEditText(QStringLiteral("review/mine"));
+  ASSERT_TRUE(sheet->submitButton()->isEnabled());
+  screenshot(sheet, QStringLiteral("push-sheet.png"));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return serverSha(QStringLiteral("refs/heads/review/mine")) == mine; }, 20000));
+  EXPECT_TRUE(hasJob(QStringLiteral("Push 'main' to 'origin'")));
+}
+
+TEST_F(RemoteSheets, ForceFetchRepairsAMovedTag) {
+  upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
+  upstream.git({QStringLiteral("tag"), QStringLiteral("-f"), QStringLiteral("v1")});
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("-f"), QStringLiteral("origin"), QStringLiteral("main"), QStringLiteral("v1")});
+  JobProgress progress;
+  const GitVoidResult failed = FetchGitCommand::execute(local.module(), FetchTarget::ofRemote(QStringLiteral("origin")), {false, true, false, false}, progress);
+  ASSERT_TRUE(failed.isError<Error::TagMismatch>());
+  ErrorWindowController* sheet = ErrorWindowController::present(view.get(), local.module(), failed.error(), queue);
+  std::optional<JelvSheetResult> result;
+  QObject::connect(sheet, &QDialog::finished, [&](int) { result = sheet->result(); });
+  EXPECT_TRUE(sheet->errorTextView() != nullptr);
+  ASSERT_TRUE(sheet->firstButton()->isVisible());
+  EXPECT_EQ(sheet->firstButton()->text(), QStringLiteral("Force Fetch"));
+  QTest::mouseClick(sheet->firstButton(), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 20000));
+  EXPECT_TRUE(result->isSuccess());
+  EXPECT_EQ(localSha(QStringLiteral("v1")), upstream.headSha());
+}
+
+TEST_F(RemoteSheets, PasswordSheetAnswersGitThroughTheHelper) {
+  if (!QDBusConnection::sessionBus().isConnected()) GTEST_SKIP() << "no session bus";
+  local.git({QStringLiteral("remote"), QStringLiteral("set-url"), QStringLiteral("origin"),
+             QStringLiteral("http://alice@127.0.0.1:%1/project.git").arg(server.port())});
+  AskPassBridge bridge;
+  ASSERT_TRUE(bridge.listen());
+  ShowAskPassSheetCommand command(bridge);
+  bridge.setPromptHandler([&](const AskPassRequestArgs& args, const AskPassRequest& request) { command.execute(view->window(), args, request); });
+  const QString second = upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main")});
+  ASSERT_TRUE(CommandTable::run(QStringLiteral("quickFetch"), context()));
+  auto* sheet = openSheet<AskPassController>(view->window());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->requestMode(), AskPassController::RequestMode::repositoryPassword);
+  EXPECT_TRUE(sheet->messageLabel()->text().startsWith(QStringLiteral("Password for 'http://alice@127.0.0.1:")));
+  EXPECT_TRUE(sheet->secureInputField()->isVisible());
+  EXPECT_TRUE(sheet->rememberInKeychainCheckBox()->isVisible());
+  QTest::keyClicks(sheet->secureInputField(), server.password());
+  screenshot(sheet, QStringLiteral("password-sheet.png"));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return localSha(QStringLiteral("origin/main")) == second; }, 20000));
+}
+
+TEST_F(RemoteSheets, PullSheetKeepsLocalChangesOfAMergePull) {
+  const QString second = upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main")});
+  local.writeFile(QStringLiteral("a.txt"), "mine\n");
+  ASSERT_TRUE(CommandTable::run(QStringLiteral("fetch"), context()));
+  auto* fetch = openSheet<FetchWindowController>(view->window());
+  ASSERT_TRUE(fetch);
+  QTest::mouseClick(fetch->submitButton(), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view->controller()->repositoryData()->references.remoteBranches.size() >= 1 &&
+                                           localSha(QStringLiteral("origin/main")) == second && !view->controller()->isRefreshing(); }, 20000));
+  ShowPullSheetCommand::execute(context());
+  auto* sheet = openSheet<PullWindowController>(view->window());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->remoteList()->currentText(), QStringLiteral("origin"));
+  EXPECT_EQ(sheet->branchList()->currentText(), QStringLiteral("main"));
+  sheet->rebaseBox()->setChecked(false);
+  sheet->stashBox()->setChecked(true);
+  screenshot(sheet, QStringLiteral("pull-sheet.png"));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return local.headSha() == second && local.readFile(QStringLiteral("a.txt")) == "mine\n"; }, 20000));
+  EXPECT_TRUE(Preferences::shared().pullSheetStashAndReapply());
+  EXPECT_TRUE(hasJob(QStringLiteral("Pull 'origin/main'")));
+}
+
+TEST_F(RemoteSheets, CloneSheetClonesIntoANewFolder) {
+  TempRepository place(false, QStringLiteral("place"));
+  QDir().mkpath(place.path());
+  Preferences::shared().setRecentCloneDirectories({place.path()});
+  auto* sheet = new CloneController(server.url(QStringLiteral("project.git"), true));
+  sheet->setJobQueue(queue);
+  std::optional<JelvSheetResult> result;
+  JelvSheetController::showSheet(view.get(), sheet, [&](const JelvSheetResult& r) { result = r; });
+  EXPECT_EQ(sheet->destinationPath(), place.path() + QStringLiteral("/project"));
+  ASSERT_TRUE(sheet->submitButton()->isEnabled());
+  // The picture shows no password.
+  sheet->urlField()->setText(server.url(QStringLiteral("project.git")));
+  screenshot(sheet, QStringLiteral("clone-sheet.png"));
+  sheet->urlField()->setText(server.url(QStringLiteral("project.git"), true));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 30000));
+  EXPECT_TRUE(result->isSuccess());
+  EXPECT_TRUE(QFileInfo::exists(place.path() + QStringLiteral("/project/a.txt")));
+  // The folder exists now and is not empty: the same clone is refused before it runs.
+  auto* again = new CloneController(server.url(QStringLiteral("project.git"), true));
+  again->setJobQueue(queue);
+  JelvSheetController::showSheet(view.get(), again, nullptr);
+  EXPECT_FALSE(again->submitButton()->isEnabled());
+  again->cancel();
+}
+
+TEST_F(RemoteSheets, CommitAndPushPushesTheNewCommit) {
+  Preferences::shared().setPushAutomacicallyOnCommit(true);
+  local.writeFile(QStringLiteral("new.txt"), "new\n");
+  local.git({QStringLiteral("add"), QStringLiteral("new.txt")});
+  view->controller()->refresh();
+  CommitController* box = view->localChangesView()->commitBox();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return box->commitButton()->text() == QStringLiteral("Commit 1 File and Push"); }, 20000))
+      << box->commitButton()->text().toStdString();
+  box->subjectField()->setText(QStringLiteral("Pushed with the commit"));
+  ASSERT_TRUE(box->commitButton()->isEnabled());
+  QTest::mouseClick(box->commitButton(), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    int status = 0;
+    const QString remote = QString::fromUtf8(runProgram(QStringLiteral("git"), {QStringLiteral("--git-dir"), server.root() + QStringLiteral("/project.git"),
+                                                                                QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%s"), QStringLiteral("main")},
+                                                        {}, &status));
+    return remote.trimmed() == QStringLiteral("Pushed with the commit");
+  }, 20000));
+  Preferences::shared().setPushAutomacicallyOnCommit(false);
+}

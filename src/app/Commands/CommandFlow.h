@@ -1,4 +1,3 @@
-// ENGINEERS OF THIS SESSION: before any change, read /work/brief-common.md (how to work, where to commit, the deadline, the rules). This line goes before the session ends.
 #pragma once
 // The common road of a user action: ask when it destroys something, run the operation
 // as a job on the tab's queue (directly or through a sheet), read again what it changed,

@@ -1,4 +1,3 @@
-// ENGINEERS OF THIS SESSION: before any change, read /work/brief-common.md (how to work, where to commit, the deadline, the rules). This line goes before the session ends.
 #pragma once
 // Owns one open repository's model on the main thread: the two snapshots, the ahead and
 // behind counts and the bits that wait for a refresh. Refreshes run as jobs on the tab's

@@ -1,4 +1,3 @@
-// ENGINEERS OF THIS SESSION: before any change, read /work/brief-common.md (how to work, where to commit, the deadline, the rules). This line goes before the session ends.
 #pragma once
 // The content of a repository tab: the sidebar, the commit list with its notification
 // bar, the selected commit's details, files and diff, the working tree's changes, and

@@ -26,6 +26,24 @@
 #include "Commands/ShowFetchSheetCommand.h"
 #include "Commands/ShowPullSheetCommand.h"
 #include "Commands/ShowPushSheetCommand.h"
+// Stash, tags, bisect, patches and remotes.
+#include "Commands/ApplyPatchCommand.h"
+#include "Commands/BisectCommand.h"
+#include "Commands/DropStashCommand.h"
+#include "Commands/PopStashCommand.h"
+#include "Commands/RemoveRemoteCommand.h"
+#include "Commands/ShowAddRemoteSheetCommand.h"
+#include "Commands/ShowApplyStashSheetCommand.h"
+#include "Commands/ShowCreatePartialStashSheetCommand.h"
+#include "Commands/ShowCreateTagSheetCommand.h"
+#include "Commands/ShowDeleteRemoteBranchSheetCommand.h"
+#include "Commands/ShowDeleteRemoteTagSheetCommand.h"
+#include "Commands/ShowDeleteTagSheetCommand.h"
+#include "Commands/ShowEditRemoteSheetCommand.h"
+#include "Commands/ShowPushTagSheetCommand.h"
+#include "Commands/ShowSaveAsPatchSheetCommand.h"
+#include "Commands/ShowSaveSnapshotSheetCommand.h"
+#include "Commands/ShowSaveStashSheetCommand.h"
 
 namespace {
 
@@ -33,6 +51,57 @@ using Needs = CommandContext::Needs;
 using Type = CommandDescriptor::ArgumentType;
 constexpr int menu = CommandDescriptor::repositoryMenu;
 constexpr int toolbar = CommandDescriptor::toolbar;
+
+// Stash, tags, bisect, patches and remotes.
+template <typename Add>
+void addReferenceOperations(const Add& add) {
+  const QString stash = QStringLiteral("stash");
+  add({QStringLiteral("saveStash"), QStringLiteral("Stash..."), {}, ShowSaveStashSheetCommand::execute, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+H")), menu | toolbar, stash, {}});
+  add({QStringLiteral("saveSnapshot"), QStringLiteral("Save Snapshot..."), {}, ShowSaveSnapshotSheetCommand::execute, Needs::repository, {}, menu,
+       stash, {}});
+  add({QStringLiteral("createPartialStash"), QStringLiteral("Stash Selected Files..."), {{QStringLiteral("files"), Type::repositoryFile}},
+       ShowCreatePartialStashSheetCommand::execute, Needs::paths, {}, 0, stash, {}});
+  add({QStringLiteral("applyStash"), QStringLiteral("Apply Stash..."), {}, ShowApplyStashSheetCommand::execute, Needs::stash, {}, 0, stash, {}});
+  add({QStringLiteral("popStash"), QStringLiteral("Pop Stash"), {}, PopStashCommand::execute, Needs::stash, {}, 0, stash, {}});
+  add({QStringLiteral("dropStash"), QStringLiteral("Delete Stash..."), {}, DropStashCommand::execute, Needs::stash, {}, 0, stash, {}});
+
+  const QString tag = QStringLiteral("tag");
+  add({QStringLiteral("createTag"), QStringLiteral("New Tag..."), {}, ShowCreateTagSheetCommand::execute, Needs::repository, {}, menu, tag, {}});
+  add({QStringLiteral("createTagHere"), QStringLiteral("New Tag Here..."), {}, ShowCreateTagSheetCommand::execute, Needs::revision, {}, 0, tag, {}});
+  add({QStringLiteral("deleteTag"), QStringLiteral("Delete Tag..."), {{QStringLiteral("tag"), Type::tag}}, ShowDeleteTagSheetCommand::execute,
+       Needs::tag, {}, 0, tag, {}});
+  add({QStringLiteral("deleteRemoteTag"), QStringLiteral("Delete Tag on Remote..."), {{QStringLiteral("tag"), Type::tag}},
+       ShowDeleteRemoteTagSheetCommand::execute, Needs::tag, {}, 0, tag, {}});
+  add({QStringLiteral("pushTag"), QStringLiteral("Push Tag..."), {{QStringLiteral("tag"), Type::tag}}, ShowPushTagSheetCommand::execute,
+       Needs::tag, {}, 0, tag, {}});
+
+  const QString bisect = QStringLiteral("bisect");
+  const auto bisecting = [](const CommandContext& c) {
+    const RepositoryStatusPtr status = c.status();
+    return status && status->repositoryState.is<RepositoryState::BisectInProgress>();
+  };
+  add({QStringLiteral("bisectStart"), BisectCommand::title(BisectGitCommand::Step::start), {}, BisectCommand::start, Needs::repository, {}, menu,
+       bisect, {}});
+  add({QStringLiteral("bisectGood"), BisectCommand::title(BisectGitCommand::Step::good), {}, BisectCommand::good, Needs::repository, {}, menu,
+       bisect, bisecting});
+  add({QStringLiteral("bisectBad"), BisectCommand::title(BisectGitCommand::Step::bad), {}, BisectCommand::bad, Needs::repository, {}, menu, bisect, bisecting});
+  add({QStringLiteral("bisectReset"), BisectCommand::title(BisectGitCommand::Step::reset), {}, BisectCommand::reset, Needs::repository, {}, menu,
+       bisect, bisecting});
+
+  const QString patch = QStringLiteral("patch");
+  add({QStringLiteral("saveAsPatch"), QStringLiteral("Save as Patch..."), {}, ShowSaveAsPatchSheetCommand::execute, Needs::revision, {}, 0, patch, {}});
+  add({QStringLiteral("applyPatch"), QStringLiteral("Apply Patch..."), {}, ApplyPatchCommand::execute, Needs::repository, {}, menu, patch, {}});
+
+  const QString remote = QStringLiteral("remote");
+  add({QStringLiteral("addRemote"), QStringLiteral("Add Remote..."), {}, ShowAddRemoteSheetCommand::execute, Needs::repository, {}, menu, remote, {}});
+  add({QStringLiteral("editRemote"), QStringLiteral("Edit Remote..."), {}, ShowEditRemoteSheetCommand::execute, Needs::remote, {}, 0, remote, {}});
+  // The edit sheet renames as well.
+  add({QStringLiteral("renameRemote"), QStringLiteral("Rename Remote..."), {}, ShowEditRemoteSheetCommand::execute, Needs::remote, {}, 0, remote, {}});
+  add({QStringLiteral("removeRemote"), QStringLiteral("Remove Remote..."), {}, RemoveRemoteCommand::execute, Needs::remote, {}, 0, remote, {}});
+  add({QStringLiteral("deleteRemoteBranch"), QStringLiteral("Delete on Remote..."), {{QStringLiteral("branch"), Type::remoteBranch}},
+       ShowDeleteRemoteBranchSheetCommand::execute, Needs::remoteBranch, {}, 0, remote, {}});
+}
 
 std::vector<CommandDescriptor> makeTable() {
   std::vector<CommandDescriptor> table;
@@ -133,6 +202,7 @@ std::vector<CommandDescriptor> makeTable() {
        QStringLiteral("remote")});
   add({QStringLiteral("quickPush"), QStringLiteral("Push Now"), {}, QuickPushCommand::execute, Needs::activeBranch, {}, menu,
        QStringLiteral("remote")});
+  addReferenceOperations(add);
 
   return table;
 }

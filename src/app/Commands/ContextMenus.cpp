@@ -9,13 +9,14 @@
 
 QStringList ContextMenus::revision() {
   return {QStringLiteral("copySha"), QStringLiteral("copySubject"), {},
-          QStringLiteral("checkoutRevision"), QStringLiteral("createBranch"), QStringLiteral("createTag"), {},
+          QStringLiteral("checkoutRevision"), QStringLiteral("createBranch"), QStringLiteral("createTagHere"), {},
           QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), QStringLiteral("rebaseInteractive"), {},
           QStringLiteral("cherryPick"), QStringLiteral("revert"), QStringLiteral(">Reset Current Branch to Here"),
           QStringLiteral("resetSoft"), QStringLiteral("resetMixed"), QStringLiteral("resetHard"), QStringLiteral("<"), {},
           QStringLiteral("rewordRevision"), QStringLiteral("editRevision"), QStringLiteral("squashIntoParent"),
           QStringLiteral("fixupIntoParent"), QStringLiteral("dropRevision"), {},
-          QStringLiteral("browseFiles"), QStringLiteral("saveAsPatch"), QStringLiteral("bisectStart")};
+          QStringLiteral("browseFiles"), QStringLiteral("saveAsPatch"), QStringLiteral(">Bisect"), QStringLiteral("bisectStart"),
+          QStringLiteral("bisectGood"), QStringLiteral("bisectBad"), QStringLiteral("bisectReset"), QStringLiteral("<")};
 }
 
 QStringList ContextMenus::localBranch() {
@@ -47,7 +48,7 @@ QStringList ContextMenus::section(const QString& title) {
   if (title == QStringLiteral("Branches")) return {QStringLiteral("createBranch")};
   if (title == QStringLiteral("Remotes")) return {QStringLiteral("addRemote")};
   if (title == QStringLiteral("Tags")) return {QStringLiteral("createTag")};
-  if (title == QStringLiteral("Stashes")) return {QStringLiteral("saveStash")};
+  if (title == QStringLiteral("Stashes")) return {QStringLiteral("saveStash"), QStringLiteral("saveSnapshot")};
   return {};
 }
 

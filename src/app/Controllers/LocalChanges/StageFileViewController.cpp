@@ -1,5 +1,8 @@
 #include "Controllers/LocalChanges/StageFileViewController.h"
 
+#include "Commands/CommandTable.h"
+#include "Controllers/Repository/RepositoryView.h"
+
 #include <QApplication>
 #include <QActionGroup>
 #include <algorithm>
@@ -408,6 +411,18 @@ void StageFileViewController::discard(const ChangedFileList& files) {
   runOperation(tr("Discard"), [module, plan] { return DiscardChangedFilesCommand::execute(module, plan); });
 }
 
+void StageFileViewController::addStashAction(QMenu* menu, const ChangedFileList& chosen) {
+  QWidget* ancestor = parentWidget();
+  while (ancestor && !qobject_cast<RepositoryView*>(ancestor)) ancestor = ancestor->parentWidget();
+  if (!ancestor) return;
+  CommandContext context = CommandContext::forRepository(static_cast<RepositoryView*>(ancestor));
+  context.revisions.clear();
+  for (const ChangedFilePtr& file : chosen) {
+    if (!context.paths.contains(file->path)) context.paths << file->path;
+  }
+  CommandTable::addActions(menu, {QStringLiteral("createPartialStash")}, context);
+}
+
 void StageFileViewController::showContextMenu(FileListViewController* list, const QPoint& position) {
   QMenu* menu = contextMenu(list);
   if (!menu) return;
@@ -451,6 +466,7 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
       Q_EMIT openSubmoduleRequested(QDir::cleanPath(path));
     });
   }
+  addStashAction(menu, chosen);
   menu->addAction(tr("Save as Patch…"), this, [this, chosen] {
     Preferences& preferences = Preferences::shared();
     const QString folder = preferences.recentPatchDirectory().value_or(QDir::homePath());

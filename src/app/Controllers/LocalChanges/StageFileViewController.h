@@ -108,6 +108,8 @@ class StageFileViewController : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // "Stash Selected Files..." for the chosen files, from the command table.
+  void addStashAction(QMenu* menu, const ChangedFileList& chosen);
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
   void committed();
   void sheetSucceeded();

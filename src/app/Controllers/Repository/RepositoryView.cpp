@@ -331,6 +331,7 @@ void RepositoryView::updateSidebar() {
   content.aheadBehind = controller_->behindAheadInfoCache();
   if (const RepositoryStatusPtr& status = controller_->repositoryStatus()) content.localChangesCount = status->changedFilesCount;
   for (const auto& submodule : data->submodules) content.submodules << submodule.path;
+  for (const Remote& remote : data->remotes) content.remotes << remote.name;
   sidebar_->setContent(content);
 }
 

@@ -169,15 +169,18 @@ void RepositorySidebar::rebuild() {
   sortReferences(remotes, referenceSortOrderFromPreference(prefs.integer(QStringLiteral("remoteBranchSortOrder"))));
   QTreeWidgetItem* remotesSection = section(kRemotes, 0);
   QHash<QString, QTreeWidgetItem*> byRemote;
-  for (const auto& branch : remotes) {
-    QTreeWidgetItem*& group = byRemote[branch->remote];
+  const auto remoteGroup = [&byRemote, remotesSection](const QString& remote) {
+    QTreeWidgetItem*& group = byRemote[remote];
     if (!group) {
-      group = new QTreeWidgetItem(remotesSection, {branch->remote});
+      group = new QTreeWidgetItem(remotesSection, {remote});
       group->setData(0, EntryRole, static_cast<int>(Entry::section));
-      group->setData(0, FullReferenceRole, QStringLiteral("remote:") + branch->remote);
+      group->setData(0, FullReferenceRole, QStringLiteral("remote:") + remote);
     }
-    referenceItem(group, *branch, branch->name, branch->sha, content.references);
-  }
+    return group;
+  };
+  // A remote just added has no branches yet and must still be there to edit or remove.
+  for (const QString& remote : content.remotes) remoteGroup(remote);
+  for (const auto& branch : remotes) referenceItem(remoteGroup(branch->remote), *branch, branch->name, branch->sha, content.references);
 
   std::vector<TagPtr> tags = content.references.tags;
   sortReferences(tags, referenceSortOrderFromPreference(prefs.integer(QStringLiteral("tagSortOrder"))));

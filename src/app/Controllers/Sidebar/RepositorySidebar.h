@@ -23,6 +23,7 @@ class RepositorySidebar : public QTreeWidget {
     BehindAheadInfoCache aheadBehind;
     std::optional<int> localChangesCount;  // absent while the status is loading
     QStringList submodules;
+    QStringList remotes;  // every configured remote, also one without fetched branches yet
   };
 
   enum class Entry { localChanges, allCommits, reference, stash, submodule, section };

@@ -1,0 +1,88 @@
+// Tags and remotes on real repositories; a tag pushed to and deleted on a bare remote.
+#include <gtest/gtest.h>
+
+#include "Git/Commands/Remotes/GetRemotesGitCommand.h"
+#include "Git/Commands/Remotes/RemoteGitCommand.h"
+#include "Git/Commands/Remotes/PushGitCommand.h"
+#include "Jobs/JobProgress.h"
+#include "Git/Commands/Repository/TagGitCommand.h"
+#include "support/TempRepository.h"
+
+TEST(TagGitCommandTest, CreatesAnnotatedTagsAtTheCommitAndDeletesThem) {
+  TempRepository repo;
+  const QString first = repo.commitFile("a.txt", "1\n", "First");
+  repo.commitFile("a.txt", "2\n", "Second");
+
+  ASSERT_TRUE(TagGitCommand::create(repo.module(), "v1.0", first, "Release 1.0\n\nNotes").isSuccess());
+  ASSERT_TRUE(TagGitCommand::create(repo.module(), "empty-message", first, "").isSuccess());
+  for (const QString tag : {"v1.0", "empty-message"}) {
+    EXPECT_EQ(repo.git({"cat-file", "-t", tag}).trimmed(), "tag");  // annotated, not lightweight
+    EXPECT_EQ(repo.git({"rev-parse", tag + "^{commit}"}).trimmed(), first);
+  }
+  EXPECT_EQ(repo.git({"tag", "-l", "--format=%(contents)", "v1.0"}).trimmed(), "Release 1.0\n\nNotes");
+
+  // A second tag of the same name is refused and the first stays.
+  EXPECT_TRUE(TagGitCommand::create(repo.module(), "v1.0", repo.headSha(), "again").isError<Error::GitUnknownError>());
+  EXPECT_EQ(repo.git({"rev-parse", "v1.0^{commit}"}).trimmed(), first);
+
+  ASSERT_TRUE(TagGitCommand::remove(repo.module(), "v1.0").isSuccess());
+  EXPECT_EQ(repo.git({"tag", "-l"}).trimmed(), "empty-message");
+}
+
+TEST(RemoteGitCommandTest, AddEditAndRemoveAsGetRemotesReadsThem) {
+  TempRepository repo;
+  repo.commitFile("a.txt", "1\n", "First");
+  ASSERT_TRUE(RemoteGitCommand::add(repo.module(), "origin", "https://example.com/a.git").isSuccess());
+  // Already there: git's refusal reaches the user.
+  EXPECT_TRUE(RemoteGitCommand::add(repo.module(), "origin", "https://example.com/b.git").isFailure());
+
+  const RemoteGitCommand::Edit before{"origin", "https://example.com/a.git", false};
+  ASSERT_TRUE(RemoteGitCommand::edit(repo.module(), before, {"upstream", "/srv/git/with blank.git", true}).isSuccess());
+  auto remotes = GetRemotesGitCommand::execute(repo.module());
+  ASSERT_TRUE(remotes.isSuccess());
+  ASSERT_EQ(remotes.value().size(), 1u);
+  EXPECT_EQ(remotes.value()[0].name, "upstream");
+  EXPECT_EQ(remotes.value()[0].repositoryUrl.rawUrlString, "/srv/git/with blank.git");
+  EXPECT_TRUE(remotes.value()[0].disableImplicitFetch);
+
+  // Fetched implicitly again; clearing a flag that is not set is no failure either.
+  const RemoteGitCommand::Edit now{"upstream", "/srv/git/with blank.git", true};
+  ASSERT_TRUE(RemoteGitCommand::edit(repo.module(), now, {"upstream", now.url, false}).isSuccess());
+  ASSERT_TRUE(RemoteGitCommand::setImplicitFetchDisabled(repo.module(), "upstream", false).isSuccess());
+  remotes = GetRemotesGitCommand::execute(repo.module());
+  ASSERT_TRUE(remotes.isSuccess());
+  EXPECT_FALSE(remotes.value()[0].disableImplicitFetch);
+
+  ASSERT_TRUE(RemoteGitCommand::remove(repo.module(), "upstream").isSuccess());
+  remotes = GetRemotesGitCommand::execute(repo.module());
+  ASSERT_TRUE(remotes.isSuccess());
+  EXPECT_TRUE(remotes.value().empty());
+  EXPECT_TRUE(RemoteGitCommand::remove(repo.module(), "upstream").isError<Error::GitUnknownError>());
+}
+
+TEST(TagGitCommandTest, ATagPushedAndDeletedOnTheRemoteWithBranchesDeletedThereToo) {
+  JobProgress progress;
+  TempRepository remote(false, "remote.git");
+  runProgram("git", {"init", "-q", "--bare", remote.path()});
+  TempRepository repo;
+  repo.commitFile("a.txt", "1\n", "First");
+  repo.git({"remote", "add", "origin", remote.path()});
+  repo.git({"push", "-q", "origin", "main", "main:refs/heads/topic"});
+  repo.git({"tag", "-a", "v1", "-m", "one"});
+
+  ASSERT_TRUE(PushGitCommand::pushReference(repo.module(), "origin", "refs/tags/v1", progress).isSuccess());
+  EXPECT_EQ(remote.git({"for-each-ref", "--format=%(refname)"}).trimmed().split('\n'),
+            (QStringList{"refs/heads/main", "refs/heads/topic", "refs/tags/v1"}));
+
+  ASSERT_TRUE(PushGitCommand::deleteReference(repo.module(), "origin", "refs/tags/v1", progress).isSuccess());
+  ASSERT_TRUE(PushGitCommand::deleteReference(repo.module(), "origin", "refs/heads/topic", progress).isSuccess());
+  EXPECT_EQ(remote.git({"for-each-ref", "--format=%(refname)"}).trimmed(), "refs/heads/main");
+  // The local tag is not touched by deleting it on the remote.
+  EXPECT_EQ(repo.git({"tag", "-l"}).trimmed(), "v1");
+
+  // A remote that cannot be reached gives git's reason.
+  repo.git({"remote", "add", "nowhere", remote.path() + "/missing.git"});
+  const GitVoidResult unreachable = PushGitCommand::pushReference(repo.module(), "nowhere", "refs/tags/v1", progress);
+  ASSERT_TRUE(unreachable.isFailure());
+  EXPECT_TRUE(describe(unreachable.error()).contains("missing.git")) << describe(unreachable.error()).toStdString();
+}

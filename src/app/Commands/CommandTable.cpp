@@ -44,6 +44,7 @@
 #include "Commands/ShowSaveAsPatchSheetCommand.h"
 #include "Commands/ShowSaveSnapshotSheetCommand.h"
 #include "Commands/ShowSaveStashSheetCommand.h"
+#include "Commands/ShowResolveConflictsSheetCommand.h"
 
 namespace {
 
@@ -203,6 +204,10 @@ std::vector<CommandDescriptor> makeTable() {
   add({QStringLiteral("quickPush"), QStringLiteral("Push Now"), {}, QuickPushCommand::execute, Needs::activeBranch, {}, menu,
        QStringLiteral("remote")});
   addReferenceOperations(add);
+
+  // Merge conflicts.
+  add({QStringLiteral("resolveConflicts"), QStringLiteral("Resolve Conflicts..."), {{QStringLiteral("paths"), Type::repositoryFile}},
+       ShowResolveConflictsSheetCommand::execute, Needs::paths, {}, 0, QStringLiteral("conflicts")});
 
   return table;
 }

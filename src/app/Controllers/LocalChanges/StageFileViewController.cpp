@@ -47,6 +47,7 @@
 #include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/IgnorePatternGitCommand.h"
 #include "Git/Commands/WorkingDirectory/SaveChangesAsPatchGitCommand.h"
+#include "Git/Commands/WorkingDirectory/MergeConflictsResolved.h"
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
 #include "Jobs/Job.h"
@@ -190,6 +191,9 @@ StageFileViewController::StageFileViewController(RepositoryController& repositor
     });
   }
   connect(diffPane_, &FileDiffView::selectionApplyRequested, this, &StageFileViewController::applySelection);
+  connect(diffPane_, &FileDiffView::resolveConflictsRequested, this, [this] {
+    if (diffFile_) Q_EMIT resolveConflictsRequested(diffFile_->path);
+  });
   showFiles({});
 }
 
@@ -392,6 +396,27 @@ void StageFileViewController::runOperation(const QString& name, std::function<Gi
 
 void StageFileViewController::stage(const ChangedFileList& files) {
   if (files.empty()) return;
+  if (std::none_of(files.begin(), files.end(), [](const ChangedFilePtr& file) { return file->changeType == ChangeType::unmerged; })) {
+    stageNow(files);
+    return;
+  }
+  // Staging marks a conflicted file resolved: one that still holds markers is asked about.
+  const GitModule module = module_;
+  runQueued<bool>(queue_, this, tr("Check conflict markers"), Job::Show::none(),
+                  [module, files](JobProgress&) { return testMergeConflictsResolved(module, files); },
+                  [this, files](const bool& resolved) {
+                    if (!resolved && !confirm_(tr("The file still contains conflict markers."),
+                                               tr("Staging it marks the conflict as resolved, and the markers "
+                                                  "\"<<<<<<<\", \"=======\" and \">>>>>>>\" would be committed as "
+                                                  "they are."),
+                                               tr("Stage Anyway"))) {
+                      return;
+                    }
+                    stageNow(files);
+                  });
+}
+
+void StageFileViewController::stageNow(const ChangedFileList& files) {
   const GitModule module = module_;
   runOperation(tr("Stage"), [module, files] { return StageFilesGitCommand::execute(module, files); });
 }
@@ -442,6 +467,10 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     menu->addAction(onlySubmodules ? tr("Discard Submodule Changes…") : tr("Discard Changes…"), this,
                     [this, chosen] { discard(chosen); });
     if (std::any_of(chosen.begin(), chosen.end(), [](const ChangedFilePtr& file) { return file->changeType == ChangeType::unmerged; })) {
+      const auto conflicted = std::find_if(chosen.begin(), chosen.end(),
+                                           [](const ChangedFilePtr& file) { return file->changeType == ChangeType::unmerged; });
+      const QString conflictedPath = (*conflicted)->path;
+      menu->addAction(tr("Resolve Conflicts…"), this, [this, conflictedPath] { Q_EMIT resolveConflictsRequested(conflictedPath); });
       menu->addAction(tr("Resolve Using Mine"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::local); });
       menu->addAction(tr("Resolve Using Theirs"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::remote); });
     }

@@ -103,6 +103,8 @@ class StageFileViewController : public QWidget {
   // The absolute path of a submodule to open in a tab of its own.
   void openSubmoduleRequested(const QString& path);
   void externalToolFailed(const QString& text);
+  // The merge editor for a conflicted path; the repository tab opens it.
+  void resolveConflictsRequested(const QString& path);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -111,6 +113,7 @@ class StageFileViewController : public QWidget {
   // "Stash Selected Files..." for the chosen files, from the command table.
   void addStashAction(QMenu* menu, const ChangedFileList& chosen);
   void runOperation(const QString& name, std::function<GitVoidResult()> work);
+  void stageNow(const ChangedFileList& files);
   void committed();
   void sheetSucceeded();
   // Under amend the staged side is `amendedFiles`: what the amended commit will hold.

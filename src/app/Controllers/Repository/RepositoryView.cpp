@@ -12,6 +12,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "Commands/CommandContext.h"
 #include "Commands/CommandTable.h"
 #include "Commands/ContextMenus.h"
 #include "Commands/DropBranchCommand.h"
@@ -192,6 +193,11 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
   connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
+  connect(localChanges_, &StageFileViewController::resolveConflictsRequested, this, [this](const QString& path) {
+    CommandContext context = CommandContext::forRepository(this);
+    context.paths = QStringList{path};
+    CommandTable::run(QStringLiteral("resolveConflicts"), context);
+  });
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });

@@ -40,6 +40,10 @@ DiffContent diffContentFrom(const GitResult<DiffFileContentPtr>& result, XFilePa
   switch (content->kind()) {
     case DiffFileContent::Kind::text: {
       const auto& text = static_cast<const TextDiffFileContent&>(*content);
+      if (content->changedFile && content->changedFile->changeType == ChangeType::unmerged) {
+        out.conflictDiff = text.diffString;
+        return out;
+      }
       if (text.diffString.trimmed().isEmpty()) return message(QObject::tr("No changes to show."));
       const TextDisplayDecision decision =
           TextDisplayDecision::forDiff(text.diffString, content->changedFile ? content->changedFile->path : QString(), location, loadLarge);

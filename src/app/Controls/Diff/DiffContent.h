@@ -21,6 +21,8 @@ struct DiffContent {
   bool isImage = false;
   std::optional<QImage> oldImage;
   std::optional<QImage> newImage;
+  // A conflicted file: its combined diff, shown as printed.
+  std::optional<QString> conflictDiff;
 
   bool isText() const { return patch != nullptr; }
 };

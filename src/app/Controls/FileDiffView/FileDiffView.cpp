@@ -1,5 +1,7 @@
 #include "Controls/FileDiffView/FileDiffView.h"
 
+#include "Controls/FileDiffView/ConflictDiffView.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -149,7 +151,16 @@ void FileDiffView::showMessage(const QString& message) {
 }
 
 void FileDiffView::showContent(DiffContent content, const ChangedFilePtr& file, bool keepPosition) {
-  if (content.isImage) {
+  if (content.conflictDiff) {
+    if (!conflictPage_) {
+      conflictPage_ = new ConflictDiffView(this);
+      stack_->addWidget(conflictPage_);
+      connect(conflictPage_, &ConflictDiffView::resolveRequested, this, &FileDiffView::resolveConflictsRequested);
+    }
+    conflictPage_->showDiff(file ? file->path : QString(), *content.conflictDiff);
+    patch_.reset();
+    stack_->setCurrentWidget(conflictPage_);
+  } else if (content.isImage) {
     auto showImage = [](QLabel* label, const std::optional<QImage>& image, const QString& missing) {
       if (image && !image->isNull()) {
         label->setPixmap(QPixmap::fromImage(image->width() > 480 ? image->scaledToWidth(480, Qt::SmoothTransformation) : *image));

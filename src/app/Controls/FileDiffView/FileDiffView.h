@@ -40,6 +40,8 @@ class FileDiffView : public QWidget {
   CommitTextDiffView* rightView() const { return right_; }
   QToolButton* layoutButton() const { return layoutButton_; }
   QPushButton* loadLargeButton() const { return loadLarge_; }
+  // The page of a conflicted file; made when first shown.
+  class ConflictDiffView* conflictView() const { return conflictPage_; }
   // For tests: what the pane shows.
   bool isShowingText() const;
   bool isShowingImages() const;
@@ -50,6 +52,7 @@ class FileDiffView : public QWidget {
 
  Q_SIGNALS:
   void loadLargeRequested();
+  void resolveConflictsRequested();
   // The stage bar, a key or the menu asked to apply the lines of its target.
   void selectionApplyRequested(XPatchPtr patch, SelectionMode mode);
 
@@ -78,6 +81,7 @@ class FileDiffView : public QWidget {
   CommitTextDiffView* left_ = nullptr;
   CommitTextDiffView* right_ = nullptr;
   QWidget* sideBySidePage_ = nullptr;
+  class ConflictDiffView* conflictPage_ = nullptr;
   XPatchPtr patch_;
   ChangedFilePtr file_;
   bool shownSideBySide_ = false;

@@ -1,0 +1,193 @@
+#include "Controllers/MergeConflicts/MergeTextView.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include "UI/Appearance.h"
+
+namespace {
+
+QColor tint(int light, int dark) {
+  const bool isDark = Appearance::isDark(*qApp);
+  return QColor::fromRgba(isDark ? QRgb(dark) : QRgb(light));
+}
+
+}  // namespace
+
+MergeTextView::MergeTextView(MergeConflictPart part, QWidget* parent) : QPlainTextEdit(parent), part_(part) {
+  setLineWrapMode(QPlainTextEdit::NoWrap);
+  setUndoRedoEnabled(false);
+  // The widget never edits its own text: edits go through the model (keyPressEvent).
+  setReadOnly(true);
+  setTextInteractionFlags(part == MergeConflictPart::merged
+                              ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                              : Qt::TextSelectableByMouse);
+  QFont font(QStringLiteral("monospace"));
+  font.setStyleHint(QFont::Monospace);
+  setFont(font);
+  setAttribute(Qt::WA_InputMethodEnabled, part == MergeConflictPart::merged);
+}
+
+const MergeConflictView* MergeTextView::mergeConflictView() const { return controller_ ? &controller_->view(part_) : nullptr; }
+
+void MergeTextView::reload() {
+  const MergeConflictView* view = mergeConflictView();
+  if (!view) return;
+  const int vertical = verticalScrollBar()->value();
+  const int horizontal = horizontalScrollBar()->value();
+  setPlainText(view->text());
+  verticalScrollBar()->setValue(vertical);
+  horizontalScrollBar()->setValue(horizontal);
+  colourLines();
+}
+
+void MergeTextView::colourLines() {
+  const MergeConflictView* view = mergeConflictView();
+  QList<QTextEdit::ExtraSelection> selections;
+  const auto mark = [&](const MergeConflictView::Line& line, const QColor& colour) {
+    QTextEdit::ExtraSelection selection;
+    selection.format.setBackground(colour);
+    selection.format.setProperty(QTextFormat::FullWidthSelection, true);
+    selection.cursor = QTextCursor(document()->findBlock(int(line.range.start)));
+    selections << selection;
+  };
+  const QColor service = tint(0xffeeeeee, 0xff2b2b2b);
+  const QColor open = tint(0xffffd8b0, 0xff5a3a1a);
+  const QColor chosen = tint(0xffd4f5d4, 0xff1f4a2a);
+  const QColor conflictSide = tint(0xfffff1c9, 0xff4a4220);
+  const QColor removed = tint(0xffffe0e0, 0xff4a2326);
+  const QColor edited = tint(0xffe3ecff, 0xff223454);
+  for (const MergeConflictView::Chunk& chunk : view->chunks()) {
+    const bool isConflict = chunk.origin->kind() == MergeConflict::Chunk::Kind::conflict;
+    for (const MergeConflictView::Line& line : chunk.lines) {
+      if (line.range.length() == 0) continue;
+      if (line.kind == MergeConflictView::LineKind::openConflict) {
+        mark(line, open);
+      } else if (line.kind == MergeConflictView::LineKind::empty) {
+        mark(line, service);
+      } else if (part_ == MergeConflictPart::merged) {
+        if (line.origin->customString) mark(line, edited);
+        else if (chunk.origin->kind() != MergeConflict::Chunk::Kind::context) mark(line, chosen);
+      } else if (const MergeConflict::SelectableLine* selectable = line.origin->asSelectable()) {
+        if (selectable->isSelected) mark(line, chosen);
+        else mark(line, isConflict ? conflictSide : removed);
+      }
+    }
+    for (const MergeConflictView::Line& line : chunk.alignmentLines) mark(line, service);
+  }
+  setExtraSelections(selections);
+}
+
+bool MergeTextView::requestEdit(qsizetype start, qsizetype end, const QString& replacement, bool recordUndo) {
+  if (!controller_ || part_ != MergeConflictPart::merged) return false;
+  const QString removed = toPlainText().mid(start, end - start);
+  const bool newlines = removed.contains(u'\n') || replacement.contains(u'\n');
+  const auto cursorAfter = controller_->performUpdate({start, end}, replacement, newlines);
+  if (!cursorAfter) return false;
+  if (recordUndo) {
+    undoStack_.push_back({start, removed, replacement});
+    redoStack_.clear();
+  }
+  QTextCursor cursor = textCursor();
+  cursor.setPosition(int(std::min<qsizetype>(*cursorAfter, document()->characterCount() - 1)));
+  setTextCursor(cursor);
+  return true;
+}
+
+bool MergeTextView::undo() {
+  if (undoStack_.empty()) return false;
+  const Edit edit = undoStack_.back();
+  if (!requestEdit(edit.start, edit.start + edit.inserted.size(), edit.removed, false)) return false;
+  undoStack_.pop_back();
+  redoStack_.push_back(edit);
+  return true;
+}
+
+bool MergeTextView::redo() {
+  if (redoStack_.empty()) return false;
+  const Edit edit = redoStack_.back();
+  if (!requestEdit(edit.start, edit.start + edit.removed.size(), edit.inserted, false)) return false;
+  redoStack_.pop_back();
+  undoStack_.push_back(edit);
+  return true;
+}
+
+void MergeTextView::paste() {
+  QString text = QApplication::clipboard()->text();
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  if (text.isEmpty()) return;
+  const QTextCursor cursor = textCursor();
+  requestEdit(cursor.selectionStart(), cursor.selectionEnd(), text);
+}
+
+void MergeTextView::cut() {
+  const QTextCursor cursor = textCursor();
+  if (!cursor.hasSelection()) return;
+  const qsizetype start = cursor.selectionStart();
+  const qsizetype end = cursor.selectionEnd();
+  const QString text = toPlainText().mid(start, end - start);
+  if (requestEdit(start, end, QString())) QApplication::clipboard()->setText(text);
+}
+
+void MergeTextView::keyPressEvent(QKeyEvent* event) {
+  if (part_ != MergeConflictPart::merged) {
+    QPlainTextEdit::keyPressEvent(event);
+    return;
+  }
+  const QTextCursor cursor = textCursor();
+  const qsizetype start = cursor.selectionStart();
+  const qsizetype end = cursor.selectionEnd();
+  if (event->matches(QKeySequence::Undo)) {
+    undo();
+  } else if (event->matches(QKeySequence::Redo)) {
+    redo();
+  } else if (event->matches(QKeySequence::Paste)) {
+    paste();
+  } else if (event->matches(QKeySequence::Cut)) {
+    cut();
+  } else if (event->key() == Qt::Key_Backspace) {
+    if (start != end) requestEdit(start, end, QString());
+    else if (start > 0) requestEdit(start - 1, start, QString());
+  } else if (event->key() == Qt::Key_Delete) {
+    if (start != end) requestEdit(start, end, QString());
+    else if (start < document()->characterCount() - 1) requestEdit(start, start + 1, QString());
+  } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    requestEdit(start, end, QStringLiteral("\n"));
+  } else if (!event->text().isEmpty() && (event->text().at(0).isPrint() || event->text() == QStringLiteral("\t")) &&
+             !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
+    requestEdit(start, end, event->text());
+  } else {
+    // Moving, selecting and copying: the read-only text control does those alone.
+    QPlainTextEdit::keyPressEvent(event);
+  }
+  event->accept();
+}
+
+void MergeTextView::inputMethodEvent(QInputMethodEvent* event) {
+  if (part_ == MergeConflictPart::merged && !event->commitString().isEmpty()) {
+    const QTextCursor cursor = textCursor();
+    requestEdit(cursor.selectionStart(), cursor.selectionEnd(), event->commitString());
+  }
+  event->accept();
+}
+
+void MergeTextView::contextMenuEvent(QContextMenuEvent* event) {
+  if (part_ != MergeConflictPart::merged) {
+    QPlainTextEdit::contextMenuEvent(event);
+    return;
+  }
+  QMenu menu(this);
+  const bool selection = textCursor().hasSelection();
+  menu.addAction(tr("Undo"), this, [this] { undo(); })->setEnabled(!undoStack_.empty());
+  menu.addAction(tr("Redo"), this, [this] { redo(); })->setEnabled(!redoStack_.empty());
+  menu.addSeparator();
+  menu.addAction(tr("Cut"), this, [this] { cut(); })->setEnabled(selection);
+  menu.addAction(tr("Copy"), this, [this] { copy(); })->setEnabled(selection);
+  menu.addAction(tr("Paste"), this, [this] { paste(); })->setEnabled(!QApplication::clipboard()->text().isEmpty());
+  menu.exec(event->globalPos());
+}

@@ -1,0 +1,74 @@
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Controllers/LocalChanges/FileListViewController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Controls/FileDiffView/ConflictDiffView.h"
+#include "Controls/FileDiffView/FileDiffView.h"
+#include "Jobs/JobQueue.h"
+#include "support/TempRepository.h"
+
+namespace {
+void conflictedFile(const TempRepository& repo) {
+  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("base"));
+  repo.git({"checkout", "-q", "-b", "topic"});
+  repo.commitFile(QStringLiteral("a.txt"), "theirs\n", QStringLiteral("theirs"));
+  repo.git({"checkout", "-q", "main"});
+  repo.commitFile(QStringLiteral("a.txt"), "mine\n", QStringLiteral("mine"));
+  repo.git({"merge", "topic"}, true);
+}
+}  // namespace
+
+// The page shows the combined diff of a conflicted file, and its button asks for the
+// merge editor of that path.
+TEST(ConflictedFile, CombinedDiffWithResolveButton) {
+  TempRepository repo;
+  conflictedFile(repo);
+  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
+  view.reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+  QSignalSpy diffLoaded(&view, &StageFileViewController::diffLoaded);
+  ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
+  ASSERT_TRUE(diffLoaded.wait(10000));
+  ConflictDiffView* page = view.diffPane()->conflictView();
+  ASSERT_TRUE(page);
+  EXPECT_TRUE(page->diffText().contains(QStringLiteral("diff --cc a.txt")));
+  EXPECT_TRUE(page->diffText().contains(QStringLiteral("++<<<<<<< HEAD\n +mine\n++=======\n+ theirs\n++>>>>>>> topic")));
+  QSignalSpy requested(&view, &StageFileViewController::resolveConflictsRequested);
+  QTest::mouseClick(page->resolveButton(), Qt::LeftButton);
+  ASSERT_EQ(requested.size(), 1);
+  EXPECT_EQ(requested.front().front().toString(), QStringLiteral("a.txt"));
+}
+
+// Staging a file that still holds conflict markers asks first; "no" leaves it conflicted,
+// a file without markers is staged without a word.
+TEST(ConflictedFile, StagingWithMarkersAsksFirst) {
+  TempRepository repo;
+  conflictedFile(repo);
+  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  QStringList asked;
+  bool answer = false;
+  view.setConfirmation([&](const QString& message, const QString&, const QString& button) {
+    asked << message + QLatin1Char('|') + button;
+    return answer;
+  });
+  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
+  view.reload();
+  ASSERT_TRUE(reloaded.wait(10000));
+
+  view.stage(view.unstagedList()->files());
+  EXPECT_FALSE(reloaded.wait(1500));
+  ASSERT_EQ(asked, QStringList{QStringLiteral("The file still contains conflict markers.|Stage Anyway")});
+  EXPECT_NE(repo.git({"ls-files", "--unmerged"}), QString());
+
+  repo.writeFile(QStringLiteral("a.txt"), "mine and theirs\n");
+  view.stage(view.unstagedList()->files());
+  ASSERT_TRUE(reloaded.wait(10000));
+  EXPECT_EQ(asked.size(), 1);
+  EXPECT_EQ(repo.git({"ls-files", "--unmerged"}), QString());
+  EXPECT_EQ(repo.git({"show", ":a.txt"}), QStringLiteral("mine and theirs\n"));
+}

@@ -24,6 +24,8 @@
 #include "Controls/Diff/DiffTextView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
+#include "Git/Commands/RunGitCommand.h"
+#include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
 #include "core/Refresh/LaunchRecorder.h"
 #include "support/TempRepository.h"
@@ -228,7 +230,12 @@ TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyIt
   const int rows = view.commitList()->commitModel()->rowCount();
 
   // What a line operation leaves behind: only its paths are read, into the repository's snapshot.
-  repo.git({QStringLiteral("add"), QStringLiteral("b.txt")});
+  // It runs as an operation of the tab, whose changes the watcher leaves to it.
+  const GitModule module = repo.module();
+  view.jobQueue()->schedule(Job::make(QStringLiteral("Stage"), Job::Show::everywhere(), Job::ProgressType::infinite, [module](JobProgress& progress) {
+    runGitCommand(module, {QStringLiteral("add"), QStringLiteral("b.txt")}, &progress);
+  }));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view.jobQueue()->activeJobsCount() == 0; }, 10000));
   LaunchRecorder launches;
   QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->refreshPaths({QStringLiteral("b.txt")});

@@ -70,6 +70,10 @@ QSize CommitListDelegate::sizeHint(const QStyleOptionViewItem& option, const QMo
 }
 
 void CommitListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  if (model_->isCutRow(index.row())) {
+    if (index.column() == CommitListModel::GraphColumn) paintCutRow(painter, option, index.row());
+    return;
+  }
   const bool reachable = index.data(CommitListModel::ReachableRole).toBool();
   painter->save();
   // A match of the commit search: a band behind the whole row.
@@ -92,15 +96,47 @@ void CommitListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
   painter->restore();
 }
 
+void CommitListDelegate::paintCutRow(QPainter* painter, const QStyleOptionViewItem& option, int row) const {
+  if (row == 0) return;
+  const GraphInfo& last = model_->graphInfo(row - 1);
+  const QRectF rect = option.rect;
+  const bool dark = option.palette.color(QPalette::Base).lightness() < 128;
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing, true);
+  painter->setClipRect(rowLayout(row - 1, rect).lanes, Qt::IntersectClip);
+  for (const GraphLine& line : last.lines) {
+    if (!line.bottom) continue;
+    const double x = GraphRowGeometry::columnX(*line.bottom, rect.x() + kLeftMargin);
+    QLinearGradient gradient(QPointF(x, rect.top()), QPointF(x, rect.top() + rect.height() * 0.8));
+    QColor color = laneColor(line.id, dark);
+    gradient.setColorAt(0.0, color);
+    color.setAlpha(0);
+    gradient.setColorAt(1.0, color);
+    painter->setPen(QPen(QBrush(gradient), GraphRowGeometry::strokeWidth, Qt::SolidLine, Qt::FlatCap));
+    painter->drawLine(QPointF(x, rect.top()), QPointF(x, rect.top() + rect.height() * 0.8));
+  }
+  painter->restore();
+}
+
+double CommitListDelegate::capWidth(double cellWidth) const { return GraphRowGeometry::cap(capFraction_, cellWidth); }
+
+GraphRowLayout CommitListDelegate::rowLayout(int row, const QRectF& cell) const {
+  return GraphRowGeometry::layout(model_->graphInfo(row), cell, kLeftMargin, capWidth(cell.width()), kDotDiameter);
+}
+
 void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionViewItem& option, int row) const {
   const GraphInfo& info = model_->graphInfo(row);
   const DecoratedRevision& decoration = model_->decoration(row);
   const QRectF rect = option.rect;
   const bool selected = option.state & QStyle::State_Selected;
   const bool dark = option.palette.color(QPalette::Base).lightness() < 128;
+  const GraphRowLayout layout = GraphRowGeometry::layout(info, rect, kLeftMargin, capWidth(rect.width()), kDotDiameter);
   painter->setRenderHint(QPainter::Antialiasing, true);
+  // Nothing of this row reaches into the Author column.
+  painter->setClipRect(rect, Qt::IntersectClip);
 
-  // Lanes first, then the dot on top of them.
+  painter->save();
+  painter->setClipRect(layout.lanes, Qt::IntersectClip);
   for (const GraphLine& line : info.lines) {
     const GraphPath geometry = GraphRowGeometry::path(line, rect, rect.x() + kLeftMargin);
     QPainterPath stroke(geometry.start);
@@ -113,8 +149,22 @@ void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionVie
     painter->setBrush(Qt::NoBrush);
     painter->drawPath(stroke);
   }
-  const QRectF dot = GraphRowGeometry::dot(info, rect, rect.x() + kLeftMargin, kDotDiameter);
-  if (!dot.isEmpty()) {
+  if (layout.clipped) {
+    // Lanes past the cap fade into the row's background instead of ending in a cut.
+    const QPalette::ColorGroup group = option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+    QColor background = option.palette.color(group, selected ? QPalette::Highlight : QPalette::Base);
+    QLinearGradient gradient(layout.fade.topLeft(), layout.fade.topRight());
+    background.setAlpha(0);
+    gradient.setColorAt(0.0, background);
+    background.setAlpha(255);
+    gradient.setColorAt(0.85, background);
+    const double opacity = painter->opacity();
+    painter->setOpacity(1.0);
+    painter->fillRect(layout.fade, gradient);
+    painter->setOpacity(opacity);
+  }
+  if (!layout.dot.isEmpty()) {
+    const QRectF dot = layout.dot;
     const QColor color = laneColor(info.lineId, dark);
     const bool merge = decoration.revision && decoration.revision->parents().size() > 1;
     const bool stash = decoration.revision && decoration.revision->isStash();
@@ -130,27 +180,43 @@ void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionVie
       painter->setBrush(Qt::NoBrush);
       painter->drawEllipse(dot.adjusted(-2.5, -2.5, 2.5, 2.5));
     }
+    if (layout.dotBeyondCap) {
+      // The commit's lane lies further right than the lanes shown: a small arrow says so.
+      const double left = dot.right() + 1.5;
+      const QPointF tip(std::min(layout.lanes.right() - 0.5, left + 4.0), dot.center().y());
+      QPainterPath arrow(QPointF(left, dot.top() + 0.5));
+      arrow.lineTo(tip);
+      arrow.lineTo(QPointF(left, dot.bottom() - 0.5));
+      arrow.closeSubpath();
+      painter->setPen(Qt::NoPen);
+      painter->setBrush(color);
+      painter->drawPath(arrow);
+    }
   }
+  painter->restore();
 
-  // Lanes take one column each, plus padding: the labels start after the widest lane.
-  int columns = 0;
-  for (const GraphLine& line : info.lines) {
-    columns = std::max({columns, line.middle + 1, line.top.value_or(0) + 1, line.bottom.value_or(0) + 1});
-  }
-  double x = rect.x() + kLeftMargin + columns * GraphRowGeometry::columnWidth + GraphRowGeometry::lanesPadding + 6.0;
-
+  double x = layout.contentX;
   QFont labelFont = option.font;
   labelFont.setPointSizeF(std::max(7.0, option.font.pointSizeF() - 1.0));
   const QFontMetricsF labelMetrics(labelFont);
   const double labelHeight = std::min(rect.height() - 4.0, labelMetrics.height() + 4.0);
+  std::vector<const Reference*> references;
+  std::vector<double> widths;
   for (const DecoratedReference& ref : decoration.references) {
     if (!ref.reference) continue;
-    const LabelKind kind = labelKind(*ref.reference);
-    QString text = GraphRowGeometry::labelText(*ref.reference);
+    QFont font = labelFont;
+    font.setBold(labelKind(*ref.reference) == LabelKind::activeBranch);
+    references.push_back(ref.reference.get());
+    widths.push_back(QFontMetricsF(font).horizontalAdvance(GraphRowGeometry::labelText(*ref.reference)) + 10.0);
+  }
+  // Labels leave the subject room for forty characters; the rest become a count.
+  const double subjectRoom = std::min(rect.width() / 2, 40.0 * option.fontMetrics.averageCharWidth());
+  const QString moreSample = QStringLiteral("+%1").arg(references.size());
+  const double moreWidth = labelMetrics.horizontalAdvance(moreSample) + 10.0;
+  const int shown = GraphRowGeometry::fittingLabels(widths, x, rect.right() - subjectRoom, kLabelGap, moreWidth);
+  const auto drawLabel = [&](const QString& text, double width, LabelKind kind) {
     QFont font = labelFont;
     font.setBold(kind == LabelKind::activeBranch);
-    const double width = QFontMetricsF(font).horizontalAdvance(text) + 10.0;
-    if (x + width > rect.right() - 40) break;
     const QRectF box(x, rect.center().y() - labelHeight / 2.0, width, labelHeight);
     painter->setPen(QPen(labelColor(kind, dark).darker(dark ? 70 : 125), 1.0));
     painter->setBrush(labelColor(kind, dark));
@@ -159,6 +225,13 @@ void CommitListDelegate::paintGraphCell(QPainter* painter, const QStyleOptionVie
     painter->setPen(dark ? QColor(0xf0, 0xf0, 0xf0) : QColor(0x20, 0x20, 0x20));
     painter->drawText(box, Qt::AlignCenter, text);
     x += width + kLabelGap;
+  };
+  for (int i = 0; i < shown; ++i) {
+    drawLabel(GraphRowGeometry::labelText(*references[i]), widths[i], labelKind(*references[i]));
+  }
+  const int hidden = static_cast<int>(references.size()) - shown;
+  if (hidden > 0 && x + moreWidth <= rect.right()) {
+    drawLabel(QStringLiteral("+%1").arg(hidden), moreWidth, labelKind(*references[shown]));
   }
 
   // Commits on one side only of the active branch and its upstream: an arrow up for

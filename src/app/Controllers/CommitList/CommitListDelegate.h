@@ -1,6 +1,8 @@
 #pragma once
 #include <QStyledItemDelegate>
 
+#include "Graph/GraphRowGeometry.h"
+
 class CommitListModel;
 
 // Paints the lanes, the commit dot, the reference labels and the subject of a row, and
@@ -17,7 +19,17 @@ class CommitListDelegate : public QStyledItemDelegate {
   // Behind the rows that match the commit search.
   static QColor searchMatchColor(bool dark);
 
+  // The part of the Description column the lanes may take; more is clipped under a fade.
+  double capFraction() const { return capFraction_; }
+  void setCapFraction(double fraction) { capFraction_ = fraction; }
+  double capWidth(double cellWidth) const;
+  // Where a row's lanes, dot and subject go within its Description cell.
+  GraphRowLayout rowLayout(int row, const QRectF& cell) const;
+
  private:
+  // Lanes that go on past the last loaded commit fade out in the cut row.
+  void paintCutRow(QPainter* painter, const QStyleOptionViewItem& option, int row) const;
   void paintGraphCell(QPainter* painter, const QStyleOptionViewItem& option, int row) const;
   const CommitListModel* model_;
+  double capFraction_ = GraphRowGeometry::defaultCapFraction;
 };

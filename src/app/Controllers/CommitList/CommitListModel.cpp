@@ -42,7 +42,19 @@ void CommitListModel::searchMarksChanged() {
   if (graph_.count() > 0) Q_EMIT dataChanged(index(0, 0), index(graph_.count() - 1, ColumnCount - 1), {SearchMatchRole});
 }
 
-int CommitListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : graph_.count(); }
+int CommitListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : graph_.count() + (historyCut() ? 1 : 0);
+}
+
+const RevisionPtr& CommitListModel::revision(int row) const {
+  static const RevisionPtr none;
+  return row >= 0 && row < graph_.count() ? graph_.revision(row) : none;
+}
+
+QString CommitListModel::cutRowText(int count) {
+  return tr("Showing the newest %1 commits").arg(QLocale().toString(count));
+}
+
 int CommitListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
 
 const GraphInfo& CommitListModel::graphInfo(int row) const {
@@ -66,6 +78,9 @@ QString CommitListModel::relativeDate(const QDateTime& date, const QDateTime& no
 }
 
 QVariant CommitListModel::data(const QModelIndex& index, int role) const {
+  if (index.isValid() && isCutRow(index.row()) && index.column() == GraphColumn && role == Qt::DisplayRole) {
+    return cutRowText(graph_.source()->revisions ? static_cast<int>(graph_.source()->revisions->size()) : 0);
+  }
   if (!index.isValid() || index.row() >= graph_.count()) return {};
   const RevisionPtr& revision = graph_.revision(index.row());
   switch (role) {
@@ -94,6 +109,12 @@ QVariant CommitListModel::data(const QModelIndex& index, int role) const {
     default: break;
   }
   return {};
+}
+
+Qt::ItemFlags CommitListModel::flags(const QModelIndex& index) const {
+  // The cut row is a note with a button, not a commit to select.
+  if (index.isValid() && isCutRow(index.row())) return Qt::ItemIsEnabled;
+  return QAbstractTableModel::flags(index);
 }
 
 QString CommitListModel::aheadBehindNote(AheadBehindState state) {

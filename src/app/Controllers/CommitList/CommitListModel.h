@@ -25,9 +25,17 @@ class CommitListModel : public QAbstractTableModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-  const RevisionPtr& revision(int row) const { return graph_.revision(row); }
+  // Null for the row that says the history was cut.
+  const RevisionPtr& revision(int row) const;
+  // The last row of a cut history, which says so instead of showing a commit.
+  bool isCutRow(int row) const { return row == graph_.count() && historyCut(); }
+  bool historyCut() const { return graph_.source() && graph_.source()->historyCut; }
+  int revisionCount() const { return graph_.count(); }
+  // "Showing the newest 50,000 commits"
+  static QString cutRowText(int count);
   const GraphInfo& graphInfo(int row) const;
   const DecoratedRevision& decoration(int row) const;
   std::optional<int> row(const Sha& sha) const { return graph_.row(std::optional<Sha>(sha)); }

@@ -179,6 +179,29 @@ QWidget* PreferencesWindowController::makeCommitListPage() {
   controls_->bind(maxCount, QStringLiteral("maxCommitCount"), Notification::revisionOrderingChanged);
   layout->addRow(tr("&Load at most:"), maxCount);
   layout->addRow(QString(), note(tr("Larger histories show only their newest commits."), page));
+
+  // git's commit-graph file: large histories open faster with it; path filters help
+  // file history and path search but cost several times as much to write.
+  auto* commitGraph = new QCheckBox(tr("&Keep the commit graph of large repositories up to date"), page);
+  commitGraph->setObjectName(QStringLiteral("keepCommitGraphUpToDate"));
+  auto* changedPaths = new QCheckBox(tr("Include &path filters (faster file history, slower to write)"), page);
+  changedPaths->setObjectName(QStringLiteral("commitGraphChangedPaths"));
+  const auto load = [commitGraph, changedPaths] {
+    const QSignalBlocker blockGraph(commitGraph);
+    const QSignalBlocker blockPaths(changedPaths);
+    commitGraph->setChecked(Preferences::shared().keepCommitGraphUpToDate());
+    changedPaths->setChecked(Preferences::shared().commitGraphChangedPaths());
+    changedPaths->setEnabled(commitGraph->isChecked());
+  };
+  load();
+  controls_->onReload(load);
+  connect(commitGraph, &QCheckBox::toggled, this, [changedPaths](bool on) {
+    Preferences::shared().setKeepCommitGraphUpToDate(on);
+    changedPaths->setEnabled(on);
+  });
+  connect(changedPaths, &QCheckBox::toggled, this, [](bool on) { Preferences::shared().setCommitGraphChangedPaths(on); });
+  layout->addRow(QString(), commitGraph);
+  layout->addRow(QString(), changedPaths);
   return page;
 }
 

@@ -10,6 +10,7 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QToolButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "Commands/CommandContext.h"
@@ -191,6 +192,10 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   layout->addWidget(statusBar_);
 
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
+  // After the current commit's own load, which a click starts first.
+  connect(commitList_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { QTimer::singleShot(0, this, &RepositoryView::showSelection); });
+  connect(commitList_, &CommitListView::loadAllRequested, controller_, &RepositoryController::loadWholeHistory);
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
   connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
   connect(localChanges_, &StageFileViewController::resolveConflictsRequested, this, [this](const QString& path) {
@@ -227,6 +232,9 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   });
   controller_->showFirstParent = display_->showFirstParent();
   connect(display_, &CommitListDisplayController::showFirstParentChanged, this, [this](bool on) { controller_->showFirstParent = on; });
+  // Another shape of the list: the shown commit is read again, or cleared when it left.
+  connect(display_, &CommitListDisplayController::showFirstParentChanged, this,
+          [this] { loadCommit(commitList_->currentRevision()); });
   connect(display_, &CommitListDisplayController::referenceSettingsChanged, this,
           [this] { controller_->invalidate(Subdomain::referenceSettings()); });
   followPreferences();
@@ -312,8 +320,11 @@ void RepositoryView::applyRepositoryData() {
   source->references = data->references;
   source->revisions = data->revisions;
   source->stashes = data->stashes;
+  source->historyCut = data->revisionLimit > 0 && data->revisions && static_cast<int>(data->revisions->size()) >= data->revisionLimit;
   commitList_->setSource(display_->shaped(*source));
   updateSidebar();
+  // From the first data on, what a terminal does to the repository shows by itself.
+  if (first) controller_->watchForOutsideChanges();
   if (first && commitList_->commitModel()->rowCount() > 0 && !commitList_->currentRevision()) {
     const auto head = data->references.head;
     const auto headSha = head ? Sha::fromHex(*head) : std::nullopt;
@@ -397,9 +408,11 @@ void RepositoryView::showActivityManager() {
 void RepositoryView::loadCommit(const RevisionPtr& revision) {
   if (auto previous = commitJob_.lock()) previous->progress().cancel();
   revisionFiles_->setFiles({});
+  comparedWith_.reset();
   if (!revision) {
     selectedSha_.clear();  // a read still under way must not show its commit
     header_->clear();
+    diffPane_->showMessage(tr("Select a commit to see its changes."));
     return;
   }
   selectedSha_ = revision->sha().toString();
@@ -436,8 +449,8 @@ void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
   if (auto previous = diffJob_.lock()) previous->progress().cancel();
   if (!file || selectedSha_.isEmpty()) return;
   const RevisionPtr revision = commitList_->currentRevision();
-  std::optional<QString> parent;
-  if (revision && !revision->parents().empty()) parent = revision->parents().front().toString();
+  std::optional<QString> parent = comparedWith_;
+  if (!comparedWith_ && revision && !revision->parents().empty()) parent = revision->parents().front().toString();
   const GitModule module = module_;
   const QString sha = selectedSha_;
   const DiffSettings settings = DiffSettings::fromPreferences();
@@ -452,6 +465,46 @@ void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
         if (revisionFiles_->currentFile() != file) return;
         diffPane_->showContent(std::move(content));
         Q_EMIT diffLoaded();
+      });
+}
+
+void RepositoryView::showSelection() {
+  const std::vector<RevisionPtr> selected = commitList_->selectedRevisions();
+  if (selected.size() == 2) {
+    // Newest first: the files show the newer tree against the older one.
+    if (selectedSha_ != selected[0]->sha().toString() || comparedWith_ != selected[1]->sha().toString()) {
+      loadComparison(selected[0], selected[1]);
+    }
+  } else if (comparedWith_) {
+    loadCommit(commitList_->currentRevision());
+  }
+}
+
+void RepositoryView::loadComparison(const RevisionPtr& newer, const RevisionPtr& older) {
+  if (auto previous = commitJob_.lock()) previous->progress().cancel();
+  revisionFiles_->setFiles({});
+  selectedSha_ = newer->sha().toString();
+  comparedWith_ = older->sha().toString();
+  header_->showComparison(*older, *newer);
+  diffPane_->showMessage(tr("Select a file to see its changes."));
+  const GitModule module = module_;
+  const QString sha = selectedSha_;
+  const QString other = *comparedWith_;
+  const SubmoduleList submodules = controller_->repositoryData() ? controller_->repositoryData()->submodules : SubmoduleList{};
+  commitJob_ = run<GitResult<ChangedFileList>>(
+      QStringLiteral("Compare commits"), 0,
+      [module, sha, other, submodules](JobProgress&) {
+        return GetRevisionChangedFilesGitCommand::executeInternal(module, sha, other, submodules);
+      },
+      [this, sha, other](GitResult<ChangedFileList> files) {
+        if (sha != selectedSha_ || comparedWith_ != other) return;
+        if (!files) {
+          header_->showError(describe(files.error()));
+          return;
+        }
+        revisionFiles_->setFiles(files.value());
+        if (!files.value().empty()) revisionFiles_->setCurrentItem(revisionFiles_->topLevelItem(0));
+        Q_EMIT commitDetailsLoaded();
       });
 }
 

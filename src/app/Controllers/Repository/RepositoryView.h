@@ -104,6 +104,9 @@ class RepositoryView : public QWidget {
   void updateNotificationActions();
   void loadCommit(const RevisionPtr& revision);
   void loadRevisionDiff(const ChangedFilePtr& file);
+  // Two selected commits show the difference between them; back to one, that commit.
+  void showSelection();
+  void loadComparison(const RevisionPtr& newer, const RevisionPtr& older);
 
   GitModule module_;
   std::shared_ptr<JobQueue> queue_;
@@ -113,6 +116,7 @@ class RepositoryView : public QWidget {
   std::weak_ptr<Job> commitJob_;
   std::weak_ptr<Job> diffJob_;
   QString selectedSha_;
+  std::optional<QString> comparedWith_;  // the older of two compared commits
   bool loaded_ = false;
 
   RepositorySidebar* sidebar_;

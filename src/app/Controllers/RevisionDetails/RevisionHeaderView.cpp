@@ -48,3 +48,12 @@ void RevisionHeaderView::showLoading(const QString& sha) {
 void RevisionHeaderView::showError(const QString& message) {
   setHtml(QStringLiteral("<p style='color:#c01c28'>%1</p>").arg(message.toHtmlEscaped()));
 }
+
+void RevisionHeaderView::showComparison(const Revision& older, const Revision& newer) {
+  const auto line = [](const QString& label, const Revision& revision) {
+    return QStringLiteral("<tr><td style='color:gray;padding-right:8px'>%1</td><td><code>%2</code>&nbsp; %3</td></tr>")
+        .arg(label, revision.sha().abbreviated(10).toHtmlEscaped(), revision.message().toHtmlEscaped());
+  };
+  setHtml(QStringLiteral("<p><b>%1</b></p><table>%2%3</table>")
+              .arg(tr("Changes between two commits"), line(tr("From"), older), line(tr("To"), newer)));
+}

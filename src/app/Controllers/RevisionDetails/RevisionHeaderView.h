@@ -1,6 +1,7 @@
 #pragma once
 #include <QTextBrowser>
 
+#include "Models/Revision.h"
 #include "Models/RevisionDetails.h"
 
 // Sha, parents (clickable), author and committer with dates, and the full message of
@@ -12,6 +13,8 @@ class RevisionHeaderView : public QTextBrowser {
   void setDetails(const RevisionDetails& details);
   void showLoading(const QString& sha);
   void showError(const QString& message);
+  // Two commits compared: the older one, then the newer one whose tree the files show.
+  void showComparison(const Revision& older, const Revision& newer);
 
   // The HTML shown for the details; pure so that tests can read it.
   static QString html(const RevisionDetails& details);

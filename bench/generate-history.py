@@ -6,7 +6,11 @@ lives a few commits and merges back into main, sometimes several at once (an oct
 Files are renamed now and then, tags (light and annotated) mark every few hundred
 commits, and a few topic branches are left unmerged. Same arguments, same history.
 
-usage: generate-history.py [--commits N] [--seed S] DESTINATION
+With --branches N the history is wide instead: N long-lived branches grow side by side
+from the first commit, merge main in and are merged into main now and then, and are
+never deleted, so N lanes run through the whole list.
+
+usage: generate-history.py [--commits N] [--seed S] [--branches N] DESTINATION
 """
 import argparse
 import os
@@ -19,6 +23,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--commits", type=int, default=50000)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--branches", type=int, default=0)
     parser.add_argument("destination")
     args = parser.parse_args()
 
@@ -87,6 +92,22 @@ def main():
                              rnd.choice(words), rnd.choice(words))
 
     commit("main", [], "Initial commit\n", ["M 100644 inline README\ndata 6\nhello\n\n"])
+    lines = ["line/b%03d" % i for i in range(args.branches)]
+    for name in lines:
+        heads[name] = heads["main"]
+    while lines and count < args.commits:
+        name = rnd.choice(lines)
+        r = rnd.random()
+        if r < 0.02:
+            commit(name, [heads[name], heads["main"]], "Merge main into %s\n" % name, [])
+        elif r < 0.04:
+            commit("main", [heads["main"], heads[name]], "Merge %s\n" % name, [])
+        elif r < 0.2:
+            commit("main", [heads["main"]], subject() + "\n", edit_changes())
+        else:
+            commit(name, [heads[name]], subject() + "\n", edit_changes())
+        if count % 500 == 0:
+            w("reset refs/tags/light-%d\nfrom :%d\n\n" % (count, heads["main"]))
     while count < args.commits:
         r = rnd.random()
         if r < 0.06 and len(branch_of_topic) < 5:

@@ -1,6 +1,8 @@
 // graph.all: every row of the commit graph (visible rows and all lane blocks) for the
 // loaded history, against "git log" with the log read's arguments to /dev/null; the
 // target is a tenth of the log's time.
+// graph.wide: the same over a history of 100 long-lived branches side by side, where
+// every row has many lanes.
 // graph.firstblock: the visible rows and the first block of 1024 lane rows, what the
 // list needs before it paints; against "git log" with the same arguments limited to 1024 commits.
 #include <QCoreApplication>
@@ -25,7 +27,7 @@ int main(int argc, char** argv) {
   Bench::setUpEnvironment();
   const QString repo = QString::fromLocal8Bit(argv[2]);
   const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
-  const bool all = std::strcmp(argv[1], "graph.all") == 0;
+  const bool all = std::strcmp(argv[1], "graph.all") == 0 || std::strcmp(argv[1], "graph.wide") == 0;
 
   auto head = GetHeadGitCommand::execute(module);
   auto references = GetReferencesGitCommand::execute(module, Subdomain::references());
@@ -67,6 +69,13 @@ int main(int argc, char** argv) {
     return 1;
   }
   Bench::report(argv[1], ours * 1000, "ms", ref * 1000, "ms");
-  std::fprintf(stderr, "%s: %d visible rows, %d lane rows computed\n", argv[1], rows, lastRow + 1);
+  std::size_t widest = 0;
+  double lanes = 0;
+  for (int row = 0; row <= lastRow; ++row) {
+    widest = std::max(widest, manager.graphItem(row).lines.size());
+    lanes += static_cast<double>(manager.graphItem(row).lines.size());
+  }
+  std::fprintf(stderr, "%s: %d visible rows, %d lane rows computed, lanes per row %.1f on average, %zu at most\n", argv[1], rows,
+               lastRow + 1, lastRow >= 0 ? lanes / (lastRow + 1) : 0.0, widest);
   return 0;
 }

@@ -25,6 +25,8 @@ inline void setUpEnvironment() {
   static QTemporaryDir dir;
   Preferences::useStoreFile(dir.path() + QStringLiteral("/bench.ini"));
   Preferences::shared().setGitInstance(GitInstanceType::system());
+  // The generated histories stay as generated: no commit-graph written behind our back.
+  Preferences::shared().setKeepCommitGraphUpToDate(false);
 }
 
 inline double seconds(const std::function<void()>& work) {

@@ -73,7 +73,8 @@ class RecordWalker {
 }  // namespace
 
 QStringList GetChangedFilesGitCommand::arguments(bool hideUntracked, bool showIgnored) {
-  QStringList args{QStringLiteral("status"), QStringLiteral("--porcelain"), QStringLiteral("-z")};
+  // A read never rewrites the index: the watcher would take that for an outside change.
+  QStringList args{QStringLiteral("--no-optional-locks"), QStringLiteral("status"), QStringLiteral("--porcelain"), QStringLiteral("-z")};
   args << (hideUntracked ? QStringLiteral("--untracked-files=no") : QStringLiteral("--untracked-files=all"));
   if (showIgnored) args << QStringLiteral("--ignored");
   return args;

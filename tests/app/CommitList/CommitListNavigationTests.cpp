@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "Controllers/CommitList/CommitListView.h"
+#include "Graph/GraphRowGeometry.h"
 #include "Services/Preferences.h"
 
 namespace {

@@ -90,7 +90,9 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   // A lower commit count reads the history again.
   prefs.setValue(QStringLiteral("maxCommitCount"), 1);
   PreferencesNotifier::shared().post(PreferencesNotifier::Notification::revisionOrderingChanged);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.commitList()->commitModel()->rowCount() == 1; }, 20000));
+  // One commit, and the row that says the history was cut.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.commitList()->commitModel()->revisionCount() == 1; }, 20000));
+  EXPECT_TRUE(view.commitList()->commitModel()->isCutRow(1));
   prefs.remove(QStringLiteral("maxCommitCount"));
 }
 

@@ -9,6 +9,7 @@
 #include "Controls/FileDiffView/ConflictDiffView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"
+#include "LocalChangesPage.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -27,7 +28,8 @@ void conflictedFile(const TempRepository& repo) {
 TEST(ConflictedFile, CombinedDiffWithResolveButton) {
   TempRepository repo;
   conflictedFile(repo);
-  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  LocalChangesPage localChanges(repo);
+  StageFileViewController& view = *localChanges.view();
   QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
   view.reload();
   ASSERT_TRUE(reloaded.wait(10000));
@@ -49,7 +51,8 @@ TEST(ConflictedFile, CombinedDiffWithResolveButton) {
 TEST(ConflictedFile, StagingWithMarkersAsksFirst) {
   TempRepository repo;
   conflictedFile(repo);
-  StageFileViewController view(repo.module(), std::make_shared<JobQueue>());
+  LocalChangesPage localChanges(repo);
+  StageFileViewController& view = *localChanges.view();
   QStringList asked;
   bool answer = false;
   view.setConfirmation([&](const QString& message, const QString&, const QString& button) {

@@ -373,6 +373,10 @@ void RepositoryView::updateNotificationActions() {
   QList<QAction*> actions;
   for (const QString& identifier : identifiers) {
     QAction* action = CommandTable::action(identifier, context, notificationBar_);
+    // The bar's own word for the way into the conflicts, whichever command serves it.
+    if (action && (identifier == QStringLiteral("resolveConflicts") || identifier == QStringLiteral("showConflicts"))) {
+      action->setText(QStringLiteral("Resolve"));
+    }
     if (action && action->isEnabled()) actions << action;
     else delete action;
   }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs inside dbus-run-session: starts Xvfb and the keyring, then ctest.
+# Runs inside dbus-run-session: starts Xvfb and the keyring, then ctest (arguments go to ctest, e.g. -R app.Sheets).
 set -uo pipefail
 display=:$((90 + RANDOM % 100))
 Xvfb "$display" -screen 0 1600x1000x24 -nolisten tcp >/dev/null 2>&1 &
@@ -13,4 +13,4 @@ export GNOME_KEYRING_CONTROL SSH_AUTH_SOCK 2>/dev/null || true
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
 cd "$JELV_TEST_BUILD_DIR"
-ctest --output-on-failure -j "${JELV_TEST_JOBS:-2}"
+ctest --output-on-failure -j "${JELV_TEST_JOBS:-2}" "$@"

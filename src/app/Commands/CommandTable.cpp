@@ -45,6 +45,7 @@
 #include "Commands/ShowSaveSnapshotSheetCommand.h"
 #include "Commands/ShowSaveStashSheetCommand.h"
 #include "Commands/ShowResolveConflictsSheetCommand.h"
+#include "Commands/ShowRebaseInteractiveSheetCommand.h"
 
 namespace {
 
@@ -208,6 +209,20 @@ std::vector<CommandDescriptor> makeTable() {
   // Merge conflicts.
   add({QStringLiteral("resolveConflicts"), QStringLiteral("Resolve Conflicts..."), {{QStringLiteral("paths"), Type::repositoryFile}},
        ShowResolveConflictsSheetCommand::execute, Needs::paths, {}, 0, QStringLiteral("conflicts")});
+
+  // Interactive rebase: the commit list's entry and its quick actions, all on the
+  // checked-out branch.
+  {
+    using Rebase = ShowRebaseInteractiveSheetCommand;
+    const auto onBranch = static_cast<Needs>(static_cast<int>(Needs::revision) | static_cast<int>(Needs::activeBranch));
+    const QString section = QStringLiteral("rebaseInteractive");
+    add({QStringLiteral("rebaseInteractive"), QStringLiteral("Rebase Interactively to Here..."), {}, Rebase::execute, onBranch, {}, 0, section});
+    add({QStringLiteral("rewordRevision"), QStringLiteral("Reword Message..."), {}, Rebase::reword, onBranch, {}, 0, section});
+    add({QStringLiteral("editRevision"), QStringLiteral("Edit..."), {}, Rebase::edit, onBranch, {}, 0, section});
+    add({QStringLiteral("squashIntoParent"), QStringLiteral("Squash into Parent..."), {}, Rebase::squashIntoParent, onBranch, {}, 0, section});
+    add({QStringLiteral("fixupIntoParent"), QStringLiteral("Fixup into Parent..."), {}, Rebase::fixupIntoParent, onBranch, {}, 0, section});
+    add({QStringLiteral("dropRevision"), QStringLiteral("Drop..."), {}, Rebase::drop, onBranch, {}, 0, section});
+  }
 
   return table;
 }

@@ -101,8 +101,8 @@ TEST_F(RebaseSheetTest, KeysReorderAndSetActionsAndTheRewordFieldGivesTheMessage
   sheet->selectRows({1});  // C squashes into B
   QTest::keyClick(list, Qt::Key_S);
   EXPECT_EQ(sheet->model()->items()[1].command, Command::squash);
-  EXPECT_TRUE(sheet->groupMessageLabel()->isVisibleTo(sheet));
-  EXPECT_TRUE(sheet->groupMessageLabel()->text().contains(QStringLiteral("B<br><br>C")));
+  EXPECT_TRUE(sheet->groupMessageView()->isVisibleTo(sheet));
+  EXPECT_TRUE(sheet->groupMessageView()->toPlainText().contains(QStringLiteral("B\n\nC")));
 
   sheet->selectRows({0});
   sheet->messageField()->setPlainText(QStringLiteral("A, said again"));

@@ -102,16 +102,22 @@ RebaseInteractiveController::RebaseInteractiveController(GitModule module, QStri
   message_ = new QPlainTextEdit(this);
   message_->setObjectName(QStringLiteral("rewordField"));
   message_->setPlaceholderText(QStringLiteral("Select one commit to change its message"));
-  groupMessage_ = new QLabel(this);
+  // A read-only field of its own: group messages of real histories run to dozens of
+  // lines and must scroll rather than push the sheet's buttons off the window.
+  groupBox_ = new QWidget(this);
+  groupMessage_ = new QPlainTextEdit(groupBox_);
   groupMessage_->setObjectName(QStringLiteral("groupMessage"));
-  groupMessage_->setWordWrap(true);
-  groupMessage_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  groupMessage_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  groupMessage_->setReadOnly(true);
+  auto* groupLayout = new QVBoxLayout(groupBox_);
+  groupLayout->setContentsMargins(0, 0, 0, 0);
+  groupLayout->addWidget(new QLabel(QStringLiteral("<b>Message of the squashed commit</b>"), groupBox_));
+  groupLayout->addWidget(groupMessage_, 1);
+  groupBox_->hide();
   auto* right = new QVBoxLayout;
   right->addWidget(details_);
   right->addWidget(new QLabel(QStringLiteral("Message"), this));
-  right->addWidget(message_, 2);
-  right->addWidget(groupMessage_, 1);
+  right->addWidget(message_, 1);
+  right->addWidget(groupBox_, 1);
 
   auto* columns = new QHBoxLayout;
   columns->addLayout(left, 3);
@@ -163,7 +169,9 @@ void RebaseInteractiveController::startRebase() {
   const GitModule module = module_;
   const InteractiveRebaseGitCommand::Options options = options_;
   QPointer<RebaseInteractiveController> guard(this);
-  queue->schedule(Job::make(QStringLiteral("Interactive Rebase"), Job::Show{3}, Job::ProgressType::infinite,
+  // Not on the status bar: its cancel button would kill git while it waits for this
+  // sheet and leave a half-started rebase; the sheet's own Cancel is the way out.
+  queue->schedule(Job::make(QStringLiteral("Interactive Rebase"), Job::Show::inActivityManager(), Job::ProgressType::infinite,
                             [guard, module, options](JobProgress& progress) {
                               GitVoidResult result = InteractiveRebaseGitCommand::execute(module, options, &progress);
                               postQueuedCall(qApp, [guard, result = std::move(result)] {
@@ -293,8 +301,8 @@ void RebaseInteractiveController::selectionChanged() {
       break;
     }
   }
-  groupMessage_->setVisible(group.has_value());
-  if (group) groupMessage_->setText(QStringLiteral("<b>Message of the squashed commit</b><br>%1").arg(group->toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"))));
+  groupBox_->setVisible(group.has_value());
+  if (group && groupMessage_->toPlainText() != *group) groupMessage_->setPlainText(*group);
 }
 
 void RebaseInteractiveController::messageEdited() {

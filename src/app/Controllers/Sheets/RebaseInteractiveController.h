@@ -41,7 +41,7 @@ class RebaseInteractiveController : public JelvSheetController {
   TodoListModel* model() const { return model_; }
   QListView* listView() const { return list_; }
   QPlainTextEdit* messageField() const { return message_; }
-  QLabel* groupMessageLabel() const { return groupMessage_; }
+  QPlainTextEdit* groupMessageView() const { return groupMessage_; }
   QCheckBox* createBackupCheckBox() const { return createBackup_; }
   QString todoListPath() const { return todoListPath_; }
   std::vector<int> selectedRows() const;
@@ -84,7 +84,8 @@ class RebaseInteractiveController : public JelvSheetController {
   QListView* list_;
   QLabel* details_;
   QPlainTextEdit* message_;
-  QLabel* groupMessage_;
+  QWidget* groupBox_;
+  QPlainTextEdit* groupMessage_;
   QCheckBox* createBackup_;
   bool showingMessage_ = false;
 };

@@ -17,6 +17,22 @@
 #include "Graph/GraphManager.h"
 
 #include <algorithm>
+#include <cstring>
+
+namespace {
+
+// Every open lane is compared with every row's commit; an out-of-line memcmp for each was
+// most of the cost on wide histories. The first eight bytes of two different names
+// almost always differ already.
+inline bool sameSha(const Sha& a, const Sha& b) {
+  std::uint64_t x = 0;
+  std::uint64_t y = 0;
+  std::memcpy(&x, a.bytes().data(), sizeof x);
+  std::memcpy(&y, b.bytes().data(), sizeof y);
+  return x == y && a == b;
+}
+
+}  // namespace
 
 GraphManager::GraphManager() { graphItems_.reserve(blockSize); }
 
@@ -50,9 +66,17 @@ void GraphManager::precalculate(int row) {
 
 GraphInfo GraphManager::computeRow(const std::vector<Line>& previous, std::vector<Line>& next,
                                    std::span<const Sha> parents, const Sha& sha) {
-  next.clear();
-  GraphInfo info;
-  info.lines.reserve(previous.size() + parents.size() + 1);
+  // Every lane above leaves one segment and at most one lane below. The segments are
+  // written into a reused scratch row through a plain pointer and copied out in one
+  // piece, which costs far less than growing or initialising each row's own vector.
+  thread_local std::vector<GraphLine> scratch;
+  const size_t most = previous.size() + parents.size() + 1;
+  if (scratch.size() < most) scratch.resize(most);
+  GraphLine* segment = scratch.data();
+  size_t segments = 0;
+  next.resize(previous.size());
+  Line* below = next.data();
+  int count = 0;  // lanes below so far
   bool found = false;
   int column = -1;
   int lineId = -1;
@@ -60,43 +84,45 @@ GraphInfo GraphManager::computeRow(const std::vector<Line>& previous, std::vecto
   for (size_t i = 0; i < previous.size(); ++i) {
     const Line& line = previous[i];
     const int top = static_cast<int>(i);
-    if (line.nextSha != sha) {
-      const int c = static_cast<int>(next.size());
-      info.lines.push_back(GraphLine{line.id, top, c, c});
-      next.push_back(line);
+    if (!sameSha(line.nextSha, sha)) {
+      segment[segments++] = GraphLine{line.id, top, count, count};
+      below[count++] = line;
     } else if (found) {
-      info.lines.push_back(GraphLine{line.id, top, column, std::nullopt});
+      segment[segments++] = GraphLine{line.id, top, column, std::nullopt};
     } else {
       found = true;
-      column = static_cast<int>(next.size());
+      column = count;
       lineId = line.id;
       if (!parents.empty()) {
-        next.push_back(Line{line.id, parents[0]});
-        info.lines.push_back(GraphLine{line.id, top, column, column});
+        below[count++] = Line{line.id, parents[0]};
+        segment[segments++] = GraphLine{line.id, top, column, column};
       } else {
-        info.lines.push_back(GraphLine{line.id, top, column, std::nullopt});  // ends in a root
+        segment[segments++] = GraphLine{line.id, top, column, std::nullopt};  // ends in a root
       }
     }
   }
+  next.resize(static_cast<size_t>(count));
 
   if (!found && !parents.empty()) {
     column = static_cast<int>(next.size());
     lineId = column;
     next.push_back(Line{column, parents[0]});
-    info.lines.push_back(GraphLine{column, std::nullopt, column, column});
+    segment[segments++] = GraphLine{column, std::nullopt, column, column};
   }
 
   for (size_t k = 1; k < parents.size(); ++k) {
-    const auto existing = std::find_if(next.begin(), next.end(), [&](const Line& l) { return l.nextSha == parents[k]; });
+    const auto existing = std::find_if(next.begin(), next.end(), [&](const Line& l) { return sameSha(l.nextSha, parents[k]); });
     if (existing != next.end()) {
-      info.lines.push_back(GraphLine{existing->id, std::nullopt, column, static_cast<int>(existing - next.begin())});
+      segment[segments++] = GraphLine{existing->id, std::nullopt, column, static_cast<int>(existing - next.begin())};
     } else {
       const int j = static_cast<int>(next.size());
-      info.lines.push_back(GraphLine{j, std::nullopt, column, j});
+      segment[segments++] = GraphLine{j, std::nullopt, column, j};
       next.push_back(Line{j, parents[k]});
     }
   }
 
+  GraphInfo info;
+  info.lines.assign(segment, segment + segments);
   info.currentCommitColumn = column;
   info.lineId = lineId;
   return info;

@@ -79,4 +79,23 @@ TEST(GraphManager, RowStepFromGivenLanes) {
   EXPECT_EQ(next, (std::vector<Line>{{0, shaFor("E")}, {4, shaFor("D")}}));
 }
 
+TEST(GraphManager, ColumnsPastTheStoredRangeStayAtItsEnd) {
+  // More lanes than a stored column can count: the far ones must not wrap round to a
+  // negative column, which would read as "no column" and lose the lane's ends.
+  const int lanes = LaneColumn::largest + 10;
+  std::vector<Line> previous;
+  for (int i = 0; i < lanes; ++i) previous.push_back({i, shaFor("elsewhere")});
+  previous.push_back({lanes, shaFor("C")});
+  std::vector<Line> next;
+  const Sha parents[] = {shaFor("D")};
+  const GraphInfo info = GraphManager::computeRow(previous, next, parents, shaFor("C"));
+  EXPECT_EQ(info.currentCommitColumn, lanes);
+  EXPECT_EQ(next.size(), previous.size());
+  for (const GraphLine& line : info.lines) {
+    ASSERT_TRUE(line.top && line.bottom);
+    EXPECT_LE(*line.bottom, LaneColumn::largest);
+  }
+  EXPECT_EQ(info.lines.back(), (GraphLine{LaneColumn::largest, LaneColumn::largest, LaneColumn::largest, LaneColumn::largest}));
+}
+
 }  // namespace

@@ -7,7 +7,7 @@ namespace GraphTest {
 namespace {
 
 QString describe(const GraphLine& line) {
-  const auto part = [](const std::optional<int>& value) { return value ? QString::number(*value) : QStringLiteral("-"); };
+  const auto part = [](LaneColumn value) { return value ? QString::number(*value) : QStringLiteral("-"); };
   return QStringLiteral("%1(%2,%3,%4)").arg(line.id).arg(part(line.top)).arg(line.middle).arg(part(line.bottom));
 }
 

@@ -46,6 +46,9 @@ class ReferencesRepositoryTest : public ::testing::Test {
       upstream.git({"tag", "-a", "v1.0", "-m", "release", first});
     }
     upstream.git({"tag", "light", second});
+    // Tags of a blob and of a tree point at no commit and have no date.
+    upstream.git({"tag", "-a", "blob-tag", "-m", "key", upstream.git({"rev-parse", "HEAD:a.txt"}).trimmed()});
+    upstream.git({"tag", "tree-tag", upstream.git({"rev-parse", "HEAD^{tree}"}).trimmed()});
     clone.git({"clone", "-q", upstream.path(), "."});
     clone.git({"branch", "--track", "feature/x", "origin/feature/x"});
     clone.git({"branch", "ünïcode-ß"});
@@ -62,7 +65,8 @@ TEST_F(ReferencesRepositoryTest, ReadsBranchesRemotesAndBothKindsOfTag) {
   const ReferenceList& refs = result.value();
   EXPECT_EQ(fullReferences(refs),
             (QStringList{"refs/heads/feature/x", "refs/heads/main", "refs/heads/ünïcode-ß", "refs/remotes/origin/feature/x",
-                         "refs/remotes/origin/main", "refs/tags/light", "refs/tags/v1.0"}));  // no origin/HEAD
+                         "refs/remotes/origin/main", "refs/tags/blob-tag", "refs/tags/light", "refs/tags/tree-tag",
+                         "refs/tags/v1.0"}));  // no origin/HEAD
 
   auto main = find<LocalBranch>(refs, "refs/heads/main");
   ASSERT_TRUE(main);
@@ -88,12 +92,17 @@ TEST_F(ReferencesRepositoryTest, ReadsBranchesRemotesAndBothKindsOfTag) {
   ASSERT_TRUE(light);
   EXPECT_EQ(light->sha, second);
   EXPECT_FALSE(light->dereferencedSha);
+
+  for (const char* dateless : {"refs/tags/blob-tag", "refs/tags/tree-tag"}) {
+    ASSERT_TRUE(find<Tag>(refs, dateless)) << dateless;
+    EXPECT_FALSE(find<Tag>(refs, dateless)->committerDate.isValid()) << dateless;
+  }
 }
 
 TEST_F(ReferencesRepositoryTest, PatternsReadOnlyTheAskedNamespaces) {
   auto tagsOnly = GetReferencesGitCommand::execute(clone.module(), Subdomain::tags());
   ASSERT_TRUE(tagsOnly.isSuccess());
-  EXPECT_EQ(fullReferences(tagsOnly.value()), (QStringList{"refs/tags/light", "refs/tags/v1.0"}));
+  EXPECT_EQ(fullReferences(tagsOnly.value()), (QStringList{"refs/tags/blob-tag", "refs/tags/light", "refs/tags/tree-tag", "refs/tags/v1.0"}));
 
   auto branches = GetReferencesGitCommand::execute(clone.module(), Subdomain::branches());
   ASSERT_TRUE(branches.isSuccess());

@@ -102,19 +102,14 @@ TEST(GetReferencesParseTest, BadLinesAreLoggedAndDroppedWithoutHidingTheOthers) 
   };
   const QString sixFields = QStringList{kCommit, "refs/heads/six", "", "", "", "1700000000 +0000"}.join('\t');
   const QString eightFields = line(QStringLiteral("refs/heads/eight")) + QStringLiteral("\textra");
-  const QString noDate = line(QStringLiteral("refs/heads/nodate"), {}, {}, {}, QString());
   const QString badDate = line(QStringLiteral("refs/heads/baddate"), {}, {}, {}, QStringLiteral("soon +0000"));
   const QString padded = line(QStringLiteral("refs/heads/padded"), {}, {}, {}, QStringLiteral(" 1700000000 +0000"));
-  // An annotated tag of a tree has no commit date behind it.
-  const QString tagOfTree = line(QStringLiteral("refs/tags/tree"), {}, {}, kCommit, QStringLiteral("1700000000 +0000"), QString());
   const std::vector<Case> cases = {
       {"six fields", sixFields, QStringLiteral("Cannot parse reference line '%1'").arg(sixFields)},
       {"eight fields", eightFields, QStringLiteral("Cannot parse reference line '%1'").arg(eightFields)},
       {"garbage", QStringLiteral("fatal: something"), QStringLiteral("Cannot parse reference line 'fatal: something'")},
-      {"empty date", noDate, QStringLiteral("Cannot parse reference date in '%1'").arg(noDate)},
       {"word as date", badDate, QStringLiteral("Cannot parse reference date in '%1'").arg(badDate)},
       {"blank before date", padded, QStringLiteral("Cannot parse reference date in '%1'").arg(padded)},
-      {"tag of a tree", tagOfTree, QStringLiteral("Cannot parse reference date in '%1'").arg(tagOfTree)},
   };
   for (const Case& c : cases) {
     LogCapture log;

@@ -50,8 +50,10 @@ ReferencePtr parseLine(QStringView line) {
   const QStringView upstream = fields[3];
   const QStringView peeled = fields[4];
 
-  // An annotated tag takes the date of the commit it points at.
-  const auto date = parseRawDate(peeled.isEmpty() ? fields[5] : fields[6]);
+  // An annotated tag takes the date of the commit it points at. A tag of a tree or a
+  // blob (git.git has several) has no commit and so no date: it is listed without one.
+  const QStringView rawDate = peeled.isEmpty() ? fields[5] : fields[6];
+  const auto date = rawDate.isEmpty() ? std::optional<QDateTime>(QDateTime()) : parseRawDate(rawDate);
   if (!date) {
     LOG_ERROR(QStringLiteral("Cannot parse reference date in '%1'").arg(line));
     return nullptr;

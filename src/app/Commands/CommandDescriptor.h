@@ -26,7 +26,7 @@ struct CommandDescriptor {
   int places = nowhere;
   QString section;  // the Repository menu's group; a separator stands between groups
   // A further condition beyond `needs` (a state under way, a branch not checked out).
-  std::function<bool(const CommandContext&)> enabled;
+  std::function<bool(const CommandContext&)> enabled = {};  // "= {}": rows may leave it out without a warning
 
   bool isAvailable(const CommandContext& context) const { return context.satisfies(needs) && (!enabled || enabled(context)); }
 };

@@ -216,7 +216,14 @@ std::vector<CommandDescriptor> makeTable() {
     using Rebase = ShowRebaseInteractiveSheetCommand;
     const auto onBranch = static_cast<Needs>(static_cast<int>(Needs::revision) | static_cast<int>(Needs::activeBranch));
     const QString section = QStringLiteral("rebaseInteractive");
-    add({QStringLiteral("rebaseInteractive"), QStringLiteral("Rebase Interactively to Here..."), {}, Rebase::execute, onBranch, {}, 0, section});
+    // At the branch's own tip there would be nothing to rewrite.
+    const auto belowTip = [](const CommandContext& c) {
+      const auto branch = c.activeBranch();
+      const RevisionPtr revision = c.revision();
+      return branch && revision && revision->sha().toString() != branch->sha;
+    };
+    add({QStringLiteral("rebaseInteractive"), QStringLiteral("Rebase Interactively to Here..."), {}, Rebase::execute, onBranch, {}, 0,
+         section, belowTip});
     add({QStringLiteral("rewordRevision"), QStringLiteral("Reword Message..."), {}, Rebase::reword, onBranch, {}, 0, section});
     add({QStringLiteral("editRevision"), QStringLiteral("Edit..."), {}, Rebase::edit, onBranch, {}, 0, section});
     add({QStringLiteral("squashIntoParent"), QStringLiteral("Squash into Parent..."), {}, Rebase::squashIntoParent, onBranch, {}, 0, section});

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -93,6 +95,32 @@ TEST(MergeEditor, ResolvedByClicksAndTypingThenSaved) {
 
   QTest::keyClick(result, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(result->toPlainText(), QStringLiteral("alpha\nbralta\necho\n\n\n"));
+
+  // Text dropped from elsewhere lands where it is dropped, through the model.
+  QMimeData dropped;
+  dropped.setText(QStringLiteral("dropped\r\n"));
+  QTextCursor echo(result->document());
+  echo.setPosition(int(find(result, "echo")));
+  const QPoint onEcho = result->cursorRect(echo).topLeft() + QPoint(1, 2);
+  // The drop goes to the widget that accepted the drag's entry, as in a real drag.
+  QDragEnterEvent enter(onEcho, Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton, {});
+  QApplication::sendEvent(result->viewport(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(onEcho), Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton, {});
+  QApplication::sendEvent(result->viewport(), &drop);
+  EXPECT_TRUE(drop.isAccepted());
+  EXPECT_TRUE(result->toPlainText().startsWith(QStringLiteral("alpha\nbralta\ndropped\necho\n"))) << result->toPlainText().toStdString();
+  QTest::keyClick(result, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(result->toPlainText(), QStringLiteral("alpha\nbralta\necho\n\n\n"));
+  // A drag inside the result moves its selection, forward and back; one undo each.
+  for (const char* target : {"echo", "alpha"}) {
+    placeCursor(result, find(result, "bra"), find(result, "bra", 3));
+    result->dropText(find(result, target), QStringLiteral("bra"), true);
+    EXPECT_TRUE(result->toPlainText().contains(QStringLiteral("\nlta\n"))) << target;
+    EXPECT_TRUE(result->toPlainText().contains(QStringLiteral("bra") + QString::fromUtf8(target))) << target;
+    QTest::keyClick(result, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(result->toPlainText(), QStringLiteral("alpha\nbralta\necho\n\n\n")) << target;
+  }
 
   QSignalSpy finished(&sheet, &QDialog::finished);
   QTest::mouseClick(sheet.submitButton(), Qt::LeftButton);

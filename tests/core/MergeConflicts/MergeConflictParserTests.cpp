@@ -192,6 +192,21 @@ TEST(MergeConflictParser, ConflictsOfRealOperations) {
       for (const auto& line : first.localLines) EXPECT_EQ(line->viewMode, MergeConflictPart::local);
       for (const auto& line : first.remoteLines) EXPECT_EQ(line->viewMode, MergeConflictPart::remote);
     }
+    // Lines git merged on its own stand on the side they come from, chosen when the
+    // merge kept them.
+    const QString result = QString::fromUtf8(repo.readFile(path));
+    for (const auto& chunk : conflict->chunks) {
+      if (chunk->kind() != Kind::change) continue;
+      const auto& change = static_cast<const MergeConflict::ChangeChunk&>(*chunk);
+      for (const auto& [lines, stage] : {std::pair{&change.localLines, 2}, std::pair{&change.remoteLines, 3}}) {
+        const QString side = QStringLiteral("\n") + repo.git({QStringLiteral("show"), QStringLiteral(":%1:%2").arg(stage).arg(path)});
+        for (const auto& line : *lines) {
+          const QString text = line->originalString.endsWith(u'\n') ? line->originalString : line->originalString + u'\n';
+          EXPECT_TRUE(side.contains(u'\n' + text)) << stage << ": " << text.toStdString();
+          EXPECT_EQ(line->isSelected, (u'\n' + result).contains(u'\n' + text)) << text.toStdString();
+        }
+      }
+    }
     chooseEverywhere(*conflict, MergeConflictPart::local);
     EXPECT_EQ(conflict->unresolvedConflictCount(), 0);
     EXPECT_EQ(conflict->resultText().toUtf8(), mergeFileFavoring(repo, path, QStringLiteral("--ours")));

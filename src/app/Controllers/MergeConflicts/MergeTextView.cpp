@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -31,6 +32,8 @@ MergeTextView::MergeTextView(MergeConflictPart part, QWidget* parent) : QPlainTe
   font.setStyleHint(QFont::Monospace);
   setFont(font);
   setAttribute(Qt::WA_InputMethodEnabled, part == MergeConflictPart::merged);
+  // Drops arrive at the viewport, which read-only text refuses by default.
+  viewport()->setAcceptDrops(part == MergeConflictPart::merged);
 }
 
 const MergeConflictView* MergeTextView::mergeConflictView() const { return controller_ ? &controller_->view(part_) : nullptr; }
@@ -101,20 +104,71 @@ bool MergeTextView::requestEdit(qsizetype start, qsizetype end, const QString& r
 
 bool MergeTextView::undo() {
   if (undoStack_.empty()) return false;
-  const Edit edit = undoStack_.back();
-  if (!requestEdit(edit.start, edit.start + edit.inserted.size(), edit.removed, false)) return false;
-  undoStack_.pop_back();
-  redoStack_.push_back(edit);
+  bool more = true;
+  while (more && !undoStack_.empty()) {
+    const Edit edit = undoStack_.back();
+    if (!requestEdit(edit.start, edit.start + edit.inserted.size(), edit.removed, false)) return false;
+    undoStack_.pop_back();
+    redoStack_.push_back(edit);
+    more = edit.withPrevious;
+  }
   return true;
 }
 
 bool MergeTextView::redo() {
   if (redoStack_.empty()) return false;
-  const Edit edit = redoStack_.back();
-  if (!requestEdit(edit.start, edit.start + edit.removed.size(), edit.inserted, false)) return false;
-  redoStack_.pop_back();
-  undoStack_.push_back(edit);
+  do {
+    const Edit edit = redoStack_.back();
+    if (!requestEdit(edit.start, edit.start + edit.removed.size(), edit.inserted, false)) return false;
+    redoStack_.pop_back();
+    undoStack_.push_back(edit);
+  } while (!redoStack_.empty() && redoStack_.back().withPrevious);
   return true;
+}
+
+void MergeTextView::dropText(qsizetype at, const QString& text, bool move) {
+  const QTextCursor selection = textCursor();
+  const qsizetype start = selection.selectionStart();
+  const qsizetype end = selection.selectionEnd();
+  if (!move || !selection.hasSelection()) {
+    requestEdit(at, at, text);
+    return;
+  }
+  if (at >= start && at <= end) return;  // dropped onto itself
+  // The later of the two edits first, so that the earlier range still holds.
+  const bool first = at > end ? requestEdit(at, at, text) : requestEdit(start, end, QString());
+  if (first && (at > end ? requestEdit(start, end, QString()) : requestEdit(at, at, text))) undoStack_.back().withPrevious = true;
+}
+
+bool MergeTextView::acceptsDrop(const QDropEvent* event) const {
+  return controller_ && part_ == MergeConflictPart::merged && event->mimeData() && event->mimeData()->hasText();
+}
+
+void MergeTextView::dragEnterEvent(QDragEnterEvent* event) {
+  if (acceptsDrop(event)) event->acceptProposedAction();
+  else event->ignore();
+}
+
+void MergeTextView::dragMoveEvent(QDragMoveEvent* event) {
+  if (acceptsDrop(event)) event->acceptProposedAction();
+  else event->ignore();
+}
+
+void MergeTextView::dropEvent(QDropEvent* event) {
+  if (!acceptsDrop(event)) {
+    event->ignore();
+    return;
+  }
+  QString text = event->mimeData()->text();
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  // Qt offers only a copy when dragging out of read-only text; inside the result a drag
+  // moves, as in any editor, and Ctrl keeps the original.
+  const bool fromHere = event->source() == this || event->source() == viewport();
+  dropText(cursorForPosition(event->position().toPoint()).position(), text,
+           fromHere && !(event->modifiers() & Qt::ControlModifier));
+  // The model made the change; the drag's source must not remove the text itself.
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
 }
 
 void MergeTextView::paste() {

@@ -23,12 +23,19 @@ class MergeTextView : public QPlainTextEdit {
   bool requestEdit(qsizetype start, qsizetype end, const QString& replacement, bool recordUndo = true);
   bool undo();
   bool redo();
+  // Dropped text, inserted at `at`; `move` takes the selection away from where it was.
+  void dropText(qsizetype at, const QString& text, bool move);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   bool canInsertFromMimeData(const QMimeData*) const override { return false; }
+  // Text dropped on the result goes through the model like a paste; a drag inside the
+  // result moves its selection, in two model edits undone as one.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
   SideBySideMergeController* controller_ = nullptr;
 
@@ -37,7 +44,9 @@ class MergeTextView : public QPlainTextEdit {
     qsizetype start;
     QString removed;
     QString inserted;
+    bool withPrevious = false;  // undone and redone together with the edit before it
   };
+  bool acceptsDrop(const QDropEvent* event) const;
   void paste();
   void cut();
   void colourLines();

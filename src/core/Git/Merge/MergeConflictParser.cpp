@@ -72,16 +72,19 @@ std::shared_ptr<MergeConflict::ChangeChunk> MergeConflictParser::parseChangeChun
       --cursor;
       break;
     }
+    // The second column compares with the remote side: a "+" there is a line only the
+    // local side has, a "-" a remote line the merge dropped. The first column is the
+    // same against the local side. Local lines go to the left pane, remote to the right.
     const ContextType r = token.remote;
     const ContextType l = token.local;
     if (l == ContextType::add) {
-      remoteLines.push_back(sideLine(l, token.string, MergeConflictPart::remote));
-    } else if (l == ContextType::remove && (r == ContextType::none || r == ContextType::add)) {
       localLines.push_back(sideLine(l, token.string, MergeConflictPart::local));
+    } else if (l == ContextType::remove && (r == ContextType::none || r == ContextType::add)) {
+      remoteLines.push_back(sideLine(l, token.string, MergeConflictPart::remote));
     } else if (r == ContextType::add && l == ContextType::none) {
-      localLines.push_back(sideLine(r, token.string, MergeConflictPart::local));
-    } else {
       remoteLines.push_back(sideLine(r, token.string, MergeConflictPart::remote));
+    } else {
+      localLines.push_back(sideLine(r, token.string, MergeConflictPart::local));
     }
   }
   if (remoteLines.empty() && localLines.empty()) {

@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <future>
 
 #include "Git/Commands/Repository/GetBehindAheadInfoGitCommand.h"
 #include "Git/Commands/Repository/RefreshRepositoryDataGitCommand.h"
@@ -93,13 +95,58 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
 
   RepositoryDataPtr data = in.data;
   bool madeData = false;
-  bool failed = false;
+  std::atomic<bool> failed = false;
 
-  auto refreshRepositoryData = [&] {
+  auto refreshRepositoryStatus = [&](const ReferenceList& references, const SubmoduleList& submodules, JobProgress& statusProgress) {
+    if (!in.subdomains.intersects(Subdomain::repositoryStatus()) || statusProgress.isCanceled()) return;
+    // A refresh of the changed files alone keeps the state it has.
+    std::optional<RepositoryState> knownState;
+    if (in.status && !in.subdomains.intersects(Subdomain::repositoryState())) knownState = in.status->repositoryState;
+    auto result = GetRepositoryStatusGitCommand::execute(in.module, references, submodules, in.hideUntrackedFiles,
+                                                         in.showIgnoredFiles, statusProgress, knownState);
+    if (statusProgress.isCanceled() || progress.isCanceled()) return;
+    if (!result) {
+      failed = true;
+      LOG_ERROR(QStringLiteral("Repository Status failed: %1").arg(describe(result.error())));
+      return;
+    }
+    auto status = std::make_shared<const RepositoryStatus>(std::move(result).value());
+    post([status, name = in.name](RepositoryController& controller) {
+      LOG_INFO(QStringLiteral("Refresh '%1' status. Updated (%2 files).").arg(name).arg(status->changedFilesCount));
+      controller.storeRepositoryStatus(status);
+    });
+  };
+  auto refreshStatusFromData = [&] {
+    refreshRepositoryStatus(data ? data->references.all : ReferenceList{}, data ? data->submodules : SubmoduleList{}, progress);
+  };
+
+  // With the data first, the status is read beside the history (most of a full read) as
+  // soon as the references and submodules it needs are known. It has a progress of its
+  // own, canceled with the refresh, because a progress holds one running git at a time.
+  JobProgress statusProgress;
+  std::future<void> statusBesideHistory;
+  auto readStatusBesideHistory = [&](const RepositoryData& partial) {
+    if (statusBesideHistory.valid() || !in.subdomains.intersects(Subdomain::repositoryStatus())) return;
+    statusBesideHistory = std::async(std::launch::async, [&, references = partial.references.all, submodules = partial.submodules] {
+      refreshRepositoryStatus(references, submodules, statusProgress);
+    });
+  };
+  // Waits for the status read, passing on a cancel of the refresh while it runs.
+  auto joinStatus = [&] {
+    if (!statusBesideHistory.valid()) return false;
+    while (statusBesideHistory.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready) {
+      if (progress.isCanceled()) statusProgress.cancel();
+    }
+    statusBesideHistory.get();
+    return true;
+  };
+
+  auto refreshRepositoryData = [&](bool statusBeside) {
     const Subdomain handled = in.subdomains.subtracting(Subdomain::repositoryStatus());
     if (handled.isEmpty() || progress.isCanceled()) return;
-    auto result = RefreshRepositoryDataGitCommand::execute(in.module, in.data, in.subdomains,
-                                                           {in.showReflogInRevisionList, in.showFirstParent, in.maxCommitCount}, progress);
+    RefreshRepositoryDataGitCommand::Options options{in.showReflogInRevisionList, in.showFirstParent, in.maxCommitCount};
+    if (statusBeside) options.beforeHistory = readStatusBesideHistory;
+    auto result = RefreshRepositoryDataGitCommand::execute(in.module, in.data, in.subdomains, options, progress);
     if (progress.isCanceled()) return;
     if (result) {
       data = result.value();
@@ -118,34 +165,13 @@ void RefreshRepositoryCommand::run(const Input& in, const std::shared_ptr<Job>& 
     }
   };
 
-  auto refreshRepositoryStatus = [&] {
-    if (!in.subdomains.intersects(Subdomain::repositoryStatus()) || progress.isCanceled()) return;
-    const ReferenceList references = data ? data->references.all : ReferenceList{};
-    const SubmoduleList submodules = data ? data->submodules : SubmoduleList{};
-    // A refresh of the changed files alone keeps the state it has.
-    std::optional<RepositoryState> knownState;
-    if (in.status && !in.subdomains.intersects(Subdomain::repositoryState())) knownState = in.status->repositoryState;
-    auto result = GetRepositoryStatusGitCommand::execute(in.module, references, submodules, in.hideUntrackedFiles,
-                                                         in.showIgnoredFiles, progress, knownState);
-    if (progress.isCanceled()) return;
-    if (!result) {
-      failed = true;
-      LOG_ERROR(QStringLiteral("Repository Status failed: %1").arg(describe(result.error())));
-      return;
-    }
-    auto status = std::make_shared<const RepositoryStatus>(std::move(result).value());
-    post([status, name = in.name](RepositoryController& controller) {
-      LOG_INFO(QStringLiteral("Refresh '%1' status. Updated (%2 files).").arg(name).arg(status->changedFilesCount));
-      controller.storeRepositoryStatus(status);
-    });
-  };
-
   if (in.order == RefreshRepositoryCommand::UpdateOrder::dataFirst) {
-    refreshRepositoryData();
-    refreshRepositoryStatus();
+    refreshRepositoryData(true);
+    // No history read (nothing changed, or it failed first): the status comes after.
+    if (!joinStatus()) refreshStatusFromData();
   } else {
-    refreshRepositoryStatus();
-    refreshRepositoryData();
+    refreshStatusFromData();
+    refreshRepositoryData(false);
   }
 
   if (madeData && in.subdomains.intersects(kReferenceBits) && !progress.isCanceled()) {

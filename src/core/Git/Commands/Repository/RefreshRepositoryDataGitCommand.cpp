@@ -169,6 +169,7 @@ GitResult<RepositoryDataPtr> RefreshRepositoryDataGitCommand::execute(const GitM
     // history is still shown; with no references at all there are no commits.
     const bool hasHead = data->references.head.has_value();
     if (hasHead || !data->references.all.empty()) {
+      if (options.beforeHistory) options.beforeHistory(*data);
       Step step(progress, QStringLiteral("GetRevisionsGitCommand"));
       data->revisionLimit = options.maxCommitCount > 0 ? options.maxCommitCount : GetRevisionsGitCommand::maxCommitCount();
       auto revisions = GetRevisionsGitCommand::execute(module, data->topoOrder, data->showReflogInRevisionList, progress,

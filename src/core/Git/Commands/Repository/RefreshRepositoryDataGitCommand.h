@@ -3,6 +3,8 @@
 // have changed; the modification times of "config", ".gitmodules", "logs/HEAD" and
 // "hooks/pre-push" let unchanged parts be handed on without starting git. A refresh after
 // a small change therefore never reads the log.
+#include <functional>
+
 #include "Git/ResultError.h"
 #include "Models/GitModule.h"
 #include "Models/RepositoryData.h"
@@ -15,6 +17,10 @@ struct RefreshRepositoryDataGitCommand {
     bool showReflogInRevisionList = false;
     bool showFirstParent = false;
     int maxCommitCount = 0;  // 0: the preference's
+    // Called on the calling thread just before the history is read, with everything
+    // else of the new data in place: the history is most of the time, so a caller can
+    // read the status meanwhile.
+    std::function<void(const RepositoryData&)> beforeHistory = {};
   };
 
   // Without `old` every part is read. Fails with `noChanges` when nothing that the views

@@ -13,6 +13,7 @@
 #include "Jobs/JobActivityList.h"
 #include "Jobs/JobItem.h"
 #include "Jobs/JobQueue.h"
+#include "UI/Appearance.h"
 
 namespace {
 enum Column { NameColumn, StatusColumn, ProgressColumn, FinishedColumn };
@@ -79,7 +80,7 @@ void ActivityManagerWindow::tick() {
     row->setText(StatusColumn, item->statusString);
     row->setText(ProgressColumn, item->isRunning ? QStringLiteral("%1%").arg(qRound(item->progress)) : QString());
     row->setText(FinishedColumn, item->finished);
-    row->setForeground(StatusColumn, item->isFailed ? QBrush(QColor(0xc0, 0x1c, 0x28)) : palette().text());
+    row->setForeground(StatusColumn, item->isFailed ? QBrush(Appearance::errorText(palette())) : palette().text());
     item->markDrawn();
   }
   if (!rows_->currentItem() && rows_->topLevelItemCount() > 0) rows_->setCurrentItem(rows_->topLevelItem(0));

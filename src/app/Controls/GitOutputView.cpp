@@ -3,10 +3,12 @@
 #include <QFontDatabase>
 #include <QTextCharFormat>
 #include <QTextCursor>
+#include <utility>
 
 #include "Models/GitOutput.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
+#include "UI/Appearance.h"
 
 QFont GitOutputView::codeFont() {
   auto& prefs = Preferences::shared();
@@ -35,6 +37,11 @@ GitOutputView::GitOutputView(QWidget* parent) : QTextBrowser(parent) {
   setOpenExternalLinks(true);
   setLineWrapMode(QTextEdit::NoWrap);
   setFont(codeFont());
+  // The text's colours were chosen for the palette it was written with.
+  Appearance::follow(this, [this] {
+    const QString output = std::exchange(raw_, QString());
+    if (!output.isEmpty()) setGitOutput(output);
+  });
 }
 
 void GitOutputView::setGitOutput(const QString& output) {
@@ -48,13 +55,12 @@ void GitOutputView::setGitOutput(const QString& output) {
   base.setForeground(palette().color(QPalette::Text));
   cursor.insertText(styled.text, base);
 
-  const bool dark = palette().color(QPalette::Base).lightness() < 128;
   for (const auto& span : styled.spans) {
     QTextCharFormat format;
     switch (span.style) {
       case GitOutput::Style::dimmed: format.setForeground(palette().color(QPalette::PlaceholderText)); break;
-      case GitOutput::Style::error: format.setForeground(dark ? QColor(0xff, 0x7b, 0x72) : QColor(0xc0, 0x1c, 0x28)); break;
-      case GitOutput::Style::hint: format.setForeground(dark ? QColor(0xd2, 0xa8, 0x22) : QColor(0x9a, 0x67, 0x00)); break;
+      case GitOutput::Style::error: format.setForeground(Appearance::errorText(palette())); break;
+      case GitOutput::Style::hint: format.setForeground(Appearance::warningText(palette())); break;
       case GitOutput::Style::link:
         format.setAnchor(true);
         format.setAnchorHref(span.url.contains(QStringLiteral("://")) ? span.url : QStringLiteral("http://") + span.url);

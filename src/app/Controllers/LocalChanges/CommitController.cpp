@@ -30,6 +30,7 @@
 #include "Models/SubjectCounter.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
+#include "UI/Appearance.h"
 
 CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(std::move(module)), queue_(std::move(queue)) {
@@ -119,6 +120,7 @@ CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> q
   connect(commitButton_, &QPushButton::clicked, this, &CommitController::commit);
   subject_->installEventFilter(this);
   description_->installEventFilter(this);
+  Appearance::follow(this, [this] { updateCounter(); });
   updateCounter();
   updateButton();
 }
@@ -160,8 +162,8 @@ void CommitController::updateCounter() {
                                                 preferences.commitSubjectLimitHigh());
   counter_->setVisible(!counter.hidden);
   counter_->setText(QString::number(counter.count));
-  const QColor color = counter.color == SubjectCounterColor::error     ? QColor(0xd0, 0x30, 0x30)
-                       : counter.color == SubjectCounterColor::warning ? QColor(0xd0, 0x8a, 0x00)
+  const QColor color = counter.color == SubjectCounterColor::error     ? Appearance::errorText(palette())
+                       : counter.color == SubjectCounterColor::warning ? Appearance::warningText(palette())
                                                                        : palette().color(QPalette::PlaceholderText);
   counter_->setStyleSheet(QStringLiteral("color: %1").arg(color.name()));
   counter_->setToolTip(counter.toolTip.value_or(QString()));

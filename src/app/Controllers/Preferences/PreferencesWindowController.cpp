@@ -57,7 +57,7 @@ QLabel* buddyLabel(const QString& text, QWidget* buddy) {
 QLabel* note(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setWordWrap(true);
-  label->setEnabled(false);  // the quieter text colour
+  label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
 }  // namespace

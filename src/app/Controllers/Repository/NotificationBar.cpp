@@ -5,14 +5,14 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "UI/Appearance.h"
+
 NotificationBar::NotificationBar(QWidget* parent) : QFrame(parent) {
   setObjectName(QStringLiteral("notificationBar"));
   setFrameShape(QFrame::StyledPanel);
   setAutoFillBackground(true);
-  QPalette p = palette();
-  const bool dark = p.color(QPalette::Window).lightness() < 128;
-  p.setColor(QPalette::Window, dark ? QColor(0x5a, 0x4a, 0x1a) : QColor(0xff, 0xf4, 0xce));
-  setPalette(p);
+  tint();
+  Appearance::follow(this, [this] { tint(); });
   auto* layout = new QHBoxLayout(this);
   layout_ = layout;
   layout->setContentsMargins(10, 4, 6, 4);
@@ -23,6 +23,13 @@ NotificationBar::NotificationBar(QWidget* parent) : QFrame(parent) {
   layout->addWidget(action_);
   connect(action_, &QPushButton::clicked, this, &NotificationBar::mainActionTriggered);
   hide();
+}
+
+void NotificationBar::tint() {
+  // Amber of the window's own lightness, so the window text stays readable on it.
+  QPalette p = palette();
+  p.setColor(QPalette::Window, Appearance::isDark(p) ? QColor(0x5a, 0x4a, 0x1a) : QColor(0xff, 0xf4, 0xce));
+  setPalette(p);
 }
 
 void NotificationBar::setNotification(const std::optional<RepositoryStateNotification>& notification) {

@@ -26,6 +26,8 @@ class NotificationBar : public QFrame {
   void mainActionTriggered();
 
  private:
+  void tint();
+
   QLabel* label_;
   QPushButton* action_;
   QHBoxLayout* layout_;

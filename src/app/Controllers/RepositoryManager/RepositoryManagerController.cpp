@@ -77,7 +77,7 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   progress_->setMaximumHeight(12);
   progress_->setTextVisible(false);
   progressLabel_ = new QLabel(this);
-  progressLabel_->setEnabled(false);  // the quieter text colour
+  progressLabel_->setForegroundRole(QPalette::PlaceholderText);
   auto* progressRow = new QVBoxLayout;
   progressRow->setContentsMargins(6, 0, 6, 6);
   progressRow->addWidget(progressLabel_);

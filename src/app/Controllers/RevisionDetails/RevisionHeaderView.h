@@ -21,4 +21,10 @@ class RevisionHeaderView : public QTextBrowser {
 
  Q_SIGNALS:
   void parentRequested(const QString& sha);
+
+ private:
+  void restyle();
+  void showHtml(const QString& html);
+
+  QString html_;
 };

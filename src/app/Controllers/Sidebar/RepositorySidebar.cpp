@@ -13,6 +13,7 @@
 #include "Models/Tag.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
+#include "UI/Appearance.h"
 
 namespace {
 const QString kBranches = QStringLiteral("Branches");
@@ -49,6 +50,8 @@ RepositorySidebar::RepositorySidebar(QWidget* parent) : QTreeWidget(parent) {
   setIndentation(14);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
   setContextMenuPolicy(Qt::CustomContextMenu);
+  // Counts and marks carry colours of the palette they were built with.
+  Appearance::follow(this, [this] { rebuild(); });
   connect(this, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
     QTreeWidgetItem* item = itemAt(position);
     if (!item) return;

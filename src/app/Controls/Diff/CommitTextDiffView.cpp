@@ -311,7 +311,8 @@ void CommitTextDiffView::paintGutter(QPaintEvent* event) {
                                                                                                       : DiffRowStyle::plain;
       const DiffRowColors colors = diffRowColors(style, dark);
       if (colors.gutter.isValid()) painter.fillRect(0, top, gutter_->width(), height, colors.gutter);
-      painter.setPen(palette().color(QPalette::PlaceholderText));
+      // Quiet numbers would fade into the tinted gutter of a changed row.
+      painter.setPen(palette().color(colors.gutter.isValid() ? QPalette::Text : QPalette::PlaceholderText));
       const auto draw = [&](int column, const std::optional<qint64>& value) {
         if (value) painter.drawText(column * columnWidth, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(*value));
       };

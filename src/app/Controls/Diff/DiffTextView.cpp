@@ -5,6 +5,7 @@
 
 #include "Controls/Diff/DiffColors.h"
 #include "Controls/GitOutputView.h"
+#include "UI/Appearance.h"
 
 namespace {
 class Gutter : public QWidget {
@@ -35,6 +36,7 @@ DiffTextView::DiffTextView(QWidget* parent) : QPlainTextEdit(parent), gutter_(ne
   setFont(GitOutputView::codeFont());
   GitOutputView::followCodeFont(this, [this] { setViewportMargins(gutterWidth(), 0, 0, 0); });
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  Appearance::follow(this, [this] { colorRows(); });
   connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
     if (dy) {
       gutter_->scroll(0, dy);
@@ -62,8 +64,11 @@ void DiffTextView::setRows(std::vector<UnifiedDiffRow> rows) {
   digits_ = static_cast<int>(QString::number(maxLine).size());
   setPlainText(text);
   setViewportMargins(gutterWidth(), 0, 0, 0);
+  colorRows();
+}
 
-  const bool dark = palette().color(QPalette::Base).lightness() < 128;
+void DiffTextView::colorRows() {
+  const bool dark = Appearance::isDark(palette());
   QList<QTextEdit::ExtraSelection> selections;
   QTextBlock block = document()->firstBlock();
   for (const auto& row : rows_) {
@@ -105,7 +110,8 @@ void DiffTextView::paintGutter(QPaintEvent* event) {
       const auto& row = rows_[static_cast<size_t>(number)];
       const DiffRowColors colors = colorsFor(row.kind, dark);
       if (colors.gutter.isValid()) painter.fillRect(0, top, gutter_->width(), height, colors.gutter);
-      painter.setPen(palette().color(QPalette::PlaceholderText));
+      // Quiet numbers would fade into the tinted gutter of a changed row.
+      painter.setPen(palette().color(colors.gutter.isValid() ? QPalette::Text : QPalette::PlaceholderText));
       if (row.oldLine > 0) painter.drawText(0, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(row.oldLine));
       if (row.newLine > 0) painter.drawText(columnWidth, top, columnWidth, height, Qt::AlignRight | Qt::AlignVCenter, QString::number(row.newLine));
     }

@@ -18,6 +18,8 @@ class DiffTextView : public QPlainTextEdit {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void colorRows();
+
   std::vector<UnifiedDiffRow> rows_;
   QWidget* gutter_;
   int digits_ = 1;

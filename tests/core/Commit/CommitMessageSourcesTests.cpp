@@ -30,6 +30,13 @@ TEST(MergeMessage, PrefillsFromTheMessageGitPreparedForAMerge) {
   const auto message = readMergeMessage(repo.module());
   ASSERT_TRUE(message.has_value());
   EXPECT_EQ(message->subject, QStringLiteral("Merge branch 'topic'"));
+  // git's notes on the conflict are comments, not part of the message.
+  ASSERT_TRUE(repo.readFile(QStringLiteral(".git/MERGE_MSG")).contains("# Conflicts:"));
+  EXPECT_EQ(message->description, QString());
+  // With another comment character a line that starts with "#" is text.
+  repo.git({QStringLiteral("config"), QStringLiteral("core.commentChar"), QStringLiteral(";")});
+  repo.writeFile(QStringLiteral(".git/MERGE_MSG"), "Merge branch 'topic'\n\n#12 fixed on both sides\n; Conflicts:\n;\ta.txt\n");
+  EXPECT_EQ(readMergeMessage(repo.module())->description, QStringLiteral("#12 fixed on both sides"));
 
   // An empty squash message is no message: the merge's stands.
   repo.writeFile(QStringLiteral(".git/SQUASH_MSG"), "\n");

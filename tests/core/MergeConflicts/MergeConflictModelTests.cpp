@@ -147,11 +147,11 @@ TEST(MergeConflictModel, RowCountsAndTitle) {
   file.chunks = {conflict(), second};
   EXPECT_EQ(file.title(), QStringLiteral("Resolved 0 conflicts of 2"));
   second->chooseRemote();
-  EXPECT_EQ(file.title(), QStringLiteral("Resolved 1 conflicts of 2"));
+  EXPECT_EQ(file.title(), QStringLiteral("Resolved 1 conflict of 2"));
   file.chunks = {second};
   EXPECT_EQ(file.title(), QStringLiteral("All conflicts resolved"));
   file.chunks = {conflict()};
-  EXPECT_EQ(file.title(), QStringLiteral("Resolved 0 conflict of 1"));
+  EXPECT_EQ(file.title(), QStringLiteral("Resolved 0 conflicts of 1"));
 }
 
 TEST(MergeConflictModel, LineWithoutParent) {

@@ -124,5 +124,5 @@ TEST(MergeResultText, ClicksOnTheSides) {
   EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), QStringLiteral("alpha\nbravo local\n\n\ncharlie\ndelta\necho\n"));
   editor.controller.removeChunk(chunk, MergeConflictPart::local);
   editor.controller.removeChunk(chunk, MergeConflictPart::remote);
-  EXPECT_EQ(editor.controller.mergeConflict()->title(), QStringLiteral("Resolved 0 conflict of 1"));
+  EXPECT_EQ(editor.controller.mergeConflict()->title(), QStringLiteral("Resolved 0 conflicts of 1"));
 }

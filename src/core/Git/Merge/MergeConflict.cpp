@@ -28,7 +28,7 @@ QString MergeConflict::title() const {
   if (resolved == total) return QStringLiteral("All conflicts resolved");
   return QStringLiteral("Resolved %1 %2 of %3")
       .arg(resolved)
-      .arg(total == 1 ? QStringLiteral("conflict") : QStringLiteral("conflicts"))
+      .arg(resolved == 1 ? QStringLiteral("conflict") : QStringLiteral("conflicts"))  // agrees with the number before it
       .arg(total);
 }
 

@@ -1,5 +1,7 @@
 #include "Commands/CommandTable.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QMenu>
 
@@ -226,8 +228,15 @@ std::vector<CommandDescriptor> makeTable() {
          section, belowTip});
     add({QStringLiteral("rewordRevision"), QStringLiteral("Reword Message..."), {}, Rebase::reword, onBranch, {}, 0, section});
     add({QStringLiteral("editRevision"), QStringLiteral("Edit..."), {}, Rebase::edit, onBranch, {}, 0, section});
-    add({QStringLiteral("squashIntoParent"), QStringLiteral("Squash into Parent..."), {}, Rebase::squashIntoParent, onBranch, {}, 0, section});
-    add({QStringLiteral("fixupIntoParent"), QStringLiteral("Fixup into Parent..."), {}, Rebase::fixupIntoParent, onBranch, {}, 0, section});
+    // The first commit has no parent to fold into.
+    const auto allHaveParents = [](const CommandContext& c) {
+      return !c.revisions.empty() &&
+             std::all_of(c.revisions.begin(), c.revisions.end(), [](const RevisionPtr& r) { return !r->parents().empty(); });
+    };
+    add({QStringLiteral("squashIntoParent"), QStringLiteral("Squash into Parent..."), {}, Rebase::squashIntoParent, onBranch, {}, 0,
+         section, allHaveParents});
+    add({QStringLiteral("fixupIntoParent"), QStringLiteral("Fixup into Parent..."), {}, Rebase::fixupIntoParent, onBranch, {}, 0,
+         section, allHaveParents});
     add({QStringLiteral("dropRevision"), QStringLiteral("Drop..."), {}, Rebase::drop, onBranch, {}, 0, section});
   }
 

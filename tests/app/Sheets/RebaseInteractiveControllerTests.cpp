@@ -85,6 +85,18 @@ TEST_F(RebaseSheetTest, QuickActionOpensWithTheChangeMadeAndSubmitRewritesWithAB
   EXPECT_TRUE(Preferences::shared().createInteractiveRabaseBackup());
 }
 
+// "Reword Message..." opens with the commit selected and its message ready to be typed over.
+TEST_F(RebaseSheetTest, RewordQuickActionTakesTheTypedMessage) {
+  open(Action{Action::Kind::reword, {a}});
+  EXPECT_EQ(sheet->selectedRows(), std::vector<int>{2});
+  ASSERT_EQ(sheet->focusWidget(), sheet->messageField());
+  QTest::keyClicks(sheet->focusWidget(), QStringLiteral("A, said again"));
+  EXPECT_EQ(commands(), (std::vector<Command>{Command::pick, Command::pick, Command::reword}));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  EXPECT_EQ(finish(), JelvSheetController::successCode);
+  EXPECT_EQ(subjects(), (QStringList{"C", "B", "A, said again", "base"}));
+}
+
 TEST_F(RebaseSheetTest, KeysReorderAndSetActionsAndTheRewordFieldGivesTheMessage) {
   open();
   QListView* list = sheet->listView();

@@ -207,9 +207,10 @@ void RebaseInteractiveController::todoListLoaded(const GitResult<std::vector<Tod
   setStatus(Status::none);
   setControlsEnabled(true);
   createBackup_->setEnabled(!source_.isEmpty());
+  // Focus first: a reword quick action moves it on to the message field.
+  list_->setFocus();
   runInitialAction();
   validate();
-  list_->setFocus();
 }
 
 void RebaseInteractiveController::runInitialAction() {

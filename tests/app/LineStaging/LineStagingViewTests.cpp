@@ -178,6 +178,11 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
   EXPECT_EQ(bar->stageButton()->text(), QStringLiteral("Stage Hunk"));
   EXPECT_EQ(bar->discardButton()->text(), QStringLiteral("Discard Hunk"));
   EXPECT_EQ(bar->y(), std::max(text->activeChunk()->rect.top() + 5, 5));
+  // Beside the text, never over it, whatever the lines' length.
+  const QRect barOnScreen(bar->mapToGlobal(QPoint(0, 0)), bar->size());
+  const QRect textOnScreen(text->viewport()->mapToGlobal(QPoint(0, 0)), text->viewport()->size());
+  EXPECT_FALSE(barOnScreen.intersects(textOnScreen));
+  EXPECT_TRUE(text->rect().contains(QRect(text->mapFromGlobal(barOnScreen.topLeft()), bar->size())));
   EXPECT_LE(text->activeChunk()->rect.top(), point.y());
   EXPECT_GE(text->activeChunk()->rect.bottom(), point.y());
 
@@ -300,4 +305,34 @@ TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
   EXPECT_TRUE(sheets.front()->errorTextView()->rawOutput().contains(u"patch does not apply"))
       << sheets.front()->errorTextView()->rawOutput().toStdString();
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 6).replace("line 2\n", "other\n"));
+}
+
+// A changed line shows its sign just before the text, as the history's diff does; a
+// context line shows none.
+TEST_F(LineStagingView, ChangedLinesShowTheirSignBeforeTheText) {
+  repo.commitFile(QStringLiteral("s.txt"), numbered(1, 5), QStringLiteral("base"));
+  repo.writeFile(QStringLiteral("s.txt"), numbered(1, 5).replace("line 3\n", "third\n"));
+  open();
+  showDiff(view->unstagedList(), QStringLiteral("s.txt"));
+  CommitTextDiffView* text = view->diffView();
+  const QImage gutter = text->gutter()->grab().toImage();
+  const qreal scale = gutter.devicePixelRatio();
+  // Pixels unlike the row's own background right of the line numbers, where the sign goes:
+  // the gutter ends in a column one digit and eight pixels wide, the last three for the
+  // hunk marker.
+  const auto inkBeforeText = [&](const QString& line) {
+    const int row = rowOf(text, line);
+    EXPECT_GE(row, 0) << line.toStdString();
+    const QRect cell = text->cursorRect(QTextCursor(text->document()->findBlockByNumber(row)));
+    const int right = text->gutter()->width() - 4, left = right - text->fontMetrics().horizontalAdvance(QLatin1Char('9')) - 5;
+    const QRgb background = gutter.pixel(int(left * scale), int(cell.center().y() * scale));
+    int ink = 0;
+    for (int y = cell.top() + 1; y < cell.bottom(); ++y) {
+      for (int x = left; x < right; ++x) ink += gutter.pixel(int(x * scale), int(y * scale)) != background;
+    }
+    return ink;
+  };
+  EXPECT_GT(inkBeforeText(QStringLiteral("line 3")), 0);
+  EXPECT_GT(inkBeforeText(QStringLiteral("third")), 0);
+  EXPECT_EQ(inkBeforeText(QStringLiteral("line 2")), 0);
 }

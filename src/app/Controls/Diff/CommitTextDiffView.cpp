@@ -1,5 +1,6 @@
 #include "Controls/Diff/CommitTextDiffView.h"
 
+#include <QCursor>
 #include <QKeyEvent>
 #include <algorithm>
 #include <QMenu>
@@ -51,12 +52,18 @@ CommitTextDiffView::CommitTextDiffView(QWidget* parent) : QPlainTextEdit(parent)
   setReadOnly(true);
   setLineWrapMode(QPlainTextEdit::NoWrap);
   setFont(GitOutputView::codeFont());
-  GitOutputView::followCodeFont(this, [this] { setViewportMargins(gutterWidth(), 0, 0, 0); });
+  GitOutputView::followCodeFont(this, [this] { updateMargins(); });
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   viewport()->setMouseTracking(true);
   gutter_ = new Gutter(this);
-  stageBar_ = new DiffSelectionPopoverController(viewport());
+  // The bar floats in a column of its own beside the text, so it never covers a line.
+  barColumn_ = new QWidget(this);
+  barColumn_->setAutoFillBackground(true);
+  barColumn_->setBackgroundRole(QPalette::AlternateBase);
+  barColumn_->installEventFilter(this);
+  stageBar_ = new DiffSelectionPopoverController(barColumn_);
   stageBar_->hide();
+  updateMargins();
   connect(stageBar_, &DiffSelectionPopoverController::toggleStage, this, &CommitTextDiffView::toggleStageRequested);
   connect(stageBar_, &DiffSelectionPopoverController::discard, this, &CommitTextDiffView::discardRequested);
   connect(this, &QPlainTextEdit::selectionChanged, this, &CommitTextDiffView::onSelectionChanged);
@@ -83,8 +90,7 @@ void CommitTextDiffView::showPatch(Document document, Numbers numbers, bool stag
   qint64 maxNumber = 1;
   for (const Row& row : rows_) maxNumber = std::max({maxNumber, row.oldNumber.value_or(0), row.newNumber.value_or(0)});
   digits_ = static_cast<int>(QString::number(maxNumber).size());
-  setViewportMargins(gutterWidth(), 0, 0, 0);
-  gutter_->setGeometry(QRect(contentsRect().left(), contentsRect().top(), gutterWidth(), contentsRect().height()));
+  updateMargins();
   gutter_->update();
   viewport()->update();
 }
@@ -160,6 +166,18 @@ qint64 CommitTextDiffView::selectedChangedLines(const Range& range) const {
 void CommitTextDiffView::setOperationsEnabled(bool on) {
   operations_ = on;
   if (!on) setActiveChunk(std::nullopt);
+  updateMargins();
+}
+
+int CommitTextDiffView::barColumnWidth() const { return operations_ ? stageBar_->sizeHint().width() + 8 : 0; }
+
+void CommitTextDiffView::updateMargins() {
+  setViewportMargins(gutterWidth(), 0, barColumnWidth(), 0);
+  const QRect cr = contentsRect();
+  gutter_->setGeometry(QRect(cr.left(), cr.top(), gutterWidth(), cr.height()));
+  const QRect text = viewport()->geometry();
+  barColumn_->setGeometry(QRect(text.right() + 1, text.top(), barColumnWidth(), text.height()));
+  barColumn_->setVisible(operations_);
 }
 
 void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> chunk) {
@@ -178,8 +196,10 @@ void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> c
     stageBar_->setTarget(staged_, activeChunk_->manualSelection,
                          activeChunk_->manualSelection ? selectedChangedLines(activeChunk_->range) : 0);
   }
-  // Five pixels below the top of the target, never above the visible top.
-  const int x = std::max(viewport()->width() - stageBar_->width() - 12, 0);
+  // Five pixels below the top of the target, never above the visible top; the column
+  // starts where the text does, so its coordinates are the text's.
+  stageBar_->adjustSize();
+  const int x = (barColumn_->width() - stageBar_->width()) / 2;
   const int y = std::max(activeChunk_->rect.top() + 5, 5);
   stageBar_->move(x, y);
   stageBar_->show();
@@ -324,6 +344,13 @@ void CommitTextDiffView::paintGutter(QPaintEvent* event) {
         case Numbers::oldOnly: draw(0, row.oldNumber); break;
         case Numbers::newOnly: draw(0, row.newNumber); break;
       }
+      // The sign of a changed line in the column before the text, as a unified diff reads.
+      if (row.kind == RowKind::added || row.kind == RowKind::removed) {
+        const int columns = numbers_ == Numbers::oldAndNew ? 2 : 1;
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(columns * columnWidth, top, gutter_->width() - columns * columnWidth - 3, height, Qt::AlignCenter,
+                         row.kind == RowKind::added ? QStringLiteral("+") : QStringLiteral("\u2212"));
+      }
     }
     block = block.next();
     top += height;
@@ -393,8 +420,7 @@ void CommitTextDiffView::paintWordSpans(QPainter& painter, const QRect& area, bo
 
 void CommitTextDiffView::resizeEvent(QResizeEvent* event) {
   QPlainTextEdit::resizeEvent(event);
-  const QRect cr = contentsRect();
-  gutter_->setGeometry(QRect(cr.left(), cr.top(), gutterWidth(), cr.height()));
+  updateMargins();
   refreshGeometry();
 }
 
@@ -408,12 +434,21 @@ void CommitTextDiffView::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons() == Qt::NoButton) hoverAt(event->position().toPoint());
 }
 
+void CommitTextDiffView::endHoverUnlessOver(const QWidget* other) {
+  if (!activeChunk_ || activeChunk_->manualSelection || !lastMouseLocation_) return;
+  if (other->rect().contains(other->mapFromGlobal(QCursor::pos()))) return;
+  setActiveChunk(std::nullopt);
+}
+
 bool CommitTextDiffView::viewportEvent(QEvent* event) {
-  // The mouse left the text (not for the bar, which lies inside): the hover ends.
-  if (event->type() == QEvent::Leave && activeChunk_ && !activeChunk_->manualSelection && lastMouseLocation_) {
-    setActiveChunk(std::nullopt);
-  }
+  // The mouse left the text, and not for the bar beside it: the hover ends.
+  if (event->type() == QEvent::Leave) endHoverUnlessOver(barColumn_);
   return QPlainTextEdit::viewportEvent(event);
+}
+
+bool CommitTextDiffView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == barColumn_ && event->type() == QEvent::Leave) endHoverUnlessOver(viewport());
+  return QPlainTextEdit::eventFilter(watched, event);
 }
 
 void CommitTextDiffView::keyPressEvent(QKeyEvent* event) {

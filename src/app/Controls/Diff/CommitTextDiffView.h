@@ -66,6 +66,7 @@ class CommitTextDiffView : public QPlainTextEdit {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   bool viewportEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   enum class RowKind { fileHeader, hunkHeader, context, removed, added, padding, marker };
@@ -84,6 +85,11 @@ class CommitTextDiffView : public QPlainTextEdit {
   bool targetForKeyboard();
   std::optional<QRect> rectOf(const PatchView::Range& range) const;
   void refreshGeometry();
+  // Room for the line numbers left of the text and for the stage bar right of it.
+  void updateMargins();
+  // Ends a hover target when the mouse is neither over the text nor over `other`.
+  void endHoverUnlessOver(const QWidget* other);
+  int barColumnWidth() const;
   qint64 selectedChangedLines(const PatchView::Range& range) const;
 
   PatchView::Document patch_;
@@ -95,6 +101,7 @@ class CommitTextDiffView : public QPlainTextEdit {
   std::optional<CommitTextDiffViewChunk> activeChunk_;
   std::optional<QPoint> lastMouseLocation_;
   DiffSelectionPopoverController* stageBar_;
+  QWidget* barColumn_;
   QWidget* gutter_;
   int digits_ = 1;
 };

@@ -1,6 +1,6 @@
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 
-#include <QHBoxLayout>
+#include <QVBoxLayout>
 #include <QPainter>
 #include <QPushButton>
 
@@ -20,7 +20,11 @@ DiffSelectionPopoverController::DiffSelectionPopoverController(QWidget* parent) 
     button->setAutoDefault(false);
     button->setFocusPolicy(Qt::NoFocus);  // the keyboard stays in the text
   }
-  auto* layout = new QHBoxLayout(this);
+  // As wide as the longest label either button shows.
+  stage_->setText(QStringLiteral("Discard 999 Lines"));
+  const int width = stage_->sizeHint().width();
+  for (QPushButton* button : {stage_, discard_}) button->setFixedWidth(width);
+  auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(3, 3, 3, 3);
   layout->setSpacing(4);
   // The same actions from the keyboard, in the diff text.

@@ -1,7 +1,9 @@
 #pragma once
-// The stage bar that floats over a diff at the hovered hunk or the selected lines. Its
+// The stage bar that floats beside a diff at the hovered hunk or the selected lines. Its
 // stage and unstage buttons share one action (the file's side decides which it is);
-// discard is offered on the unstaged side only.
+// discard is offered on the unstaged side only. The buttons stand one above the other
+// and keep one width whatever they read, so the column the bar floats in stays narrow
+// and never changes.
 #include <QFrame>
 
 class QPushButton;

@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QThread>
 #include <libsecret/secret.h>
 
 #include "Logging/AdvancedLogger.h"
@@ -96,7 +97,17 @@ KeychainManager::Status KeychainManager::remove(const QString& service, const QS
 KeychainManager::Status KeychainManager::accounts(const QString& service, QStringList* accounts) {
   GError* error = nullptr;
   const QByteArray s = service.toUtf8();
-  GList* items = secret_password_search_sync(schema(), SECRET_SEARCH_ALL, nullptr, &error, "service", s.constData(), nullptr);
+  GList* items = nullptr;
+  // Right after an item is replaced, gnome-keyring may still list the old one and then
+  // fail with "No such secret item"; a second search a moment later no longer does.
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    if (error) {
+      g_clear_error(&error);
+      QThread::msleep(50);
+    }
+    items = secret_password_search_sync(schema(), SECRET_SEARCH_ALL, nullptr, &error, "service", s.constData(), nullptr);
+    if (!error) break;
+  }
   if (error) return fromError(error);
   for (GList* item = items; item; item = item->next) {
     GHashTable* attributes = secret_retrievable_get_attributes(SECRET_RETRIEVABLE(item->data));

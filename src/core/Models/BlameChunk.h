@@ -3,7 +3,16 @@
 #include <QDateTime>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
+
+// What a blame view reads: the file at one revision.
+struct BlameArgs {
+  QString sha;
+  QString filepath;
+
+  bool operator==(const BlameArgs&) const = default;
+};
 
 struct BlameChunk {
   // One per commit, shared by all of its chunks.
@@ -13,6 +22,9 @@ struct BlameChunk {
     QString authorMail;
     QDateTime authorDate;
     QString message;  // the subject
+    // The commit before this one and the file's path there; none for the commit that
+    // added the file. Blaming the file before a change must follow a rename through it.
+    std::optional<BlameArgs> previous;
   };
 
   int lineNumber = 0;  // of the first line, in the file as it is at the blamed revision (1-based)
@@ -22,10 +34,3 @@ struct BlameChunk {
 
 using BlameChunkList = std::vector<BlameChunk>;
 
-// What a blame view reads: the file at one revision.
-struct BlameArgs {
-  QString sha;
-  QString filepath;
-
-  bool operator==(const BlameArgs&) const = default;
-};

@@ -15,14 +15,14 @@ void commitAs(TempRepository& repo, const QString& author, const QString& messag
 
 TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
   TempRepository repo;
-  repo.writeFile("old name.txt", "one\ntwo\nthree\nfour\n");
+  repo.writeFile("öld name.txt", "one\ntwo\nthree\nfour\n");
   repo.git({"add", "."});
   commitAs(repo, "Ada", "Write four lines");
   const QString first = repo.headSha();
-  repo.writeFile("old name.txt", "one\nTWO\nthree\nFOUR\n");
+  repo.writeFile("öld name.txt", "one\nTWO\nthree\nFOUR\n");
   commitAs(repo, "Ben", "Shout two and four");
   const QString second = repo.headSha();
-  repo.git({"mv", "old name.txt", "nëw name.txt"});
+  repo.git({"mv", "öld name.txt", "nëw name.txt"});
   commitAs(repo, "Cy", "Rename");
 
   const auto result = GetBlameGitCommand::execute(repo.module(), "HEAD", "nëw name.txt");
@@ -43,8 +43,13 @@ TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
   EXPECT_FALSE(chunks[1].revisionInfo->authorMail.contains('<'));
   EXPECT_TRUE(chunks[1].revisionInfo->authorDate.isValid());
 
-  // An older revision blames the file under its old name.
-  const auto older = GetBlameGitCommand::execute(repo.module(), first, "old name.txt");
+  // Each commit names the one before it and the file's name there (quoted by git, as it
+  // is not ASCII), so the blame before a change follows the rename back.
+  EXPECT_FALSE(chunks[0].revisionInfo->previous.has_value());
+  ASSERT_TRUE(chunks[1].revisionInfo->previous.has_value());
+  EXPECT_EQ(*chunks[1].revisionInfo->previous, (BlameArgs{first, "öld name.txt"}));
+  const BlameArgs& before = *chunks[1].revisionInfo->previous;
+  const auto older = GetBlameGitCommand::execute(repo.module(), before.sha, before.filepath);
   ASSERT_TRUE(older.isSuccess());
   ASSERT_EQ(older.value().size(), 1u);
   EXPECT_EQ(older.value()[0].lineCount, 4);
@@ -80,6 +85,7 @@ TEST(FileHistory, FollowsTheFileBackPastItsRename) {
   repo.git({"mv", "dir/a.txt", "dir/b ë.txt"});
   repo.commit("Rename");
   repo.commitFile("dir/b ë.txt", "1\n2\n3\n", "Grow again");
+  repo.commitFile("dir/sub/c.txt", "c\n", "Beside it");
 
   const auto result = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt");
   ASSERT_TRUE(result.isSuccess());
@@ -93,8 +99,17 @@ TEST(FileHistory, FollowsTheFileBackPastItsRename) {
   EXPECT_EQ(rename[0]->path, QStringLiteral("dir/b ë.txt"));
   EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, QStringLiteral("dir/a.txt"));
 
+  // A folder's history is everything under it, each commit with its files there.
+  const auto folder = GetFileHistoryGitCommand::execute(repo.module(), "dir/");
+  ASSERT_TRUE(folder.isSuccess());
+  subjects.clear();
+  for (const auto& entry : folder.value()) subjects << entry.revision->message();
+  EXPECT_EQ(subjects, (QStringList{"Beside it", "Grow again", "Rename", "Grow", "Create"}));
+  EXPECT_EQ(folder.value()[0].changedFiles.at(0)->path, QStringLiteral("dir/sub/c.txt"));
+  EXPECT_EQ(folder.value()[2].changedFiles.at(0)->changeType, ChangeType::renamed);
+
   // A limiting revision narrows it.
-  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("HEAD~1"));
+  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("HEAD~2"));
   ASSERT_TRUE(limited.isSuccess());
   EXPECT_EQ(limited.value().size(), 3u);
   EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("no-such-branch")).isFailure());

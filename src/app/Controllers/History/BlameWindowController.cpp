@@ -119,7 +119,18 @@ void BlameWindowController::showRevisionMenu(const QString& sha, const QPoint& g
   menu.addAction(tr("Show Commit in History"), this, [this, sha] {
     if (selectRevision_) selectRevision_(sha);
   });
-  menu.addAction(tr("Blame Previous Revision"), this, [this, sha] { load({sha + QStringLiteral("^"), args_.filepath}); });
+  // The file as the parent had it, under the name it had there; a commit that added the
+  // file has nothing before it.
+  std::optional<BlameArgs> previous;
+  for (const BlameChunk& chunk : view_->chunks()) {
+    if (chunk.revisionInfo->sha != sha) continue;
+    previous = chunk.revisionInfo->previous;
+    break;
+  }
+  QAction* blamePrevious = menu.addAction(tr("Blame Previous Revision"), this, [this, previous] {
+    if (previous) load(*previous);
+  });
+  blamePrevious->setEnabled(previous.has_value());
   menu.addAction(tr("Copy SHA"), this, [sha] { QApplication::clipboard()->setText(sha); });
   menu.exec(globalPosition);
 }

@@ -193,7 +193,9 @@ void RevisionFileTreeTabController::showMenu(const QPoint& position) {
   QMenu menu(this);
   const bool file = entry.itemType == FileTreeItemType::file;
   QAction* history = menu.addAction(tr("File History..."), this, [this, revision, entry] {
-    if (actions_.history) actions_.history(revision, entry.filePath);
+    // The slash asks for everything under the folder.
+    const bool folder = entry.itemType == FileTreeItemType::directory;
+    if (actions_.history) actions_.history(revision, folder ? entry.filePath + QLatin1Char('/') : entry.filePath);
   });
   history->setEnabled(entry.itemType != FileTreeItemType::revision);
   menu.addAction(tr("Blame..."), this, [this, revision, entry] {

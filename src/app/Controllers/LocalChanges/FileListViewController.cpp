@@ -71,6 +71,12 @@ ChangedFileList FileListViewController::selectedFiles() const { return model_->f
 
 ChangedFilePtr FileListViewController::currentFile() const { return model_->fileAt(currentIndex()); }
 
+QString FileListViewController::selectedFolder() const {
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  if (rows.size() != 1) return {};
+  return model_->directoryAt(rows.front());
+}
+
 bool FileListViewController::selectFile(const QString& path) {
   const QModelIndex index = model_->indexOfFile(path);
   if (!index.isValid()) return false;

@@ -28,6 +28,8 @@ class FileListViewController : public QTreeView {
   // The files of the selected rows; a selected folder gives every file under it.
   ChangedFileList selectedFiles() const;
   ChangedFilePtr currentFile() const;
+  // The path of the one selected row when it is a folder; empty otherwise.
+  QString selectedFolder() const;
   // Makes the file the current and only selected row; false when it isn't listed.
   bool selectFile(const QString& path);
 

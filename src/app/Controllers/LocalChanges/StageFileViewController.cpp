@@ -526,16 +526,23 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     connect(openWithMenu, &QMenu::aboutToShow, this, [this, openWithMenu, file] { fillOpenWithMenu(openWithMenu, file); });
     menu->addAction(tr("External Diff"), this, [this, file] { externalDiff(file); });
     // Who changed its lines and when, as of the checked-out commit.
-    RepositoryView* repository = nullptr;
-    for (QObject* ancestor = parent(); ancestor && !repository; ancestor = ancestor->parent()) {
-      repository = qobject_cast<RepositoryView*>(ancestor);
-    }
+    RepositoryView* repository = repositoryView();
     if (repository && file->tracked && !file->isNew) {
       CommandContext context = CommandContext::forRepository(repository);
       context.revisions.clear();
       context.paths = {file->oldPath.value_or(file->path)};
       menu->addSeparator();
       CommandTable::addActions(menu, {QStringLiteral("blame"), QStringLiteral("fileHistory")}, context);
+    }
+  }
+  // A folder row of the tree: the history of everything under it (the slash says folder).
+  if (const QString folder = list->selectedFolder(); !folder.isEmpty()) {
+    if (RepositoryView* repository = repositoryView()) {
+      CommandContext context = CommandContext::forRepository(repository);
+      context.revisions.clear();
+      context.paths = {folder + QLatin1Char('/')};
+      menu->addSeparator();
+      CommandTable::addActions(menu, {QStringLiteral("fileHistory")}, context);
     }
   }
   // The desktop has no "reveal"; opening the folder is what a file manager offers.
@@ -550,6 +557,13 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     }
   }
   return menu;
+}
+
+RepositoryView* StageFileViewController::repositoryView() const {
+  for (QObject* ancestor = parent(); ancestor; ancestor = ancestor->parent()) {
+    if (auto* repository = qobject_cast<RepositoryView*>(ancestor)) return repository;
+  }
+  return nullptr;
 }
 
 void StageFileViewController::fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file) {

@@ -121,6 +121,8 @@ class StageFileViewController : public QWidget {
   void loadDiff(const ChangedFilePtr& file, bool loadLarge = false);
   void showContextMenu(FileListViewController* list, const QPoint& position);
   void fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file);
+  // The repository tab this page belongs to; null outside one.
+  class RepositoryView* repositoryView() const;
   void showToolFailure(const QString& text);
   ChangedFileList selection(FileListViewController* list) const;
 

@@ -3,6 +3,7 @@
 #include <QHash>
 
 #include "Extensions/DecimalInteger.h"
+#include "Extensions/GitQuotedPath.h"
 #include "Git/Process/GitRequest.h"
 #include "Jobs/Cancelable.h"
 #include "Logging/AdvancedLogger.h"
@@ -64,7 +65,11 @@ std::shared_ptr<BlameChunk::RevisionInfo> parseRevisionHeader(const QStringList&
       }
     } else if (line.startsWith(QLatin1String("summary "))) {
       info->message = line.mid(8);
-    } else if (!startsWithAny(line, {QLatin1StringView("author-tz "), QLatin1StringView("committer"), QLatin1StringView("previous "),
+    } else if (line.startsWith(QLatin1String("previous "))) {
+      // "previous <sha> <path>", the path quoted when it holds special characters
+      const qsizetype blank = line.indexOf(QLatin1Char(' '), 9);
+      if (blank > 9) info->previous = BlameArgs{line.mid(9, blank - 9), GitQuotedPath::unquote(QStringView(line).mid(blank + 1))};
+    } else if (!startsWithAny(line, {QLatin1StringView("author-tz "), QLatin1StringView("committer"),
                                      QLatin1StringView("boundary"), QLatin1StringView("filename ")})) {
       LOG_WARNING(QStringLiteral("Unexpected blame prefix in line: '%1'").arg(line));
     }

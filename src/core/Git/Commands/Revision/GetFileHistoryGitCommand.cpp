@@ -6,9 +6,10 @@
 
 QStringList GetFileHistoryGitCommand::arguments(const QString& path, const std::optional<QString>& limit) {
   // Paths as they are, not octal-quoted.
-  QStringList args = {QStringLiteral("-c"), QStringLiteral("core.quotepath=false"), QStringLiteral("log"),         QStringLiteral("--no-show-signature"), QStringLiteral("--oneline"),
-                      QStringLiteral("--name-status"), QStringLiteral("--follow"),
-                      QStringLiteral("--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s")};
+  QStringList args = {QStringLiteral("-c"), QStringLiteral("core.quotepath=false"), QStringLiteral("log"),
+                      QStringLiteral("--no-show-signature"), QStringLiteral("--oneline"), QStringLiteral("--name-status")};
+  if (!isFolder(path)) args << QStringLiteral("--follow");
+  args << QStringLiteral("--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s");
   if (limit) args << *limit;
   args << QStringLiteral("--") << path;
   return args;

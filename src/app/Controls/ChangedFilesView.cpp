@@ -69,3 +69,12 @@ ChangedFilePtr ChangedFilesView::currentFile() const {
   const int row = indexOfTopLevelItem(currentItem());
   return row >= 0 && row < static_cast<int>(files_.size()) ? files_[static_cast<size_t>(row)] : ChangedFilePtr();
 }
+
+bool ChangedFilesView::selectPath(const QString& path) {
+  for (size_t row = 0; row < files_.size(); ++row) {
+    if (files_[row]->path != path) continue;
+    setCurrentItem(topLevelItem(static_cast<int>(row)));
+    return true;
+  }
+  return false;
+}

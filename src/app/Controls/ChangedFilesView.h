@@ -12,6 +12,8 @@ class ChangedFilesView : public QTreeWidget {
   void setFiles(const ChangedFileList& files);
   const ChangedFileList& files() const { return files_; }
   ChangedFilePtr currentFile() const;
+  // Makes the file of that path current; false when the list has none.
+  bool selectPath(const QString& path);
 
   static QString statusLetter(ChangeType type, bool isNew);
   static QColor statusColor(ChangeType type, bool isNew, bool dark);

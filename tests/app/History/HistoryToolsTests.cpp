@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeWidget>
 
 #include "Commands/CommandTable.h"
@@ -24,6 +25,8 @@
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/Search/RevisionSearchBar.h"
 #include "Controllers/Search/RevisionSearchController.h"
+#include "Controllers/Search/RevisionSearchResultsView.h"
+#include "Controls/ChangedFilesView.h"
 #include "Controls/ContentView/FileContentView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"
@@ -99,11 +102,38 @@ TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
   QTest::keyClick(bar->field(), Qt::Key_Return, Qt::ShiftModifier);
   EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Start the notes"));
 
-  // A path search in any case.
+  // The matches are listed beside the commit list, following its selection; choosing one
+  // there selects its commit.
+  RevisionSearchResultsView* results = view.searchResults();
+  ASSERT_TRUE(results->isVisible());
+  ASSERT_EQ(results->matchCount(), 3);
+  EXPECT_EQ(results->currentItem(), results->topLevelItem(2));
+  results->setCurrentItem(results->topLevelItem(1));
+  EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Add beta to the notes"));
+  EXPECT_EQ(bar->countLabel()->text(), QStringLiteral("2 of 3"));
+  // Down in the field goes to the list; the button hides it.
+  QTest::keyClick(bar->field(), Qt::Key_Down);
+  EXPECT_TRUE(results->hasFocus());
+  bar->resultsButton()->click();
+  EXPECT_FALSE(results->isVisible());
+  bar->resultsButton()->click();
+
+  // A path search in any case lists the files that matched; choosing one shows its change.
   bar->typeBox()->setCurrentIndex(bar->typeBox()->findText("Path"));
   bar->field()->setText("DOCS/*");
   ASSERT_TRUE(finished.wait(20000));
   EXPECT_EQ(markedSubjects(view.commitList()), QStringList{"Write the guide"});
+  ASSERT_EQ(results->matchCount(), 1);
+  QTreeWidgetItem* guide = results->topLevelItem(0);
+  ASSERT_EQ(guide->childCount(), 1);
+  EXPECT_EQ(RevisionSearchResultsView::pathOf(guide->child(0)), QStringLiteral("docs/guide.txt"));
+  view.commitList()->selectRow(0);
+  QSignalSpy details(&view, &RepositoryView::commitDetailsLoaded);
+  results->setCurrentItem(guide->child(0));
+  EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Write the guide"));
+  ASSERT_TRUE(details.wait(20000));
+  ASSERT_TRUE(view.revisionFiles()->currentFile());
+  EXPECT_EQ(view.revisionFiles()->currentFile()->path, QStringLiteral("docs/guide.txt"));
 
   // A sha, abbreviated, jumps to its commit.
   const QString root = repo.git({"rev-list", "--max-parents=0", "HEAD"}).trimmed();
@@ -114,6 +144,7 @@ TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
 
   QTest::keyClick(bar->field(), Qt::Key_Escape);
   EXPECT_FALSE(bar->isVisible());
+  EXPECT_FALSE(results->isVisible());
   EXPECT_TRUE(markedSubjects(view.commitList()).isEmpty());
 }
 
@@ -172,6 +203,59 @@ TEST(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
   EXPECT_FALSE(window->isShowingDiff());
   EXPECT_EQ(window->selectionLabel()->text(), QStringLiteral("Select two commits to see difference between them"));
   EXPECT_EQ(window->countLabel()->text(), QStringLiteral("3 commits selected"));
+
+  // The File tab: the whole file as the clicked commit left it, under its name there.
+  QSignalSpy fileShown(window, &FileHistoryWindowController::fileShown);
+  window->setShowingFile(true);
+  list->setCurrentItem(list->topLevelItem(3));
+  ASSERT_TRUE(fileShown.wait(20000));
+  EXPECT_EQ(window->contentView()->shownText(), QStringLiteral("alpha\n"));
+  list->setCurrentItem(list->topLevelItem(0));
+  ASSERT_TRUE(fileShown.wait(20000));
+  EXPECT_EQ(window->contentView()->shownText(), QStringLiteral("alpha\nbeta\ngamma\n"));
+}
+
+TEST(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {
+  TempRepository repo;
+  buildHistory(repo);
+  repo.writeFile("docs/guide.txt", "guide\nmore\n");
+  repo.writeFile("docs/api.txt", "api\n");
+  repo.git({"add", "."});
+  repo.commit("Grow the docs");
+  repo.commitFile("docs/api.txt", "api\nv2\n", "Second api");
+  OpenRepository open(repo);
+  ShowFileHistorySheetCommand::execute(open.context("docs/"));
+  auto* window = open.window<FileHistoryWindowController>("fileHistoryWindow");
+  ASSERT_TRUE(window);
+  QSignalSpy loaded(window, &FileHistoryWindowController::historyLoaded);
+  ASSERT_TRUE(loaded.wait(20000));
+  QTreeWidget* list = window->list();
+  ASSERT_EQ(list->topLevelItemCount(), 3);
+  EXPECT_EQ(list->topLevelItem(1)->text(0), QStringLiteral("Grow the docs"));
+  ASSERT_EQ(list->topLevelItem(1)->childCount(), 2);
+
+  // A commit of two files waits for a file to be chosen; a commit of one file shows it.
+  list->setCurrentItem(list->topLevelItem(1));
+  EXPECT_FALSE(window->isShowingDiff());
+  QSignalSpy diff(window, &FileHistoryWindowController::diffLoaded);
+  list->setCurrentItem(list->topLevelItem(2));
+  ASSERT_TRUE(diff.wait(20000));
+  EXPECT_TRUE(window->isShowingDiff());
+
+  // One file in each of two commits: the difference between them; two different files
+  // are not compared.
+  QTreeWidgetItem* secondApi = list->topLevelItem(0)->child(0);
+  QTreeWidgetItem* firstApi = list->topLevelItem(1)->child(0);
+  ASSERT_EQ(firstApi->text(0), QStringLiteral("A  docs/api.txt"));
+  list->clearSelection();
+  secondApi->setSelected(true);
+  firstApi->setSelected(true);
+  ASSERT_TRUE(diff.wait(20000));
+  EXPECT_TRUE(window->diffView()->isShowingText());
+  firstApi->setSelected(false);
+  list->topLevelItem(2)->child(0)->setSelected(true);
+  EXPECT_FALSE(window->isShowingDiff());
+  EXPECT_EQ(window->countLabel()->text(), QStringLiteral("2 files selected"));
 }
 
 TEST(HistoryTools, TheFilesOfACommitOpenFolderByFolder) {

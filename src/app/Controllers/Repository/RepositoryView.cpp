@@ -33,6 +33,7 @@
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Search/RevisionSearchBar.h"
 #include "Controllers/Search/RevisionSearchController.h"
+#include "Controllers/Search/RevisionSearchResultsView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
 #include "Controls/Diff/DiffContent.h"
@@ -159,7 +160,15 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   listLayout->setContentsMargins(0, 0, 0, 0);
   listLayout->setSpacing(0);
   listLayout->addWidget(searchBar_);
-  listLayout->addWidget(commitList_, 1);
+  // The list of matches stands beside the commit list while a search is open.
+  searchResults_ = new RevisionSearchResultsView;
+  auto* listAndResults = new QSplitter(Qt::Horizontal);
+  listAndResults->addWidget(commitList_);
+  listAndResults->addWidget(searchResults_);
+  listAndResults->setStretchFactor(0, 3);
+  listAndResults->setStretchFactor(1, 1);
+  listAndResults->setChildrenCollapsible(false);
+  listLayout->addWidget(listAndResults, 1);
   auto* history = new QSplitter(Qt::Vertical);
   history->addWidget(listWithSearch);
   history->addWidget(details);
@@ -254,7 +263,8 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   auto* refreshShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+R")), this);
   connect(refreshShortcut, &QShortcut::activated, this, &RepositoryView::refresh);
   auto* findShortcut = new QShortcut(QKeySequence::Find, this);
-  search_ = new RevisionSearchController(searchBar_, commitList_, controller_, this);
+  search_ = new RevisionSearchController(searchBar_, searchResults_, commitList_, controller_, this);
+  connect(search_, &RevisionSearchController::fileRequested, this, &RepositoryView::showRevisionFile);
   connect(findShortcut, &QShortcut::activated, this, [this] {
     showHistory();
     search_->activate();
@@ -402,6 +412,14 @@ void RepositoryView::showRevisionFileTree() {
   fileTree_->setRevision(commitList_->currentRevision());
 }
 
+void RepositoryView::showRevisionFile(const Sha& sha, const QString& path) {
+  showHistory();
+  if (!commitList_->selectSha(sha)) return;
+  detailsTabs_->setCurrentIndex(0);
+  // Selecting another commit starts reading its files; the file is chosen when they come.
+  if (!revisionFiles_->selectPath(path)) pendingFile_ = path;
+}
+
 void RepositoryView::showActivityManager() {
   if (!activity_) activity_ = new ActivityManagerWindow(queue_, this);
   activity_->show();
@@ -413,6 +431,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
   if (auto previous = commitJob_.lock()) previous->progress().cancel();
   revisionFiles_->setFiles({});
   comparedWith_.reset();
+  pendingFile_.reset();
   if (!revision) {
     selectedSha_.clear();  // a read still under way must not show its commit
     header_->clear();
@@ -443,7 +462,10 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
         }
         if (content.files) {
           revisionFiles_->setFiles(content.files.value());
-          if (!content.files.value().empty()) revisionFiles_->setCurrentItem(revisionFiles_->topLevelItem(0));
+          const std::optional<QString> wanted = std::exchange(pendingFile_, std::nullopt);
+          if (!content.files.value().empty() && !(wanted && revisionFiles_->selectPath(*wanted))) {
+            revisionFiles_->setCurrentItem(revisionFiles_->topLevelItem(0));
+          }
         }
         Q_EMIT commitDetailsLoaded();
       });

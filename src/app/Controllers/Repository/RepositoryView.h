@@ -32,6 +32,7 @@ class RevisionSearchBar;
 class RevisionFileTreeTabController;
 class QTabWidget;
 class RevisionSearchController;
+class RevisionSearchResultsView;
 
 class RepositoryView : public QWidget {
   Q_OBJECT
@@ -46,6 +47,7 @@ class RepositoryView : public QWidget {
   CommitListDisplayController* displayController() const { return display_; }
   RevisionSearchController* searchController() const { return search_; }
   RevisionSearchBar* searchBar() const { return searchBar_; }
+  RevisionSearchResultsView* searchResults() const { return searchResults_; }
   RevisionFileTreeTabController* revisionFileTree() const { return fileTree_; }
   QTabWidget* detailsTabs() const { return detailsTabs_; }
 
@@ -60,6 +62,8 @@ class RepositoryView : public QWidget {
   void showActivityManager();
   // The selected commit's files as a tree, in the details.
   void showRevisionFileTree();
+  // Selects the commit and, once its files are read, the change of `path` in it.
+  void showRevisionFile(const Sha& sha, const QString& path);
 
   // The repository line of the status bar: "<folder>: <branch>" and its variants.
   QString repositoryLine() const;
@@ -131,6 +135,8 @@ class RepositoryView : public QWidget {
   RepositoryStatusBar* statusBar_;
   ActivityManagerWindow* activity_ = nullptr;
   RevisionSearchBar* searchBar_;
+  RevisionSearchResultsView* searchResults_;
+  std::optional<QString> pendingFile_;  // wanted in the commit whose files are being read
   RevisionSearchController* search_;
   QTabWidget* detailsTabs_;
   RevisionFileTreeTabController* fileTree_;

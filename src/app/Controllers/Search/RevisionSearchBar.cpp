@@ -31,6 +31,12 @@ RevisionSearchBar::RevisionSearchBar(QWidget* parent) : QWidget(parent) {
   next_ = new QToolButton(this);
   next_->setArrowType(Qt::DownArrow);
   next_->setToolTip(tr("Next match (Return)"));
+  results_ = new QToolButton(this);
+  results_->setObjectName(QStringLiteral("searchResultsButton"));
+  results_->setText(tr("List"));
+  results_->setToolTip(tr("Show the matches as a list (Down goes there)"));
+  results_->setCheckable(true);
+  results_->setChecked(true);
   close_ = new QToolButton(this);
   close_->setText(QStringLiteral("\u2715"));
   close_->setToolTip(tr("Close the search (Escape)"));
@@ -45,6 +51,7 @@ RevisionSearchBar::RevisionSearchBar(QWidget* parent) : QWidget(parent) {
   layout->addWidget(count_);
   layout->addWidget(previous_);
   layout->addWidget(next_);
+  layout->addWidget(results_);
   layout->addWidget(close_);
 
   const auto changed = [this] { Q_EMIT queryChanged(query()); };
@@ -53,6 +60,7 @@ RevisionSearchBar::RevisionSearchBar(QWidget* parent) : QWidget(parent) {
   connect(scope_, &QComboBox::currentIndexChanged, this, changed);
   connect(previous_, &QToolButton::clicked, this, &RevisionSearchBar::previousRequested);
   connect(next_, &QToolButton::clicked, this, &RevisionSearchBar::nextRequested);
+  connect(results_, &QToolButton::toggled, this, &RevisionSearchBar::resultsToggled);
   connect(close_, &QToolButton::clicked, this, [this] {
     hide();
     Q_EMIT closed();
@@ -83,6 +91,8 @@ void RevisionSearchBar::activate() {
   field_->selectAll();
 }
 
+bool RevisionSearchBar::isShowingResults() const { return results_->isChecked(); }
+
 void RevisionSearchBar::setCountText(const QString& text) { count_->setText(text); }
 
 bool RevisionSearchBar::eventFilter(QObject* watched, QEvent* event) {
@@ -94,6 +104,10 @@ bool RevisionSearchBar::eventFilter(QObject* watched, QEvent* event) {
       } else {
         Q_EMIT nextRequested();
       }
+      return true;
+    }
+    if (key->key() == Qt::Key_Down && results_->isChecked()) {
+      Q_EMIT resultsFocusRequested();
       return true;
     }
     if (key->key() == Qt::Key_Escape) {

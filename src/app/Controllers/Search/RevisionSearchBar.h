@@ -2,7 +2,8 @@
 // The commit search field above the commit list: what to search (message, author,
 // content, path), where (all branches or the current one), the count of matches and the
 // way between them. Return goes to the next match, Shift+Return to the previous one,
-// Escape leaves the search.
+// Escape leaves the search, the Down key goes to the list of matches, which a button
+// shows or hides.
 #include <QWidget>
 
 #include "Models/RevisionSearchQuery.h"
@@ -22,6 +23,8 @@ class RevisionSearchBar : public QWidget {
   QComboBox* typeBox() const { return type_; }
   QComboBox* scopeBox() const { return scope_; }
   QLabel* countLabel() const { return count_; }
+  QToolButton* resultsButton() const { return results_; }
+  bool isShowingResults() const;
 
   // Shows the bar with the field focused and its text selected.
   void activate();
@@ -34,6 +37,8 @@ class RevisionSearchBar : public QWidget {
   void nextRequested();
   void previousRequested();
   void closed();
+  void resultsToggled(bool shown);
+  void resultsFocusRequested();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -45,5 +50,6 @@ class RevisionSearchBar : public QWidget {
   QLabel* count_;
   QToolButton* previous_;
   QToolButton* next_;
+  QToolButton* results_;
   QToolButton* close_;
 };

@@ -5,14 +5,15 @@
 
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/Search/RevisionSearchBar.h"
+#include "Controllers/Search/RevisionSearchResultsView.h"
 #include "Git/Commands/Revision/RevisionSearchGitCommand.h"
 #include "Logging/AdvancedLogger.h"
 #include "Repository/RepositoryController.h"
 #include "Repository/RevisionSearchCommand.h"
 
-RevisionSearchController::RevisionSearchController(RevisionSearchBar* bar, CommitListView* commitList,
-                                                   RepositoryController* repository, QObject* parent)
-    : QObject(parent), bar_(bar), commitList_(commitList), repository_(repository) {
+RevisionSearchController::RevisionSearchController(RevisionSearchBar* bar, RevisionSearchResultsView* results,
+                                                   CommitListView* commitList, RepositoryController* repository, QObject* parent)
+    : QObject(parent), bar_(bar), results_(results), commitList_(commitList), repository_(repository) {
   delay_.setSingleShot(true);
   delay_.setInterval(200);
   connect(&delay_, &QTimer::timeout, this, &RevisionSearchController::startSearch);
@@ -20,12 +21,41 @@ RevisionSearchController::RevisionSearchController(RevisionSearchBar* bar, Commi
   connect(bar_, &RevisionSearchBar::nextRequested, this, &RevisionSearchController::next);
   connect(bar_, &RevisionSearchBar::previousRequested, this, &RevisionSearchController::previous);
   connect(bar_, &RevisionSearchBar::closed, this, &RevisionSearchController::close);
-  // A refresh moves the rows; the marks follow inside the model, the count here.
-  connect(commitList_->commitModel(), &QAbstractItemModel::modelReset, this, &RevisionSearchController::updateCount);
-  connect(commitList_, &CommitListView::currentRevisionChanged, this, &RevisionSearchController::updateCount);
+  connect(bar_, &RevisionSearchBar::resultsToggled, this, &RevisionSearchController::updateResultsVisibility);
+  connect(bar_, &RevisionSearchBar::resultsFocusRequested, this, [this] {
+    if (!results_->currentItem() && results_->topLevelItemCount() > 0) results_->setCurrentItem(results_->topLevelItem(0));
+    results_->setFocus(Qt::ShortcutFocusReason);
+  });
+  connect(results_, &RevisionSearchResultsView::revisionChosen, this, [this](const Sha& sha) {
+    commitList_->selectSha(sha);
+    updateCount();
+  });
+  connect(results_, &RevisionSearchResultsView::fileChosen, this, [this](const Sha& sha, const QString& path) {
+    if (!commitList_->selectSha(sha)) return;
+    updateCount();
+    Q_EMIT fileRequested(sha, path);
+  });
+  // A refresh moves the rows; the marks follow inside the model, the rest here.
+  connect(commitList_->commitModel(), &QAbstractItemModel::modelReset, this, &RevisionSearchController::commitListChanged);
+  connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](const RevisionPtr& revision) {
+    if (revision) results_->showSha(revision->sha());
+    updateCount();
+  });
+  results_->hide();
 }
 
-void RevisionSearchController::activate() { bar_->activate(); }
+void RevisionSearchController::activate() {
+  bar_->activate();
+  updateResultsVisibility();
+}
+
+void RevisionSearchController::updateResultsVisibility() { results_->setVisible(bar_->isVisible() && bar_->isShowingResults()); }
+
+void RevisionSearchController::commitListChanged() {
+  const CommitListModel* model = commitList_->commitModel();
+  results_->updateListed([model](const Sha& sha) { return model->row(sha).has_value(); });
+  updateCount();
+}
 
 int RevisionSearchController::matchCount() const { return static_cast<int>(commitList_->commitModel()->search().matchRows().size()); }
 
@@ -43,6 +73,7 @@ void RevisionSearchController::startSearch() {
   failure_.clear();
   jumpedToSha_ = false;
   if (query.searchString.trimmed().isEmpty()) {
+    results_->start(query.type);
     model->search().clear();
     model->searchMarksChanged();
     running_ = false;
@@ -55,6 +86,7 @@ void RevisionSearchController::startSearch() {
     if (const auto row = model->row(text)) jumpedToSha_ = commitList_->selectSha(model->revision(*row)->sha());
   }
   model->search().start(query.type, query.searchString);
+  results_->start(query.type);
   model->searchMarksChanged();
   running_ = true;
   updateCount();
@@ -68,6 +100,7 @@ void RevisionSearchController::recordMatch(const RevisionWithFiles& match) {
   CommitListModel* model = commitList_->commitModel();
   const bool first = model->search().matchRows().empty();
   const auto row = model->search().recordMatch(match.revision->sha());
+  results_->addMatch(match, row.has_value());
   if (!row) return;
   model->searchMarksChanged(*row);
   // The first match is shown at once unless a sha was asked for.
@@ -113,7 +146,9 @@ void RevisionSearchController::close() {
   CommitListModel* model = commitList_->commitModel();
   model->search().clear();
   model->searchMarksChanged();
+  results_->start(RevisionSearchType::message);
   bar_->hide();
+  results_->hide();
   commitList_->setFocus();
 }
 

@@ -2,7 +2,8 @@
 // Runs the commit search of the search bar as the user types and marks what it finds in
 // the commit list. Each change of the query cancels the search under way at once; the
 // next one starts when typing pauses. A text that names a listed commit by its sha,
-// whole or abbreviated, selects that commit as well.
+// whole or abbreviated, selects that commit as well. The matches are listed beside the
+// commit list too; choosing one there selects its commit.
 #include <QObject>
 #include <QTimer>
 
@@ -13,12 +14,13 @@
 class CommitListView;
 class RepositoryController;
 class RevisionSearchBar;
+class RevisionSearchResultsView;
 
 class RevisionSearchController : public QObject {
   Q_OBJECT
  public:
-  RevisionSearchController(RevisionSearchBar* bar, CommitListView* commitList, RepositoryController* repository,
-                           QObject* parent = nullptr);
+  RevisionSearchController(RevisionSearchBar* bar, RevisionSearchResultsView* results, CommitListView* commitList,
+                           RepositoryController* repository, QObject* parent = nullptr);
 
   // Opens the bar (Ctrl+F).
   void activate();
@@ -35,6 +37,8 @@ class RevisionSearchController : public QObject {
  Q_SIGNALS:
   // A search has ended (not one that a newer query canceled).
   void searchFinished();
+  // A file of a match was chosen in the list: the commit is selected, its file wanted.
+  void fileRequested(const Sha& sha, const QString& path);
 
  private:
   void queryChanged(const RevisionSearchQuery& query);
@@ -43,8 +47,11 @@ class RevisionSearchController : public QObject {
   void finish(const GitVoidResult& result);
   void step(bool forward);
   void updateCount();
+  void updateResultsVisibility();
+  void commitListChanged();
 
   RevisionSearchBar* bar_;
+  RevisionSearchResultsView* results_;
   CommitListView* commitList_;
   RepositoryController* repository_;
   QTimer delay_;

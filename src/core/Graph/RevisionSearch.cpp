@@ -1,5 +1,7 @@
 #include "Graph/RevisionSearch.h"
 
+#include <algorithm>
+
 void RevisionSearch::start(RevisionSearchType type, const QString& searchString) {
   searchResult_ = RevisionSearchResult{type, searchString, {}};
   lastSearchMatchIndex_ = 0;
@@ -19,6 +21,15 @@ std::optional<int> RevisionSearch::recordMatch(const Sha& sha) {
     if (revisionGraph_->revision(row)->sha() != sha) continue;
     if (searchResult_->matchRevisions.insert(sha).second) matchRows_.push_back(row);
     lastSearchMatchIndex_ = row;
+    return row;
+  }
+  // git orders by date where the list orders by ancestry, so now and then a match lies
+  // behind the last one. It is marked all the same; the walk goes on from where it was.
+  for (int row = 0; row < lastSearchMatchIndex_ && row < count; ++row) {
+    if (revisionGraph_->revision(row)->sha() != sha) continue;
+    if (searchResult_->matchRevisions.insert(sha).second) {
+      matchRows_.insert(std::lower_bound(matchRows_.begin(), matchRows_.end(), row), row);
+    }
     return row;
   }
   return std::nullopt;

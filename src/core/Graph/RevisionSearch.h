@@ -1,7 +1,7 @@
 #pragma once
 // The matches of the running search as rows of the commit list. git prints the matches
-// in the list's own order, so each one is looked for from the row of the last: the walk
-// over all matches costs one pass over the list, not one per match.
+// mostly in the list's own order, so each one is looked for from the row of the last: the
+// walk over all matches costs about one pass over the list, not one per match.
 #include <QString>
 #include <optional>
 #include <unordered_set>
@@ -26,8 +26,9 @@ class RevisionSearch {
   // No search: nothing is marked.
   void clear();
 
-  // The row of a match, walking forward from the last one; none when the sha is not
-  // listed further down (a hidden commit, another order), and then nothing is recorded.
+  // The row of a match, walking forward from the last one and then, for a match out of
+  // order, from the top; none when the sha is not listed (a hidden commit), and then
+  // nothing is recorded.
   std::optional<int> recordMatch(const Sha& sha);
   // The rows changed (a refresh, a filter): finds the matches' rows again.
   void relocate();

@@ -121,7 +121,7 @@ TEST(RevisionSearchLimit, MoreThanAThousandMatchesGiveTheFirstThousand) {
   EXPECT_EQ(first, QStringLiteral("match 1100"));
 }
 
-TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingForwardOnly) {
+TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingOnFromTheLast) {
   auto source = std::make_shared<RevisionGraphSource>();
   RevisionList revisions;
   std::vector<QString> shas;
@@ -139,20 +139,22 @@ TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingForwardOnly) {
   search.start(RevisionSearchType::message, "c");
   EXPECT_EQ(search.recordMatch(*Sha::fromHex(shas[1])), 1);
   EXPECT_EQ(search.recordMatch(*Sha::fromHex(shas[4])), 4);
-  // Behind the last match, or not listed at all: no row, nothing recorded.
-  EXPECT_FALSE(search.recordMatch(*Sha::fromHex(shas[0])));
+  // Behind the last match (git's date order against the list's): found all the same, in
+  // row order, and the walk goes on from where it was. Not listed at all: nothing.
+  EXPECT_EQ(search.recordMatch(*Sha::fromHex(shas[0])), 0);
   EXPECT_FALSE(search.recordMatch(*Sha::fromHex(QString(40, 'f'))));
   EXPECT_EQ(search.lastSearchMatchIndex(), 4);
-  EXPECT_EQ(search.matchRows(), (std::vector<int>{1, 4}));
-  EXPECT_TRUE(search.isMatch(*Sha::fromHex(shas[4])));
-  EXPECT_FALSE(search.isMatch(*Sha::fromHex(shas[0])));
+  EXPECT_EQ(search.recordMatch(*Sha::fromHex(shas[5])), 5);
+  EXPECT_EQ(search.matchRows(), (std::vector<int>{0, 1, 4, 5}));
+  EXPECT_TRUE(search.isMatch(*Sha::fromHex(shas[0])));
+  EXPECT_FALSE(search.isMatch(*Sha::fromHex(shas[2])));
 
   // A refresh that drops a row moves the marks with their commits.
   auto shorter = std::make_shared<RevisionGraphSource>(*source);
   shorter->revisions = std::make_shared<const RevisionList>(revisions.begin() + 1, revisions.end());
   graph.update(shorter);
   search.relocate();
-  EXPECT_EQ(search.matchRows(), (std::vector<int>{0, 3}));
+  EXPECT_EQ(search.matchRows(), (std::vector<int>{0, 3, 4}));
   search.clear();
   EXPECT_FALSE(search.isMatch(*Sha::fromHex(shas[4])));
 }

@@ -75,6 +75,7 @@ FileHistoryWindowController::FileHistoryWindowController(GitModule module, std::
   modes_ = new QTabBar(this);
   modes_->setObjectName(QStringLiteral("fileHistoryModes"));
   modes_->setDocumentMode(true);
+  modes_->setExpanding(false);
   modes_->addTab(tr("Changes"));
   modes_->addTab(tr("File"));
   auto* lower = new QWidget(this);
@@ -138,10 +139,13 @@ void FileHistoryWindowController::load() {
                            guard->history_ = result.value();
                            const QDateTime now = QDateTime::currentDateTime();
                            const bool folder = guard->isFolder();
+                           // Added at once: one by one, a folder's thousands of commits take long.
+                           QList<QTreeWidgetItem*> items;
                            for (size_t row = 0; row < guard->history_.size(); ++row) {
                              const RevisionWithFiles& entry = guard->history_[row];
                              const Revision& revision = *entry.revision;
-                             auto* item = new QTreeWidgetItem(guard->list_);
+                             auto* item = new QTreeWidgetItem;
+                             items << item;
                              item->setData(SubjectColumn, RowRole, static_cast<int>(row));
                              item->setData(SubjectColumn, FileRole, -1);
                              item->setText(SubjectColumn, revision.message());
@@ -156,11 +160,14 @@ void FileHistoryWindowController::load() {
                                auto* child = new QTreeWidgetItem(item);
                                const QString name = file.oldPath ? QStringLiteral("%1 → %2").arg(*file.oldPath, file.path) : file.path;
                                child->setText(SubjectColumn, ChangedFilesView::statusLetter(file.changeType, false) + QStringLiteral("  ") + name);
-                               child->setFirstColumnSpanned(true);
                                child->setData(SubjectColumn, RowRole, static_cast<int>(row));
                                child->setData(SubjectColumn, FileRole, static_cast<int>(index));
                                child->setData(ShaColumn, ShaRole, revision.sha().toString());
                              }
+                           }
+                           guard->list_->addTopLevelItems(items);
+                           for (QTreeWidgetItem* item : items) {
+                             for (int i = 0; i < item->childCount(); ++i) item->child(i)->setFirstColumnSpanned(true);
                            }
                            const int count = static_cast<int>(guard->history_.size());
                            guard->status_->setText(count == 1 ? tr("1 commit") : tr("%1 commits").arg(count));
@@ -273,10 +280,15 @@ void FileHistoryWindowController::selectionChanged() {
   const std::vector<Side> sides = selectedSides();
   if (sides.empty() || !queue_) {
     const QList<QTreeWidgetItem*> selected = list_->selectedItems();
-    const bool files = std::any_of(selected.begin(), selected.end(),
-                                   [](QTreeWidgetItem* item) { return item->data(SubjectColumn, FileRole).toInt() >= 0; });
     const int count = static_cast<int>(selected.size());
-    selectionCount_->setText(files ? tr("%1 files selected").arg(count) : selectedCountText(count));
+    if (!isFolder()) {
+      selectionCount_->setText(selectedCountText(count));
+    } else {
+      // A folder's single commit needs a file chosen, not a count.
+      const bool files = std::any_of(selected.begin(), selected.end(),
+                                     [](QTreeWidgetItem* item) { return item->data(SubjectColumn, FileRole).toInt() >= 0; });
+      selectionCount_->setText(count < 2 ? QString() : files ? tr("%1 files selected").arg(count) : selectedCountText(count));
+    }
     pages_->setCurrentIndex(0);
     return;
   }

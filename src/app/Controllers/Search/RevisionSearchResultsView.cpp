@@ -20,8 +20,8 @@ RevisionSearchResultsView::RevisionSearchResultsView(QWidget* parent) : QTreeWid
   setSelectionMode(QAbstractItemView::SingleSelection);
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(SubjectColumn, QHeaderView::Stretch);
-  setColumnWidth(AuthorColumn, 120);
-  setColumnWidth(DateColumn, 80);
+  setColumnWidth(AuthorColumn, 110);
+  setColumnWidth(DateColumn, 90);
   connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
     if (!item) return;
     const QString path = pathOf(item);
@@ -32,6 +32,8 @@ RevisionSearchResultsView::RevisionSearchResultsView(QWidget* parent) : QTreeWid
     }
   });
 }
+
+QSize RevisionSearchResultsView::sizeHint() const { return {460, QTreeWidget::sizeHint().height()}; }
 
 void RevisionSearchResultsView::start(RevisionSearchType type) {
   const QSignalBlocker blocker(this);
@@ -58,11 +60,11 @@ void RevisionSearchResultsView::addMatch(const RevisionWithFiles& match, bool li
     auto* child = new QTreeWidgetItem(item);
     child->setText(SubjectColumn, ChangedFilesView::statusLetter(file->changeType, false) + QStringLiteral("  ") + path);
     child->setForeground(SubjectColumn, ChangedFilesView::statusColor(file->changeType, false, dark));
-    child->setFirstColumnSpanned(true);
     child->setData(SubjectColumn, ShaRole, revision.sha().toString());
     child->setData(SubjectColumn, PathRole, file->path);
   }
   addTopLevelItem(item);
+  for (int i = 0; i < item->childCount(); ++i) item->child(i)->setFirstColumnSpanned(true);  // only in the tree
   items_.emplace(revision.sha(), item);
   setListed(item, listed);
 }

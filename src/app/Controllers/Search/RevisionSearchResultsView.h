@@ -24,6 +24,9 @@ class RevisionSearchResultsView : public QTreeWidget {
   // Makes the match of `sha` current without telling; false when it isn't a match.
   bool showSha(const Sha& sha);
 
+  // Wide enough for a subject beside the commit list.
+  QSize sizeHint() const override;
+
   int matchCount() const { return topLevelItemCount(); }
   QTreeWidgetItem* matchItem(const Sha& sha) const;
   static Sha shaOf(const QTreeWidgetItem* item);

@@ -22,7 +22,11 @@ QWidget* centered(std::initializer_list<QWidget*> widgets) {
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   layout->addStretch();
-  for (QWidget* widget : widgets) layout->addWidget(widget, 0, Qt::AlignHCenter);
+  // A wrapping label takes the width, or its text would be cut at its narrow hint.
+  for (QWidget* widget : widgets) {
+    const auto* label = qobject_cast<QLabel*>(widget);
+    layout->addWidget(widget, 0, label && label->wordWrap() ? Qt::Alignment() : Qt::AlignHCenter);
+  }
   layout->addStretch();
   return page;
 }

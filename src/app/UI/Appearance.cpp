@@ -2,7 +2,10 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QWidget>
@@ -62,6 +65,31 @@ QPalette lightPalette() {
   return p;
 }
 
+// A checked tool button (Side by Side, the page a toolbar shows) is tinted with the
+// accent: the styles' own sunken look hardly differs from a raised one, least of all on
+// a dark palette.
+class CheckedToolButtonStyle : public QProxyStyle {
+ public:
+  using QProxyStyle::QProxyStyle;
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override {
+    if (element != PE_PanelButtonTool || !(option->state & State_On)) {
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+      return;
+    }
+    const QColor accent = option->palette.color(QPalette::Highlight);
+    const QColor fill = Appearance::checkedButtonFill(option->palette);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(accent);
+    painter->setBrush(fill);
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+    painter->restore();
+  }
+};
+
+QStyle* styleNamed(const QString& name) { return new CheckedToolButtonStyle(QStyleFactory::create(name)); }
+
 class PaletteFollower : public QObject {
  public:
   PaletteFollower(QWidget* widget, std::function<void()> onChange) : QObject(widget), onChange_(std::move(onChange)) {
@@ -89,15 +117,15 @@ void apply(QApplication& app, int value) {
   static const QString systemStyle = app.style()->name();
   switch (value) {
     case 1:
-      app.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+      app.setStyle(styleNamed(QStringLiteral("Fusion")));
       app.setPalette(lightPalette());
       break;
     case 2:
-      app.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+      app.setStyle(styleNamed(QStringLiteral("Fusion")));
       app.setPalette(darkPalette());
       break;
     default:
-      app.setStyle(QStyleFactory::create(systemStyle));
+      app.setStyle(styleNamed(systemStyle));
       app.setPalette(systemPalette);
       break;
   }
@@ -108,6 +136,13 @@ bool isDark(const QApplication& app) { return isDark(app.palette()); }
 
 QColor errorText(const QPalette& palette) { return isDark(palette) ? QColor(0xff, 0x7b, 0x72) : QColor(0xc0, 0x1c, 0x28); }
 QColor warningText(const QPalette& palette) { return isDark(palette) ? QColor(0xd2, 0xa8, 0x22) : QColor(0x8a, 0x5c, 0x00); }
+
+QColor checkedButtonFill(const QPalette& palette) {
+  const QColor button = palette.color(QPalette::Button), accent = palette.color(QPalette::Highlight);
+  const auto mix = [](qreal from, qreal to) { return from * 0.55 + to * 0.45; };
+  return QColor::fromRgbF(float(mix(button.redF(), accent.redF())), float(mix(button.greenF(), accent.greenF())),
+                          float(mix(button.blueF(), accent.blueF())));
+}
 
 void follow(QWidget* widget, std::function<void()> onChange) { new PaletteFollower(widget, std::move(onChange)); }
 

@@ -24,6 +24,9 @@ QPalette palette(bool dark);
 QColor errorText(const QPalette& palette);
 QColor warningText(const QPalette& palette);
 
+// The face of a checked tool button: the button's colour tinted with the accent.
+QColor checkedButtonFill(const QPalette& palette);
+
 // Calls onChange whenever the widget's palette changes (the appearance was switched).
 // For views that bake colours into items, documents or formats when they fill them.
 void follow(QWidget* widget, std::function<void()> onChange);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -63,6 +64,7 @@ TEST(Appearance, TextIsReadableOnItsBackgroundInBothAppearances) {
         {"error on base", Appearance::errorText(p), base, 4.5},
         {"error on window", Appearance::errorText(p), window, 4.5},
         {"warning on window", Appearance::warningText(p), window, 4.5},
+        {"checked tool button", p.color(QPalette::ButtonText), Appearance::checkedButtonFill(p), 4.5},
         {"disabled text", p.color(QPalette::Disabled, QPalette::Text), base, 3.0},
         {"disabled button", p.color(QPalette::Disabled, QPalette::ButtonText), p.color(QPalette::Button), 3.0},
     };
@@ -138,4 +140,29 @@ TEST(Appearance, OpenViewsTakeTheColoursOfANewAppearance) {
     EXPECT_EQ(rows[1].format.background().color(), diffRowColors(DiffRowStyle::added, dark).background);
   }
   Appearance::apply(app, 0);
+}
+
+// A checked tool button (Side by Side) looks unlike an unchecked one in both appearances:
+// most of its face changes colour, not a shade of it.
+TEST(Appearance, ACheckedToolButtonStandsOut) {
+  for (const int appearance : {1, 2}) {
+    Appearance::apply(*qApp, appearance);
+    QToolButton button;
+    button.setText(QStringLiteral("Side by Side"));
+    button.setCheckable(true);
+    button.show();
+    const QImage off = button.grab().toImage();
+    button.setChecked(true);
+    const QImage on = button.grab().toImage();
+    ASSERT_EQ(off.size(), on.size());
+    int changed = 0;
+    for (int y = 0; y < off.height(); ++y) {
+      for (int x = 0; x < off.width(); ++x) {
+        const QColor a = off.pixelColor(x, y), b = on.pixelColor(x, y);
+        changed += std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue()) > 60;
+      }
+    }
+    EXPECT_GT(changed, off.width() * off.height() / 2) << "appearance " << appearance;
+  }
+  Appearance::apply(*qApp, 0);
 }

@@ -139,6 +139,7 @@ void FileHistoryWindowController::load() {
                            guard->history_ = result.value();
                            const QDateTime now = QDateTime::currentDateTime();
                            const bool folder = guard->isFolder();
+                           const bool dark = guard->list_->palette().color(QPalette::Base).lightness() < 128;
                            // Added at once: one by one, a folder's thousands of commits take long.
                            QList<QTreeWidgetItem*> items;
                            for (size_t row = 0; row < guard->history_.size(); ++row) {
@@ -160,6 +161,7 @@ void FileHistoryWindowController::load() {
                                auto* child = new QTreeWidgetItem(item);
                                const QString name = file.oldPath ? QStringLiteral("%1 → %2").arg(*file.oldPath, file.path) : file.path;
                                child->setText(SubjectColumn, ChangedFilesView::statusLetter(file.changeType, false) + QStringLiteral("  ") + name);
+                               child->setForeground(SubjectColumn, ChangedFilesView::statusColor(file.changeType, false, dark));
                                child->setData(SubjectColumn, RowRole, static_cast<int>(row));
                                child->setData(SubjectColumn, FileRole, static_cast<int>(index));
                                child->setData(ShaColumn, ShaRole, revision.sha().toString());

@@ -3,12 +3,13 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPixmap>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "Controls/ContentView/BinaryContentView.h"
+#include "Controls/ContentView/FallbackView.h"
+#include "Controls/ContentView/TextContentView.h"
 #include "Controls/GitOutputView.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/FileContent/ImageContent.h"
@@ -44,15 +45,9 @@ QLabel* wrappedLabel() {
 FileContentView::FileContentView(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("fileContentView"));
   message_ = wrappedLabel();
-  text_ = new QPlainTextEdit;
-  text_->setReadOnly(true);
-  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  text_->setFont(GitOutputView::codeFont());
-  auto* fallbackTitle = new QLabel(TextDisplayDecision::fallbackTitle);
-  auto* loadButton = new QPushButton(TextDisplayDecision::fallbackButton);
-  loadButton->setAutoDefault(false);
-  connect(loadButton, &QPushButton::clicked, this, &FileContentView::loadLargeRequested);
-  fallbackPage_ = centered({fallbackTitle, loadButton});
+  text_ = new TextContentView;
+  fallback_ = new FallbackView;
+  connect(fallback_, &FallbackView::loadRequested, this, &FileContentView::loadLargeRequested);
   image_ = new QLabel;
   image_->setAlignment(Qt::AlignCenter);
   auto* imageScroll = new QScrollArea;
@@ -60,25 +55,26 @@ FileContentView::FileContentView(QWidget* parent) : QWidget(parent) {
   imageScroll->setWidgetResizable(true);
   lfs_ = wrappedLabel();
   lfs_->setFont(GitOutputView::codeFont());
-  binarySize_ = wrappedLabel();
-  notLfs_ = new QLabel(QStringLiteral("not LFS"));
-  notLfs_->setObjectName(QStringLiteral("notLfsLabel"));
-  notLfs_->setStyleSheet(QStringLiteral("QLabel { border: 1px solid palette(mid); border-radius: 4px; padding: 1px 6px; }"));
-  binaryTip_ = wrappedLabel();
-  binaryPage_ = centered({binarySize_, notLfs_, binaryTip_});
+  binary_ = new BinaryContentView;
 
   stack_ = new QStackedWidget(this);
   stack_->addWidget(centered({message_}));  // Page::message
   stack_->addWidget(text_);                 // Page::text
-  stack_->addWidget(fallbackPage_);         // Page::fallback
+  stack_->addWidget(fallback_);             // Page::fallback
   stack_->addWidget(imageScroll);           // Page::image
   stack_->addWidget(centered({lfs_}));      // Page::lfs
-  stack_->addWidget(binaryPage_);           // Page::binary
+  stack_->addWidget(binary_);               // Page::binary
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(stack_);
   showMessage(tr("Select a file to see its content."));
 }
+
+QPlainTextEdit* FileContentView::textView() const { return text_; }
+
+QLabel* FileContentView::notLfsLabel() const { return binary_->notLfsLabel(); }
+
+QLabel* FileContentView::binaryTip() const { return binary_->tipLabel(); }
 
 FileContentView::Page FileContentView::page() const { return static_cast<Page>(stack_->currentIndex()); }
 
@@ -132,12 +128,7 @@ void FileContentView::showContent(const ContentPtr& content, bool loadLargeDiff)
       return;
     }
     case Content::Kind::binary: {
-      const qint64 size = static_cast<const BinaryContent&>(*content).size;
-      binarySize_->setText(tr("Binary file, %1").arg(QLocale().formattedDataSize(size)));
-      const auto tip = TextDisplayDecision::notLfsTip(size);
-      notLfs_->setVisible(tip.has_value());
-      binaryTip_->setVisible(tip.has_value());
-      binaryTip_->setText(tip.value_or(QString()));
+      binary_->showSize(static_cast<const BinaryContent&>(*content).size);
       stack_->setCurrentIndex(static_cast<int>(Page::binary));
       return;
     }

@@ -6,10 +6,12 @@
 
 #include "Models/FileContent/Content.h"
 
+class BinaryContentView;
+class FallbackView;
 class QLabel;
 class QPlainTextEdit;
-class QPushButton;
 class QStackedWidget;
+class TextContentView;
 
 class FileContentView : public QWidget {
   Q_OBJECT
@@ -23,10 +25,10 @@ class FileContentView : public QWidget {
   void showMessage(const QString& message);
 
   Page page() const;
-  QPlainTextEdit* textView() const { return text_; }
+  QPlainTextEdit* textView() const;
   QString shownText() const;
-  QLabel* notLfsLabel() const { return notLfs_; }
-  QLabel* binaryTip() const { return binaryTip_; }
+  QLabel* notLfsLabel() const;
+  QLabel* binaryTip() const;
   const ContentPtr& content() const { return content_; }
 
  Q_SIGNALS:
@@ -36,12 +38,9 @@ class FileContentView : public QWidget {
   ContentPtr content_;
   QStackedWidget* stack_;
   QLabel* message_;
-  QPlainTextEdit* text_;
-  QWidget* fallbackPage_;
+  TextContentView* text_;
+  FallbackView* fallback_;
   QLabel* image_;
   QLabel* lfs_;
-  QWidget* binaryPage_;
-  QLabel* binarySize_;
-  QLabel* notLfs_;
-  QLabel* binaryTip_;
+  BinaryContentView* binary_;
 };

@@ -37,6 +37,7 @@ struct CommandContext {
   QPointer<RepositoryView> repository;  // the tab; null outside a repository tab
   QWidget* window = nullptr;            // where sheets open
   ReferencePtr reference;
+  std::vector<ReferencePtr> references;  // every chosen reference when several are selected, `reference` among them
   std::vector<RevisionPtr> revisions;   // the chosen commits, in list order (newest first)
   StashRevisionPtr stash;
   QString remote;

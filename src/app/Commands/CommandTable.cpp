@@ -28,6 +28,7 @@
 #include "Commands/ShowFetchSheetCommand.h"
 #include "Commands/ShowPullSheetCommand.h"
 #include "Commands/ShowPushSheetCommand.h"
+#include "Commands/ShowPushMultipleBranchesSheetCommand.h"
 // Stash, tags, bisect, patches and remotes.
 #include "Commands/ApplyPatchCommand.h"
 #include "Commands/BisectCommand.h"
@@ -200,6 +201,9 @@ std::vector<CommandDescriptor> makeTable() {
        QKeySequence(QStringLiteral("Ctrl+Shift+L")), menu | toolbar, QStringLiteral("remote")});
   add({QStringLiteral("push"), QStringLiteral("Push..."), {}, ShowPushSheetCommand::execute, Needs::repository,
        QKeySequence(QStringLiteral("Ctrl+Shift+P")), menu | toolbar, QStringLiteral("remote")});
+  add({QStringLiteral("pushBranches"), QStringLiteral("Push Branches..."), {}, ShowPushMultipleBranchesSheetCommand::execute,
+       Needs::repository, {}, menu, QStringLiteral("remote"),
+       [](const CommandContext& c) { return !c.data()->references.localBranches.empty(); }});
   add({QStringLiteral("quickFetch"), QStringLiteral("Fetch Now"), {}, QuickFetchCommand::execute, Needs::repository, {}, menu,
        QStringLiteral("remote")});
   add({QStringLiteral("quickPull"), QStringLiteral("Pull Now"), {}, QuickPullCommand::execute, Needs::activeBranch, {}, menu,

@@ -22,7 +22,8 @@ QStringList ContextMenus::revision() {
 QStringList ContextMenus::localBranch() {
   return {QStringLiteral("checkoutBranch"), QStringLiteral("mergeIntoCurrent"), QStringLiteral("rebaseCurrentOnto"), {},
           QStringLiteral("createBranch"), QStringLiteral("renameBranch"), QStringLiteral("deleteBranch"), {},
-          QStringLiteral("push"), QStringLiteral("pull"), QStringLiteral("setUpstream"), QStringLiteral("unsetUpstream"), {},
+          QStringLiteral("push"), QStringLiteral("pushBranches"), QStringLiteral("pull"), QStringLiteral("setUpstream"),
+          QStringLiteral("unsetUpstream"), {},
           QStringLiteral("createTag"), QStringLiteral("copyBranchName")};
 }
 
@@ -80,6 +81,12 @@ CommandContext ContextMenus::contextForSidebarItem(RepositoryView* repository, c
   const auto entry = static_cast<RepositorySidebar::Entry>(item->data(0, RepositorySidebar::EntryRole).toInt());
   if (entry == RepositorySidebar::Entry::reference) {
     context.reference = data->references.reference(full);
+    // A right click on a selected entry acts on the whole selection.
+    if (const auto* sidebar = qobject_cast<const RepositorySidebar*>(item->treeWidget()); sidebar && item->isSelected()) {
+      for (const QString& selected : sidebar->selectedReferences()) {
+        if (ReferencePtr reference = data->references.reference(selected)) context.references.push_back(reference);
+      }
+    }
     if (const auto* remoteBranch = dynamic_cast<const RemoteBranch*>(context.reference.get())) context.remote = remoteBranch->remote;
   } else if (entry == RepositorySidebar::Entry::stash) {
     for (const auto& stash : data->stashes) {

@@ -48,8 +48,12 @@ ErrorWindowController::ErrorWindowController(GitModule module, std::optional<Res
 ErrorWindowController* ErrorWindowController::present(QWidget* parent, const GitModule& module, const ResultError& error,
                                                       std::shared_ptr<JobQueue> queue) {
   auto* sheet = new ErrorWindowController(module, error, parent ? parent->window() : nullptr);
-  sheet->setJobQueue(std::move(queue));
-  showSheet(parent, sheet, nullptr);
+  sheet->setJobQueue(queue);
+  QPointer<QWidget> opener(parent);
+  // A repair that fails (a retried commit) ends in an error of its own, shown in turn.
+  showSheet(parent, sheet, [opener, module, queue](const JelvSheetResult& result) {
+    if (const ResultError* failure = result.error(); failure && opener) present(opener, module, *failure, queue);
+  });
   return sheet;
 }
 

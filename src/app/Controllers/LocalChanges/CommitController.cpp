@@ -1,10 +1,9 @@
 #include "Controllers/LocalChanges/CommitController.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 #include <QAction>
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -113,6 +112,7 @@ CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> q
     if (key == QStringLiteral("commitSubjectLimitLow") || key == QStringLiteral("commitSubjectLimitHigh")) updateCounter();
     if (key == QStringLiteral("pageGuideLinePosition")) description_->setPageGuideColumn(CommitMessageEdit::storedPageGuideColumn());
     if (key == QStringLiteral("enableCommitSpellChecking")) spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
+    if (key == QStringLiteral("pushAutomacicallyOnCommit")) updateButton();
   });
   connect(&PreferencesNotifier::shared(), &PreferencesNotifier::enableCommitSpellCheckingChanged, this, [this] {
     spellChecking_->setChecked(Preferences::shared().enableCommitSpellChecking());
@@ -121,6 +121,8 @@ CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> q
   subject_->installEventFilter(this);
   description_->installEventFilter(this);
   Appearance::follow(this, [this] { updateCounter(); });
+  // Alt is followed wherever the focus is, so the button's title always says what a click does.
+  qApp->installEventFilter(this);
   updateCounter();
   updateButton();
 }
@@ -128,7 +130,15 @@ CommitController::CommitController(GitModule module, std::shared_ptr<JobQueue> q
 QPlainTextEdit* CommitController::descriptionField() const { return description_; }
 
 bool CommitController::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress) {
+  const QEvent::Type type = event->type();
+  if ((type == QEvent::KeyPress || type == QEvent::KeyRelease) && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) {
+    setOptionKeyPressed(type == QEvent::KeyPress);
+  } else if (type == QEvent::ApplicationDeactivate) {
+    // The release goes to another program.
+    setOptionKeyPressed(false);
+  }
+  if (watched != subject_ && watched != description_) return QWidget::eventFilter(watched, event);
+  if (type == QEvent::KeyPress) {
     auto* key = static_cast<QKeyEvent*>(event);
     if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && key->modifiers().testFlag(Qt::ControlModifier)) {
       commit();
@@ -136,6 +146,12 @@ bool CommitController::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QWidget::eventFilter(watched, event);
+}
+
+void CommitController::setOptionKeyPressed(bool pressed) {
+  if (pressed == optionKeyPressed_) return;
+  optionKeyPressed_ = pressed;
+  updateButton();
 }
 
 void CommitController::showMessage(const CommitMessage& message) {
@@ -198,7 +214,7 @@ CommitButtonTitle CommitController::buttonTitle() const {
   input.amend = composer_.amend();
   input.stagedFilesCount = stagedCount_;
   input.pushAutomaticallyOnCommit = Preferences::shared().pushAutomacicallyOnCommit();
-  input.optionKeyPressed = QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
+  input.optionKeyPressed = optionKeyPressed_;
   return commitButtonTitle(input);
 }
 

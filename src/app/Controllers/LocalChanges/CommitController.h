@@ -76,6 +76,7 @@ class CommitController : public QWidget {
   void showMessage(const CommitMessage& message);
   void updateCounter();
   void updateButton();
+  void setOptionKeyPressed(bool pressed);
   CommitButtonTitle buttonTitle() const;
   // Goes on with the rebase or cherry-pick under way, each commit keeping its message.
   void continueSequence(bool rebase);
@@ -91,6 +92,7 @@ class CommitController : public QWidget {
   bool busy_ = false;
   bool mergeReadyToCommit_ = false;
   bool filling_ = false;  // the fields are set by code, not typed
+  bool optionKeyPressed_ = false;  // Alt is held: the button offers " and Push"
   SpellCheckedLineEdit* subject_;
   QLabel* counter_;
   CommitMessageEdit* description_;

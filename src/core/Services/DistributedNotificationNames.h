@@ -18,4 +18,11 @@ inline QString continueRebase() { return QStringLiteral("jelvContinueRebase"); }
 inline QString rebaseEditorFinish() { return QStringLiteral("jelv_riFinish"); }
 inline QString rebaseEditorCancel() { return QStringLiteral("jelv_riCancel"); }
 
+// The ask-pass helper: it posts a request (a JSON object) and waits for one of the three
+// answers that carry its own process id.
+inline QString askPasswdRequest() { return QStringLiteral("askPasswdRequest"); }
+inline QString askPasswdResponseUsername() { return QStringLiteral("askPasswdResponse_Username"); }
+inline QString askPasswdResponsePassword() { return QStringLiteral("askPasswdResponse_Password"); }
+inline QString askPasswdResponseCancel() { return QStringLiteral("askPasswdResponse_Cancel"); }
+
 }  // namespace DistributedNotificationNames

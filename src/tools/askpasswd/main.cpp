@@ -10,7 +10,9 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "Services/AskPass/NotificationChannel.h"
+#include "Services/DistributedNotificationNames.h"
+
+namespace names = DistributedNotificationNames;
 
 namespace {
 
@@ -31,9 +33,10 @@ class ResponseReceiver : public QObject {
   ResponseReceiver(qint64 jelvProcessId, qint64 ownProcessId) : jelvProcessId_(jelvProcessId), ownProcessId_(ownProcessId) {}
 
  public Q_SLOTS:
-  void onUsername(const QString& json) { answer(json, true); }
-  void onPassword(const QString& json) { answer(json, true); }
-  void onCancel(const QString& json) { answer(json, false); }
+  void notification(const QString& name, const QString& object) {
+    if (name == names::askPasswdResponseUsername() || name == names::askPasswdResponsePassword()) answer(object, true);
+    if (name == names::askPasswdResponseCancel()) answer(object, false);
+  }
 
  private:
   void answer(const QString& json, bool accepted) {
@@ -72,12 +75,11 @@ int main(int argc, char** argv) {
   const qint64 ownProcessId = QCoreApplication::applicationPid();
   ResponseReceiver receiver(jelvProcessId, ownProcessId);
   // Listening before asking: the bus handles our messages in order.
-  bus.connect(QString(), NotificationChannel::path, NotificationChannel::interface, NotificationChannel::askPasswdResponseUsername,
-              &receiver, SLOT(onUsername(QString)));
-  bus.connect(QString(), NotificationChannel::path, NotificationChannel::interface, NotificationChannel::askPasswdResponsePassword,
-              &receiver, SLOT(onPassword(QString)));
-  bus.connect(QString(), NotificationChannel::path, NotificationChannel::interface, NotificationChannel::askPasswdResponseCancel,
-              &receiver, SLOT(onCancel(QString)));
+  if (!bus.connect(QString(), names::objectPath(), names::interfaceName(), names::signalName(), &receiver,
+                   SLOT(notification(QString, QString)))) {
+    std::fputs("jelv_askpasswd: cannot listen on the session bus\n", stderr);
+    return 1;
+  }
 
   QJsonArray arguments;
   for (int i = 1; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
@@ -86,9 +88,8 @@ int main(int argc, char** argv) {
   request.insert(QStringLiteral("askPassProcessId"), ownProcessId);
   request.insert(QStringLiteral("noPrompt"), noPrompt);
   request.insert(QStringLiteral("arguments"), arguments);
-  QDBusMessage signal = QDBusMessage::createSignal(NotificationChannel::path, NotificationChannel::interface,
-                                                   NotificationChannel::askPasswdRequest);
-  signal << QString::fromUtf8(QJsonDocument(request).toJson(QJsonDocument::Compact));
+  QDBusMessage signal = QDBusMessage::createSignal(names::objectPath(), names::interfaceName(), names::signalName());
+  signal << names::askPasswdRequest() << QString::fromUtf8(QJsonDocument(request).toJson(QJsonDocument::Compact));
   if (!bus.send(signal)) {
     std::fputs("jelv_askpasswd: cannot send the request\n", stderr);
     return 1;

@@ -4,20 +4,21 @@
 #include <QDBusMessage>
 
 #include "Logging/AdvancedLogger.h"
-#include "Services/AskPass/NotificationChannel.h"
+#include "Services/DistributedNotificationNames.h"
+
+namespace names = DistributedNotificationNames;
 
 AskPassBridge::AskPassBridge(const QDBusConnection& bus, QObject* parent) : QObject(parent), bus_(bus) {}
 
 bool AskPassBridge::listen() {
   if (!bus_.isConnected()) return false;
-  return bus_.connect(QString(), NotificationChannel::path, NotificationChannel::interface, NotificationChannel::askPasswdRequest, this,
-                      SLOT(onRequest(QString)));
+  return bus_.connect(QString(), names::objectPath(), names::interfaceName(), names::signalName(), this,
+                      SLOT(onNotification(QString, QString)));
 }
 
 void AskPassBridge::respond(AskPassResponse::Kind kind, qint64 askPassProcessId, const QString& value) const {
-  QDBusMessage signal =
-      QDBusMessage::createSignal(NotificationChannel::path, NotificationChannel::interface, AskPassResponse::notificationName(kind));
-  signal << AskPassResponse::encode(QCoreApplication::applicationPid(), askPassProcessId, value);
+  QDBusMessage signal = QDBusMessage::createSignal(names::objectPath(), names::interfaceName(), names::signalName());
+  signal << AskPassResponse::notificationName(kind) << AskPassResponse::encode(QCoreApplication::applicationPid(), askPassProcessId, value);
   QDBusConnection(bus_).send(signal);
 }
 
@@ -101,4 +102,8 @@ void AskPassBridge::answer(const AskPassRequest& request, qint64 askPassProcessI
   if (!remember) return;
   if (request.kind == AskPassRequest::Kind::sshPassphrase) keychain_.setSshPassphrase(request.keyPath, *value);
   if (request.kind == AskPassRequest::Kind::internetPassword) keychain_.setInternetPassword(request.url, request.username, *value);
+}
+
+void AskPassBridge::onNotification(const QString& name, const QString& object) {
+  if (name == names::askPasswdRequest()) handle(object);
 }

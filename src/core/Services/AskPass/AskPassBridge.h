@@ -33,8 +33,9 @@ class AskPassBridge : public QObject {
 
   const KeychainManager& keychain() const { return keychain_; }
 
- public Q_SLOTS:
-  void onRequest(const QString& json) { handle(json); }
+ private Q_SLOTS:
+  // Every notification of the bus arrives here; only the helper's requests count.
+  void onNotification(const QString& name, const QString& object);
 
  private:
   QDBusConnection bus_;

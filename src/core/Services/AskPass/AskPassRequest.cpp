@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 
 #include "Logging/AdvancedLogger.h"
-#include "Services/AskPass/NotificationChannel.h"
+#include "Services/DistributedNotificationNames.h"
 
 namespace {
 
@@ -55,9 +55,9 @@ QString AskPassRequestArgs::encode() const {
 
 QString AskPassResponse::notificationName(Kind kind) {
   switch (kind) {
-    case Kind::username: return NotificationChannel::askPasswdResponseUsername;
-    case Kind::password: return NotificationChannel::askPasswdResponsePassword;
-    case Kind::cancel: return NotificationChannel::askPasswdResponseCancel;
+    case Kind::username: return DistributedNotificationNames::askPasswdResponseUsername();
+    case Kind::password: return DistributedNotificationNames::askPasswdResponsePassword();
+    case Kind::cancel: return DistributedNotificationNames::askPasswdResponseCancel();
   }
   return {};
 }

@@ -7,12 +7,17 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include "Commands/CommandFlow.h"
 #include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
 #include "Commands/ShowAskPassSheetCommand.h"
 #include "Commands/ShowFetchSheetCommand.h"
 #include "Commands/ShowPullSheetCommand.h"
@@ -25,21 +30,35 @@
 #include "Controls/SpellChecking/SpellCheckedLineEdit.h"
 #include "Controllers/Sheets/AskPassController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
+#include "Controls/GitOutputView.h"
 #include "Controllers/Sheets/FetchWindowController.h"
+#include "Controllers/Sheets/PushMultipleBranchesWindowController.h"
 #include "Controllers/Sheets/PushWindowController.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Git/Commands/Remotes/FetchGitCommand.h"
 #include "Jobs/JobProgress.h"
 #include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
+#include "UI/Appearance.h"
 #include "support/GitHttpServer.h"
 #include "support/TempRepository.h"
 
 namespace {
 
-// With JELV_SCREENSHOT_DIR set, the sheet is saved there as a picture for the README.
+// With JELV_SCREENSHOT_DIR set, the sheet is saved there as a picture for the README,
+// once light ("name.png") and once dark ("name-dark.png").
 void screenshot(QWidget* sheet, const QString& name) {
   const QString dir = qEnvironmentVariable("JELV_SCREENSHOT_DIR");
-  if (!dir.isEmpty() && sheet) sheet->grab().save(dir + QLatin1Char('/') + name);
+  auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
+  if (dir.isEmpty() || !sheet || !app) return;
+  const QString base = dir + QLatin1Char('/') + name.chopped(int(qstrlen(".png")));
+  Appearance::apply(*app, 1);
+  QCoreApplication::processEvents();
+  sheet->grab().save(base + QStringLiteral(".png"));
+  Appearance::apply(*app, 2);
+  QCoreApplication::processEvents();
+  sheet->grab().save(base + QStringLiteral("-dark.png"));
+  Appearance::apply(*app, 1);
 }
 
 template <typename Sheet>
@@ -149,6 +168,62 @@ TEST_F(RemoteSheets, PushSheetPushesToANewBranchByName) {
   EXPECT_TRUE(hasJob(QStringLiteral("Push 'main' to 'origin'")));
 }
 
+TEST_F(RemoteSheets, PushBranchesSheetPushesTheSidebarSelection) {
+  const QString feature = QStringLiteral("feature/a");
+  const QString accented = QStringLiteral("fix-\u00fcml");
+  local.git({QStringLiteral("branch"), feature});
+  local.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), accented});
+  local.commitFile(QStringLiteral("fix.txt"), "fix\n", QStringLiteral("fix"));
+  local.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  view->refresh();
+  RepositorySidebar* sidebar = view->sidebar();
+  const auto item = [&](const QString& name) -> QTreeWidgetItem* {
+    for (QTreeWidgetItemIterator it(sidebar); *it; ++it) {
+      if ((*it)->data(0, RepositorySidebar::FullReferenceRole).toString() == QStringLiteral("refs/heads/") + name) return *it;
+    }
+    return nullptr;
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return item(feature) && item(accented); }, 20000));
+  sidebar->clearSelection();
+  item(feature)->setSelected(true);
+  item(accented)->setSelected(true);
+  // The right click on one of the two acts on both.
+  ASSERT_TRUE(ContextMenus::forSidebarItem(item(accented)).contains(QStringLiteral("pushBranches")));
+  ASSERT_TRUE(CommandTable::run(QStringLiteral("pushBranches"), ContextMenus::contextForSidebarItem(view.get(), item(accented))));
+  auto* sheet = openSheet<PushMultipleBranchesWindowController>(view->window());
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->remote(), QStringLiteral("origin"));
+  QStringList checked = sheet->fullReferences();
+  checked.sort();
+  EXPECT_EQ(checked, QStringList({QStringLiteral("refs/heads/") + feature, QStringLiteral("refs/heads/") + accented}));
+  const auto row = [&](const QString& name) {
+    return sheet->branchList()->findItems(name, Qt::MatchExactly).value(0);
+  };
+  ASSERT_TRUE(row(QStringLiteral("main")) && row(feature) && row(accented));
+  EXPECT_EQ(row(QStringLiteral("main"))->text(1), QStringLiteral("up to date"));
+  EXPECT_EQ(row(feature)->text(1), QStringLiteral("new branch"));
+  // Nothing checked, nothing to push.
+  row(feature)->setCheckState(0, Qt::Unchecked);
+  row(accented)->setCheckState(0, Qt::Unchecked);
+  EXPECT_FALSE(sheet->submitButton()->isEnabled());
+  row(feature)->setCheckState(0, Qt::Checked);
+  row(accented)->setCheckState(0, Qt::Checked);
+  ASSERT_TRUE(sheet->submitButton()->isEnabled());
+  screenshot(sheet, QStringLiteral("push-branches-sheet.png"));
+  QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
+  // Both reach the server and track what they were pushed to (git writes that last).
+  const auto upstreamOf = [&](const QString& branch) {
+    int status = 0;
+    return local.git({QStringLiteral("config"), QStringLiteral("branch.%1.merge").arg(branch)}, true, &status).trimmed();
+  };
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    return upstreamOf(feature) == QStringLiteral("refs/heads/") + feature && upstreamOf(accented) == QStringLiteral("refs/heads/") + accented;
+  }, 20000));
+  EXPECT_EQ(serverSha(QStringLiteral("refs/heads/") + feature), localSha(feature));
+  EXPECT_EQ(serverSha(QStringLiteral("refs/heads/") + accented), localSha(accented));
+  EXPECT_TRUE(hasJob(QStringLiteral("Push 2 branches to 'origin'")));
+}
+
 TEST_F(RemoteSheets, ForceFetchRepairsAMovedTag) {
   upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
   upstream.git({QStringLiteral("tag"), QStringLiteral("-f"), QStringLiteral("v1")});
@@ -166,6 +241,33 @@ TEST_F(RemoteSheets, ForceFetchRepairsAMovedTag) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 20000));
   EXPECT_TRUE(result->isSuccess());
   EXPECT_EQ(localSha(QStringLiteral("v1")), upstream.headSha());
+}
+
+TEST_F(RemoteSheets, FailedForceFetchShowsItsOwnError) {
+  upstream.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("second"));
+  upstream.git({QStringLiteral("tag"), QStringLiteral("-f"), QStringLiteral("v1")});
+  upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("-f"), QStringLiteral("origin"), QStringLiteral("main"), QStringLiteral("v1")});
+  JobProgress progress;
+  const GitVoidResult failed = FetchGitCommand::execute(local.module(), FetchTarget::ofRemote(QStringLiteral("origin")), {false, true, false, false}, progress);
+  ASSERT_TRUE(failed.isError<Error::TagMismatch>());
+  CommandFlow::showError(context(), failed.error());
+  auto* first = openSheet<ErrorWindowController>(view->window());
+  ASSERT_TRUE(first);
+  // The remote is gone by the time the user asks for the repair.
+  local.git({QStringLiteral("remote"), QStringLiteral("set-url"), QStringLiteral("origin"), QStringLiteral("http://127.0.0.1:9/gone.git")});
+  QPointer<ErrorWindowController> firstGuard(first);
+  QTest::mouseClick(first->firstButton(), Qt::LeftButton);
+  ErrorWindowController* second = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    for (auto* sheet : view->window()->findChildren<ErrorWindowController*>()) {
+      if (sheet != firstGuard && sheet->isVisible()) second = sheet;
+    }
+    return second != nullptr;
+  }, 20000));
+  ASSERT_TRUE(second->errorResult().has_value());
+  EXPECT_TRUE(std::holds_alternative<Error::GitUnknownError>(*second->errorResult()));
+  EXPECT_TRUE(second->errorTextView()->toPlainText().contains(QStringLiteral("127.0.0.1"))) << second->errorTextView()->toPlainText().toStdString();
+  EXPECT_FALSE(second->firstButton()->isVisible());
 }
 
 TEST_F(RemoteSheets, PasswordSheetAnswersGitThroughTheHelper) {
@@ -241,23 +343,32 @@ TEST_F(RemoteSheets, CloneSheetClonesIntoANewFolder) {
   again->cancel();
 }
 
-TEST_F(RemoteSheets, CommitAndPushPushesTheNewCommit) {
-  Preferences::shared().setPushAutomacicallyOnCommit(true);
+TEST_F(RemoteSheets, CommitAndPushFollowsThePreferenceAndTheAltKey) {
   local.writeFile(QStringLiteral("new.txt"), "new\n");
   local.git({QStringLiteral("add"), QStringLiteral("new.txt")});
   view->controller()->refresh();
   CommitController* box = view->localChangesView()->commitBox();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return box->commitButton()->text() == QStringLiteral("Commit 1 File and Push"); }, 20000))
-      << box->commitButton()->text().toStdString();
-  box->subjectField()->setText(QStringLiteral("Pushed with the commit"));
-  ASSERT_TRUE(box->commitButton()->isEnabled());
-  QTest::mouseClick(box->commitButton(), Qt::LeftButton);
-  EXPECT_TRUE(QTest::qWaitFor([&] {
-    int status = 0;
-    const QString remote = QString::fromUtf8(runProgram(QStringLiteral("git"), {QStringLiteral("--git-dir"), server.root() + QStringLiteral("/project.git"),
-                                                                                QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%s"), QStringLiteral("main")},
-                                                        {}, &status));
-    return remote.trimmed() == QStringLiteral("Pushed with the commit");
-  }, 20000));
+  QPushButton* button = box->commitButton();
+  const auto waitForTitle = [&](const QString& title) {
+    return QTest::qWaitFor([&] { return button->text() == title; }, 20000);
+  };
+  ASSERT_TRUE(waitForTitle(QStringLiteral("Commit 1 File"))) << button->text().toStdString();
+  // Held anywhere in the window, Alt offers the push; let go, it is gone again.
+  QTest::keyPress(view->sidebar(), Qt::Key_Alt);
+  EXPECT_EQ(button->text(), QStringLiteral("Commit 1 File and Push"));
+  QTest::keyRelease(view->sidebar(), Qt::Key_Alt, Qt::AltModifier);
+  EXPECT_EQ(button->text(), QStringLiteral("Commit 1 File"));
+  Preferences::shared().setPushAutomacicallyOnCommit(true);
+  EXPECT_EQ(button->text(), QStringLiteral("Commit 1 File and Push"));
   Preferences::shared().setPushAutomacicallyOnCommit(false);
+  EXPECT_EQ(button->text(), QStringLiteral("Commit 1 File"));
+
+  box->subjectField()->setText(QStringLiteral("Pushed with the commit"));
+  ASSERT_TRUE(button->isEnabled());
+  QTest::keyPress(box->subjectField(), Qt::Key_Alt);
+  QTest::mouseClick(button, Qt::LeftButton, Qt::AltModifier);
+  QTest::keyRelease(box->subjectField(), Qt::Key_Alt, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return serverSha(QStringLiteral("refs/heads/main")) == localSha(QStringLiteral("main")) &&
+                                           local.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%s")}).trimmed() ==
+                                               QStringLiteral("Pushed with the commit"); }, 20000));
 }

@@ -102,13 +102,3 @@ QString GraphRowGeometry::labelText(const Reference& reference) {
   if (reference.kind() == Reference::Kind::remoteBranch) return reference.fullName;
   return reference.name;
 }
-
-double GraphRowGeometry::rowWidth(const GraphInfo& info, double leftMargin, const std::vector<ReferenceLabel>& labels,
-                                  const std::function<double(const QString&)>& textWidth) {
-  double width = static_cast<double>(info.lines.size()) * columnWidth + lanesPadding + leftMargin;
-  for (const ReferenceLabel& label : labels) {
-    width += textWidth(label.text);
-    if (label.hasMark) width += markWidth;
-  }
-  return width;
-}

@@ -4,7 +4,6 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
-#include <functional>
 #include <vector>
 
 #include "Graph/GraphInfo.h"
@@ -34,11 +33,6 @@ struct GraphRowLayout {
   bool operator==(const GraphRowLayout&) const = default;
 };
 
-struct ReferenceLabel {
-  QString text;
-  bool hasMark = false;  // an extra mark beside the text (for instance the upstream's)
-};
-
 class GraphRowGeometry {
  public:
   static constexpr double columnWidth = 11.0;
@@ -46,7 +40,6 @@ class GraphRowGeometry {
   static constexpr double strokeWidth = 1.5;
   static constexpr double curveOffset = 5.0;
   static constexpr double lanesPadding = 2.0;
-  static constexpr double markWidth = 12.0;
 
   static double columnX(int column, double leftMargin) { return leftMargin + firstColumnOffset + column * columnWidth; }
   static double middleY(const QRectF& row) { return row.y() + row.height() * 0.5; }
@@ -76,7 +69,4 @@ class GraphRowGeometry {
 
   // What a reference's label says.
   static QString labelText(const Reference& reference);
-  // The row's reserved width: the lanes, then each label as measured by the view.
-  static double rowWidth(const GraphInfo& info, double leftMargin, const std::vector<ReferenceLabel>& labels,
-                         const std::function<double(const QString&)>& textWidth);
 };

@@ -28,7 +28,7 @@ TEST(GraphRowGeometry, ThreeShapesOfALaneSegment) {
   EXPECT_EQ(GraphRowGeometry::path({0, 1, 1, std::nullopt}, kRow, kMargin), (GraphPath{{18, 20}, {18, 31}, false, {}, {}}));
 }
 
-TEST(GraphRowGeometry, DotAndRowWidth) {
+TEST(GraphRowGeometry, DotAndLabelText) {
   const GraphInfo info{{{0, 0, 0, 0}, {1, 1, 1, 1}, {2, std::nullopt, 1, 2}}, 1, 1};
   EXPECT_EQ(GraphRowGeometry::dot(info, kRow, kMargin, 8), QRectF(14, 27, 8, 8));
   EXPECT_TRUE(GraphRowGeometry::dot(GraphInfo{}, kRow, kMargin, 8).isEmpty());
@@ -39,11 +39,6 @@ TEST(GraphRowGeometry, DotAndRowWidth) {
                          QStringLiteral("main"), QDateTime(), true, std::nullopt);
   EXPECT_EQ(GraphRowGeometry::labelText(bad), "bisect: bad");
   EXPECT_EQ(GraphRowGeometry::labelText(main), "main");
-
-  const auto fiveEach = [](const QString& text) { return 5.0 * text.size(); };
-  // 3 lines * 11 + 2 + margin 4 = 39; "main" 20 + its mark 12; "bisect: bad" 55.
-  EXPECT_DOUBLE_EQ(GraphRowGeometry::rowWidth(info, kMargin, {{"main", true}, {"bisect: bad", false}}, fiveEach), 126.0);
-  EXPECT_DOUBLE_EQ(GraphRowGeometry::rowWidth(GraphInfo{}, 0, {}, fiveEach), 2.0);
 }
 
 GraphInfo lanes(int count, int commitColumn) {

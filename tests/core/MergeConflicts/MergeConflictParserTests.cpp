@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "ConflictTestSupport.h"
+#include "support/Conflicts.h"
 #include "Git/Merge/MergeConflictParser.h"
 #include "support/LogCapture.h"
 

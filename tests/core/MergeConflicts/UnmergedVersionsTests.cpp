@@ -2,22 +2,11 @@
 
 #include <QDir>
 
-#include "ConflictTestSupport.h"
+#include "support/Conflicts.h"
 #include "Git/Commands/Merge/CheckoutUnmergedFileGitCommand.h"
 #include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Commands/Merge/ResolveMergeConflictGitCommand.h"
 
-namespace {
-UnmergedFile unmerged(const TempRepository& repo, const QString& path) {
-  const auto files = GetUnmergedFilesGitCommand::execute(repo.module());
-  EXPECT_TRUE(files.isSuccess());
-  for (const UnmergedFile& file : files.value()) {
-    if (file.path == path) return file;
-  }
-  ADD_FAILURE() << "no conflict at " << path.toStdString();
-  return {};
-}
-}  // namespace
 
 // Each stage lands next to the file under its suffix, with the stage's bytes.
 TEST(CheckoutUnmergedFile, VersionsNextToTheFile) {

@@ -23,12 +23,7 @@ class RepositoryStateReadTest : public ::testing::Test {
  protected:
   void SetUp() override { Preferences::shared().setGitInstance(GitInstanceType::system()); }
 
-  void git(std::initializer_list<const char*> args, bool allowFailure = false) {
-    QStringList list;
-    for (const char* arg : args) list << L(arg);
-    repo.git(list, allowFailure);
-  }
-  QString sha(const char* name) { return repo.git({QStringLiteral("rev-parse"), L(name)}).trimmed(); }
+  QString sha(const char* name) { return repo.git({"rev-parse", name}).trimmed(); }
 
   GitResult<RepositoryState> read() {
     auto references = GetReferencesGitCommand::execute(repo.module(), Subdomain::references());
@@ -51,12 +46,12 @@ class RepositoryStateReadTest : public ::testing::Test {
     repo.writeFile(L("conflict.txt"), "base\n");
     repo.writeFile(L("clean.txt"), "base\n");
     repo.commit(L("base"));
-    git({"checkout", "-q", "-b", "side"});
+    repo.git({"checkout", "-q", "-b", "side"});
     repo.writeFile(L("conflict.txt"), "side\n");
     repo.writeFile(L("added.txt"), "side\n");
     repo.writeFile(L("clean.txt"), "side\n");
     repo.commit(L("side"));
-    git({"checkout", "-q", "main"});
+    repo.git({"checkout", "-q", "main"});
     repo.writeFile(L("conflict.txt"), "main\n");
     repo.writeFile(L("added.txt"), "main\n");
     repo.commit(L("main"));
@@ -65,14 +60,14 @@ class RepositoryStateReadTest : public ::testing::Test {
   // feature has three commits on base; the second conflicts with the one on main.
   void featureToRebase() {
     repo.commitFile(L("f"), "base\n", L("base"));
-    git({"checkout", "-q", "-b", "feature"});
+    repo.git({"checkout", "-q", "-b", "feature"});
     repo.commitFile(L("g1"), "1\n", L("c1"));
     repo.writeFile(L("f"), "feature\n");
     repo.commitFile(L("g2"), "2\n", L("c2"));
     repo.commitFile(L("g3"), "3\n", L("c3"));
-    git({"checkout", "-q", "main"});
+    repo.git({"checkout", "-q", "main"});
     repo.commitFile(L("f"), "main\n", L("m"));
-    git({"checkout", "-q", "feature"});
+    repo.git({"checkout", "-q", "feature"});
   }
 
   TempRepository repo;
@@ -81,7 +76,7 @@ class RepositoryStateReadTest : public ::testing::Test {
 TEST_F(RepositoryStateReadTest, MergeWithConflictsThenResolved) {
   divergedBranches();
   const QString mainSha = sha("main");
-  git({"merge", "side"}, true);
+  repo.git({"merge", "side"}, true);
 
   RepositoryState merging = state();
   const auto* merge = merging.as<S::MergeInProgress>();
@@ -105,7 +100,7 @@ TEST_F(RepositoryStateReadTest, MergeWithConflictsThenResolved) {
     EXPECT_TRUE(log.contains(L("Can't find unmerged file for clean.txt")));
   }
 
-  git({"add", "added.txt", "conflict.txt"});
+  repo.git({"add", "added.txt", "conflict.txt"});
   RepositoryState resolved = state();
   ASSERT_TRUE(resolved.is<S::MergeInProgress>());
   EXPECT_EQ(barText(resolved), L("Merging branch 'side' into 'main'. All conflicts fixed."));
@@ -114,7 +109,7 @@ TEST_F(RepositoryStateReadTest, MergeWithConflictsThenResolved) {
 
 TEST_F(RepositoryStateReadTest, MergeHeadWinsOverEveryOtherMarker) {
   divergedBranches();
-  git({"merge", "side"}, true);
+  repo.git({"merge", "side"}, true);
   for (const char* marker : {"CHERRY_PICK_HEAD", "REVERT_HEAD", "SQUASH_MSG", "BISECT_START"}) {
     repo.writeFile(L(".git/") + L(marker), sha("main").toUtf8() + "\n");
   }
@@ -127,7 +122,7 @@ TEST_F(RepositoryStateReadTest, RebaseOfTheMergeKindStoppedAtAConflict) {
   featureToRebase();
   const QString featureSha = sha("feature");
   const QString c2 = sha("feature~1");
-  git({"rebase", "main"}, true);
+  repo.git({"rebase", "main"}, true);
   ASSERT_TRUE(QFileInfo(repo.gitDir() + L("/rebase-merge")).isDir());
 
   RepositoryState rebasing = state();
@@ -160,7 +155,7 @@ TEST_F(RepositoryStateReadTest, RebaseOfTheMergeKindStoppedAtAConflict) {
 TEST_F(RepositoryStateReadTest, InteractiveRebaseStoppedToEditIsAmending) {
   featureToRebase();
   qputenv("GIT_SEQUENCE_EDITOR", "sed -i -e '1s/^pick/edit/'");
-  git({"rebase", "-i", "HEAD~3"});
+  repo.git({"rebase", "-i", "HEAD~3"});
   qunsetenv("GIT_SEQUENCE_EDITOR");
   const QString c1 = sha("feature~2");
 
@@ -178,7 +173,7 @@ TEST_F(RepositoryStateReadTest, InteractiveRebaseStoppedToEditIsAmending) {
 TEST_F(RepositoryStateReadTest, RebaseOfTheMailboxKindStoppedAtAConflict) {
   featureToRebase();
   const QString c2 = sha("feature~1");
-  git({"rebase", "--apply", "main"}, true);
+  repo.git({"rebase", "--apply", "main"}, true);
   ASSERT_TRUE(QFileInfo(repo.gitDir() + L("/rebase-apply")).isDir());
 
   RepositoryState rebasing = state();
@@ -201,7 +196,7 @@ TEST_F(RepositoryStateReadTest, RebaseOfTheMailboxKindStoppedAtAConflict) {
 TEST_F(RepositoryStateReadTest, MailboxSessionThatIsNoRebaseLetsTheTestsGoOn) {
   featureToRebase();
   const QByteArray patch = repo.gitBytes({L("format-patch"), L("-1"), L("--stdout"), L("feature~1")});
-  git({"checkout", "-q", "main"});
+  repo.git({"checkout", "-q", "main"});
   int status = 0;
   runProgram(L("git"), {L("am"), L("-3")}, repo.path(), &status, patch);
   ASSERT_NE(status, 0) << "the patch should stop with a conflict";
@@ -214,11 +209,11 @@ TEST_F(RepositoryStateReadTest, MailboxSessionThatIsNoRebaseLetsTheTestsGoOn) {
 
 TEST_F(RepositoryStateReadTest, CherryPickWithAConflictThenTheSequencerAlone) {
   divergedBranches();
-  git({"checkout", "-q", "side"});
+  repo.git({"checkout", "-q", "side"});
   repo.commitFile(L("conflict.txt"), "side again\n", L("side 2"));
-  git({"checkout", "-q", "main"});
+  repo.git({"checkout", "-q", "main"});
   const QString first = sha("side~1");
-  git({"cherry-pick", "side~1", "side"}, true);
+  repo.git({"cherry-pick", "side~1", "side"}, true);
 
   RepositoryState picking = state();
   const auto* pick = picking.as<S::CherryPickInProgress>();
@@ -229,8 +224,8 @@ TEST_F(RepositoryStateReadTest, CherryPickWithAConflictThenTheSequencerAlone) {
   EXPECT_EQ(barText(picking), L("Cherry-picking commit ") + first + L(". Fix 2 conflicts"));
 
   // Committing by hand ends the pick of this commit but leaves the sequence.
-  git({"add", "-A"});
-  git({"commit", "-q", "--no-edit"});
+  repo.git({"add", "-A"});
+  repo.git({"commit", "-q", "--no-edit"});
   EXPECT_TRUE(state().is<S::SequencerInProgress>());
   EXPECT_EQ(barText(state()), L("Cherry-pick in progress"));
 }
@@ -240,7 +235,7 @@ TEST_F(RepositoryStateReadTest, RevertWithAConflict) {
   repo.commitFile(L("f"), "2\n", L("two"));
   const QString two = sha("HEAD");
   repo.commitFile(L("f"), "3\n", L("three"));
-  git({"revert", "--no-edit", "HEAD~1"}, true);
+  repo.git({"revert", "--no-edit", "HEAD~1"}, true);
 
   RepositoryState reverting = state();
   const auto* revert = reverting.as<S::RevertInProgress>();
@@ -252,15 +247,15 @@ TEST_F(RepositoryStateReadTest, RevertWithAConflict) {
 
 TEST_F(RepositoryStateReadTest, SquashMerge) {
   divergedBranches();
-  git({"checkout", "-q", "-b", "target", "main~1"});
-  git({"merge", "--squash", "side"});
+  repo.git({"checkout", "-q", "-b", "target", "main~1"});
+  repo.git({"merge", "--squash", "side"});
   EXPECT_TRUE(state().is<S::SquashInProgress>());
   EXPECT_EQ(barText(state()), L("Squashing commits"));
 }
 
 TEST_F(RepositoryStateReadTest, UnmergedEntriesWithoutAMarkerEvenWhileBisecting) {
   divergedBranches();
-  git({"merge", "side"}, true);
+  repo.git({"merge", "side"}, true);
   for (const char* marker : {"MERGE_HEAD", "MERGE_MSG", "MERGE_MODE"}) QFile::remove(repo.gitDir() + L("/") + L(marker));
   repo.writeFile(L(".git/BISECT_START"), "main\n");
 
@@ -276,7 +271,7 @@ TEST_F(RepositoryStateReadTest, BisectBeforeAndAfterTheFirstMarks) {
   repo.commitFile(L("f"), "1\n", L("one"));
   repo.commitFile(L("f"), "2\n", L("two"));
   repo.commitFile(L("f"), "3\n", L("three"));
-  git({"bisect", "start"});
+  repo.git({"bisect", "start"});
   RepositoryState started = state();
   const auto* bisect = started.as<S::BisectInProgress>();
   ASSERT_TRUE(bisect);
@@ -285,8 +280,8 @@ TEST_F(RepositoryStateReadTest, BisectBeforeAndAfterTheFirstMarks) {
   EXPECT_EQ(barText(started),
             L("Bisecting, started from 'main'. Mark current commit as good or bad and checkout another one"));
 
-  git({"bisect", "bad"});
-  git({"bisect", "good", "HEAD~2"});
+  repo.git({"bisect", "bad"});
+  repo.git({"bisect", "good", "HEAD~2"});
   const QString current = sha("HEAD");
   RepositoryState marked = state();
   ASSERT_TRUE(marked.is<S::BisectInProgress>());

@@ -3,9 +3,8 @@
 
 #include <QFile>
 
-#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Commands/Merge/ResolveConflictGitCommand.h"
-#include "support/TempRepository.h"
+#include "support/Conflicts.h"
 
 namespace {
 
@@ -23,46 +22,29 @@ void mergeWithConflicts(TempRepository& repo) {
   repo.git({"merge", "topic"}, true);
 }
 
-UnmergedFile unmerged(const TempRepository& repo, const QString& path) {
-  const auto files = GetUnmergedFilesGitCommand::execute(repo.module());
-  EXPECT_TRUE(files.isSuccess());
-  for (const UnmergedFile& file : files.value()) {
-    if (file.path == path) return file;
-  }
-  ADD_FAILURE() << "no conflict at " << path.toStdString();
-  return {};
-}
-
 }  // namespace
 
+// Their side deleted "gone.txt": taking it removes the path from index and work tree.
 TEST(ResolveConflict, EachSideIsTakenWholeAndADeletingSideRemovesThePath) {
-  TempRepository repo;
-  mergeWithConflicts(repo);
-  const UnmergedFile notes = unmerged(repo, QStringLiteral("notes é.txt"));
-  ASSERT_TRUE(ResolveConflictGitCommand::execute(repo.module(), notes, UnmergedFileVersionType::remote).isSuccess());
-  EXPECT_EQ(repo.readFile("notes é.txt"), "theirs\n");
-
-  // Their side deleted the file: taking it removes the path from index and work tree.
-  const UnmergedFile gone = unmerged(repo, QStringLiteral("gone.txt"));
-  ASSERT_FALSE(gone.remoteVersion);
-  EXPECT_EQ(ResolveConflictGitCommand::argumentLists(gone, UnmergedFileVersionType::remote),
+  EXPECT_EQ(ResolveConflictGitCommand::argumentLists(UnmergedFile{"gone.txt", {}, {}, {}, {}, {}}, UnmergedFileVersionType::remote),
             (std::vector<QStringList>{{"rm", "--", "gone.txt"}}));
-  ASSERT_TRUE(ResolveConflictGitCommand::execute(repo.module(), gone, UnmergedFileVersionType::remote).isSuccess());
-  EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/gone.txt")));
-
-  EXPECT_TRUE(GetUnmergedFilesGitCommand::execute(repo.module()).value().empty());
-  EXPECT_EQ(repo.git({"-c", "core.quotePath=false", "status", "--porcelain"}), QStringLiteral("D  gone.txt\nM  \"notes é.txt\"\n"));
-}
-
-TEST(ResolveConflict, MineKeepsTheLocalVersions) {
-  TempRepository repo;
-  mergeWithConflicts(repo);
-  const UnmergedFile gone = unmerged(repo, QStringLiteral("gone.txt"));
-  ASSERT_TRUE(ResolveConflictGitCommand::execute(repo.module(), gone, UnmergedFileVersionType::local).isSuccess());
-  EXPECT_EQ(repo.readFile("gone.txt"), "edited\n");
-  const UnmergedFile notes = unmerged(repo, QStringLiteral("notes é.txt"));
-  ASSERT_TRUE(ResolveConflictGitCommand::execute(repo.module(), notes, UnmergedFileVersionType::local).isSuccess());
-  EXPECT_EQ(repo.readFile("notes é.txt"), "mine\n");
-  // Both settled on our side: nothing is left to commit but the merge itself.
-  EXPECT_TRUE(repo.git({"status", "--porcelain"}).isEmpty());
+  const struct {
+    UnmergedFileVersionType side;
+    QByteArray notes;
+    std::optional<QByteArray> gone;
+    QString status;  // after both are settled; the merge itself is left to commit
+  } cases[] = {{UnmergedFileVersionType::remote, "theirs\n", std::nullopt, "D  gone.txt\nM  \"notes é.txt\"\n"},
+               {UnmergedFileVersionType::local, "mine\n", QByteArray("edited\n"), ""}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(static_cast<int>(c.side));
+    TempRepository repo;
+    mergeWithConflicts(repo);
+    for (const QString path : {"notes é.txt", "gone.txt"})
+      ASSERT_TRUE(ResolveConflictGitCommand::execute(repo.module(), unmerged(repo, path), c.side).isSuccess());
+    EXPECT_EQ(repo.readFile("notes é.txt"), c.notes);
+    EXPECT_EQ(QFile::exists(repo.path() + "/gone.txt"), c.gone.has_value());
+    if (c.gone) EXPECT_EQ(repo.readFile("gone.txt"), *c.gone);
+    EXPECT_TRUE(GetUnmergedFilesGitCommand::execute(repo.module()).value().empty());
+    EXPECT_EQ(repo.git({"-c", "core.quotePath=false", "status", "--porcelain"}), c.status);
+  }
 }

@@ -2,8 +2,11 @@
 // Conflicts made by real git: a base commit, a local and a remote change of one file,
 // then a merge, rebase or cherry-pick that stops on it.
 #include <QString>
+#include <gtest/gtest.h>
+
 #include <memory>
 
+#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Merge/LoadMergeConflict.h"
 #include "support/TempRepository.h"
 
@@ -44,4 +47,14 @@ inline void makeConflict(const TempRepository& repo, const QString& path, const 
 inline std::shared_ptr<MergeConflict> loadConflict(const TempRepository& repo, const QString& path) {
   auto result = LoadMergeConflict::execute(repo.module(), path);
   return result.isSuccess() ? result.value() : nullptr;
+}
+
+inline UnmergedFile unmerged(const TempRepository& repo, const QString& path) {
+  const auto files = GetUnmergedFilesGitCommand::execute(repo.module());
+  EXPECT_TRUE(files.isSuccess());
+  for (const UnmergedFile& file : files.value()) {
+    if (file.path == path) return file;
+  }
+  ADD_FAILURE() << "no conflict at " << path.toStdString();
+  return {};
 }

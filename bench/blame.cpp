@@ -63,7 +63,7 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString repo = makeRepository();
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
   size_t chunks = 0;
   const double ours = Bench::medianSeconds(
       [&] {

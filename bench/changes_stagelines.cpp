@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
   QTemporaryDir dir;
   const QString repo = dir.path();
   Bench::makeRepositoryWithReplacedFile(repo);
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
 
   const auto status = GetChangedFilesGitCommand::execute(module, {}, false, false);
   if (!status || status.value().changedFiles.size() != 1) return 1;

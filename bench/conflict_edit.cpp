@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   writeFile(file, version("local"));
   Bench::commitAll(repo, QStringLiteral("local"));
   git(repo, {QStringLiteral("merge"), QStringLiteral("-q"), QStringLiteral("topic")});
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
 
   // The reference's inputs: the three versions as files.
   const QString base = dir.filePath(QStringLiteral("base")), local = dir.filePath(QStringLiteral("local")),

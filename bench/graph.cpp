@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString repo = QString::fromLocal8Bit(argv[2]);
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
   const bool all = std::strcmp(argv[1], "graph.all") == 0 || std::strcmp(argv[1], "graph.wide") == 0;
 
   auto head = GetHeadGitCommand::execute(module);

@@ -7,8 +7,6 @@
 #include <cstring>
 #include <malloc.h>
 
-#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
-#include "Jobs/JobProgress.h"
 #include "support/BenchSupport.h"
 #include "support/InterleavedTiming.h"
 
@@ -17,11 +15,6 @@ namespace {
 size_t heapInUse() {
   const struct mallinfo2 info = ::mallinfo2();
   return info.uordblks + info.hblkhd;  // small chunks plus mmap'd blocks
-}
-
-GitResult<RevisionList> load(const GitModule& module) {
-  JobProgress progress;
-  return GetRevisionsGitCommand::execute(module, true, false, progress);
 }
 
 }  // namespace
@@ -34,13 +27,13 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString repo = QString::fromLocal8Bit(argv[2]);
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
   const bool memory = std::strcmp(argv[1], "revisions.memory") == 0;
 
   if (memory) {
     const size_t before = heapInUse();
     const long rssBefore = Bench::currentRssBytes();
-    auto result = load(module);
+    auto result = Bench::loadHistory(module);
     if (!result.isSuccess() || result.value().empty()) {
       std::fprintf(stderr, "%s: cannot read the history: %s\n", argv[1], qPrintable(describe(result.error())));
       return 1;
@@ -59,7 +52,7 @@ int main(int argc, char** argv) {
   bool failed = false;
   const auto [ours, ref] = Bench::interleavedMedianSeconds(
       [&] {
-        auto result = load(module);
+        auto result = Bench::loadHistory(module);
         failed = failed || !result.isSuccess();
         count = result.isSuccess() ? result.value().size() : 0;
       },

@@ -2,15 +2,12 @@
 // against git log printing its first line.
 // search.content: a whole content search (at most 1000 matches), against git log alone.
 #include <QCoreApplication>
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <unistd.h>
 
-#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
 #include "Git/Commands/Revision/RevisionSearchGitCommand.h"
 #include "Graph/RevisionSearch.h"
-#include "Jobs/JobProgress.h"
 #include "support/BenchSupport.h"
 
 namespace {
@@ -21,14 +18,7 @@ using Clock = std::chrono::steady_clock;
 double gitFirstLineSeconds(const QString& repo, const QStringList& args) {
   const auto start = Clock::now();
   Task task;
-  task.launchPath = QStringLiteral("/usr/bin/git");
-  task.arguments = args;
-  task.environment = Task::Environment::current();
-  task.currentDirectory = repo;
-  task.pipeStdout = true;
-  task.pipeStderr = false;
-  task.launch();
-  const int out = task.takeStdout();
+  const int out = Bench::launchGit(task, repo, args);
   char buffer[4096];
   double first = -1;
   ssize_t n = 0;
@@ -59,12 +49,11 @@ int main(int argc, char** argv) {
   Bench::setUpEnvironment();
   const QString name = QString::fromLocal8Bit(argv[1]);
   const QString repo = QString::fromLocal8Bit(argv[2]);
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
 
   if (name == QStringLiteral("search.message")) {
     // The rows the matches are looked for in, read once as the commit list would.
-    JobProgress loading;
-    auto revisions = GetRevisionsGitCommand::execute(module, true, false, loading);
+    auto revisions = Bench::loadHistory(module);
     if (!revisions) {
       std::fprintf(stderr, "search.message: cannot read the history\n");
       return 1;
@@ -90,11 +79,8 @@ int main(int argc, char** argv) {
           &progress);
     });
     // The reference is the moment of git's first line, not the end of its run.
-    gitFirstLineSeconds(repo, RevisionSearchGitCommand::arguments(query));
-    std::vector<double> firsts;
-    for (int i = 0; i < 5; ++i) firsts.push_back(gitFirstLineSeconds(repo, RevisionSearchGitCommand::arguments(query)));
-    std::sort(firsts.begin(), firsts.end());
-    Bench::report(argv[1], ours * 1000, "ms", firsts[2] * 1000, "ms");
+    const double first = Bench::medianOf([&] { return gitFirstLineSeconds(repo, RevisionSearchGitCommand::arguments(query)); });
+    Bench::report(argv[1], ours * 1000, "ms", first * 1000, "ms");
     std::fprintf(stderr, "search.message: first match at row %d\n", row);
     return row >= 0 ? 0 : 1;
   }

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
   const QStringList args = GetChangedFilesGitCommand::arguments(false, false);
   int files = 0;
   bool failed = false;

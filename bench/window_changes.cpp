@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "%s: cannot generate the repository\n", argv[1]);
     return 1;
   }
-  const GitModule module{repo, repo + QStringLiteral("/.git"), std::nullopt};
+  const GitModule module = Bench::moduleAt(repo);
   const QStringList args = GetChangedFilesGitCommand::arguments(false, false);
 
   int rows = 0;

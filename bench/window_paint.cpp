@@ -1,53 +1,12 @@
 // window.firstpaint: opening a repository until the commit list has painted its first
 // rows, against git log with the same arguments alone.
 // window.scroll: paging through the whole list once; time per row painted.
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <cstdio>
 
-#include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/Repository/RepositoryView.h"
-#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
-#include "Jobs/JobQueue.h"
 #include "Git/Commands/Repository/GetGitDirectoryGitCommand.h"
-#include "support/BenchSupport.h"
-
-namespace {
-
-class FirstPaint : public QObject {
- public:
-  explicit FirstPaint(CommitListView* list) : list_(list) {}
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint && list_->commitModel()->rowCount() > 0 && !done) {
-      done = true;
-      QMetaObject::invokeMethod(qApp, &QApplication::quit, Qt::QueuedConnection);
-    }
-    return false;
-  }
-  bool done = false;
-
- private:
-  CommitListView* list_;
-};
-
-double openOnce(const GitModule& module) {
-  QElapsedTimer timer;
-  timer.start();
-  auto queue = std::make_shared<JobQueue>();
-  RepositoryView view(module, queue);
-  view.resize(1200, 800);
-  FirstPaint watcher(view.commitList());
-  view.commitList()->viewport()->installEventFilter(&watcher);
-  view.show();
-  QApplication::exec();
-  const double ms = timer.nsecsElapsed() / 1e6;
-  view.commitList()->viewport()->removeEventFilter(&watcher);
-  return ms;
-}
-
-}  // namespace
+#include "support/WindowOpen.h"
 
 int main(int argc, char** argv) {
   if (argc < 3) {
@@ -65,17 +24,8 @@ int main(int argc, char** argv) {
   }
 
   if (name == QStringLiteral("window.firstpaint")) {
-    std::vector<double> times;
-    openOnce(module.value());  // warm the file cache
-    for (int i = 0; i < 3; ++i) times.push_back(openOnce(module.value()));
-    std::sort(times.begin(), times.end());
-    QStringList args = {QStringLiteral("log"), QStringLiteral("HEAD"), QStringLiteral("--branches"), QStringLiteral("--remotes"),
-                        QStringLiteral("--tags"), QStringLiteral("--max-count=%1").arg(GetRevisionsGitCommand::maxCommitCount()),
-                        QStringLiteral("--no-show-signature"),
-                        GetRevisionsGitCommand::useTopologicalCommitOrder() ? QStringLiteral("--topo-order") : QStringLiteral("--date-order"),
-                        QStringLiteral("--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s")};
-    const double ref = Bench::medianSeconds([&] { Bench::runGitToDevNull(module.value().repositoryPath, args); }, 3) * 1000;
-    Bench::report(argv[1], times[1], "ms", ref, "ms");
+    const double paint = Bench::medianOpen(module.value(), false).firstPaint;
+    Bench::report(argv[1], paint, "ms", Bench::gitLogMs(module.value()), "ms");
     return 0;
   }
 

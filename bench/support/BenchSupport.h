@@ -15,7 +15,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
 #include "Git/Process/Task.h"
+#include "Jobs/JobProgress.h"
 #include "Services/Preferences.h"
 
 namespace Bench {
@@ -35,13 +37,26 @@ inline double seconds(const std::function<void()>& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// The median of several runs, after one warm-up run that fills the file cache.
+// The median of several measurements, after one warm-up run that fills the file cache.
+inline double medianOf(const std::function<double()>& measure, int runs = 5) {
+  measure();
+  std::vector<double> values;
+  for (int i = 0; i < runs; ++i) values.push_back(measure());
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
 inline double medianSeconds(const std::function<void()>& work, int runs = 5) {
-  work();
-  std::vector<double> times;
-  for (int i = 0; i < runs; ++i) times.push_back(seconds(work));
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
+  return medianOf([&] { return seconds(work); }, runs);
+}
+
+// The repository a benchmark is given, its Git directory inside it.
+inline GitModule moduleAt(const QString& repo) { return GitModule{repo, repo + QStringLiteral("/.git"), std::nullopt}; }
+
+// The commit list read as the application reads it.
+inline GitResult<RevisionList> loadHistory(const GitModule& module) {
+  JobProgress progress;
+  return GetRevisionsGitCommand::execute(module, true, false, progress);
 }
 
 // Set-up of generated repositories: git's stdout, stderr passed through.
@@ -79,9 +94,8 @@ inline void makeRepositoryWithReplacedFile(const QString& repo) {
   writeFile(repo + QStringLiteral("/big.txt"), after);
 }
 
-// Runs git with stdout to /dev/null, the reference for what git alone costs.
-inline void runGitToDevNull(const QString& repo, const QStringList& args) {
-  Task task;
+// Starts git in the repository with its stdout on a pipe; gives the pipe.
+inline int launchGit(Task& task, const QString& repo, const QStringList& args) {
   task.launchPath = QStringLiteral("/usr/bin/git");
   task.arguments = args;
   task.environment = Task::Environment::current();
@@ -89,7 +103,13 @@ inline void runGitToDevNull(const QString& repo, const QStringList& args) {
   task.pipeStdout = true;
   task.pipeStderr = false;
   task.launch();
-  const int out = task.takeStdout();
+  return task.takeStdout();
+}
+
+// Runs git with stdout to /dev/null, the reference for what git alone costs.
+inline void runGitToDevNull(const QString& repo, const QStringList& args) {
+  Task task;
+  const int out = launchGit(task, repo, args);
   char buffer[65536];
   while (::read(out, buffer, sizeof buffer) > 0) {
   }

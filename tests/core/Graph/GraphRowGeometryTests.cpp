@@ -82,7 +82,9 @@ TEST(GraphRowGeometry, CappedLanesKeepTheSubjectInsideTheColumn) {
     EXPECT_TRUE(cell.contains(layout.lanes)) << c.name;
     EXPECT_TRUE(layout.lanes.contains(layout.dot)) << c.name;
     EXPECT_EQ(layout.fade.isEmpty(), !c.clipped) << c.name;
-    if (c.clipped) EXPECT_DOUBLE_EQ(layout.fade.right(), layout.lanes.right()) << c.name;
+    if (c.clipped) {
+      EXPECT_DOUBLE_EQ(layout.fade.right(), layout.lanes.right()) << c.name;
+    }
   }
   // The subject of the 90-lane row keeps two thirds of the column, less the gap.
   EXPECT_GE(cell.right() - GraphRowGeometry::layout(lanes(90, 85), cell, kMargin, cap, 7).contentX, 394.0);

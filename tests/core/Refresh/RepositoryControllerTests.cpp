@@ -184,3 +184,20 @@ TEST(RepositoryController, AStatusAskedForBeforeTheFirstDataStillKnowsTheSubmodu
   ASSERT_NE(found, files.end());
   EXPECT_NE((*found)->changedSubmodule(), nullptr);
 }
+
+TEST_F(RepositoryControllerTest, ARefreshOfTheChangedFilesAloneKeepsTheState) {
+  ASSERT_TRUE(controller.repositoryStatus()->repositoryState.is<RepositoryState::Ok>());
+
+  // A revert stopped half-way, and a file changed.
+  repo.writeFile(".git/REVERT_HEAD", (repo.headSha() + "\n").toUtf8());
+  repo.writeFile("a.txt", "changed\n");
+  controller.refreshRepository(Subdomain::changedFiles());
+  ASSERT_TRUE(waitUntilIdle(controller));
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  EXPECT_TRUE(controller.repositoryStatus()->repositoryState.is<RepositoryState::Ok>());
+
+  controller.refreshRepository(Subdomain::repositoryState());
+  ASSERT_TRUE(waitUntilIdle(controller));
+  EXPECT_TRUE(controller.repositoryStatus()->repositoryState.is<RepositoryState::RevertInProgress>());
+  ASSERT_TRUE(queue->waitForDone(10000));
+}

@@ -1,33 +1,44 @@
+// The commit list on histories made in memory: what it computes, marks and shows, its
+// keys and clipboard, the lanes' width and the end of a cut history.
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QScrollBar>
+#include <QClipboard>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
 
 #include "Controllers/CommitList/CommitListView.h"
+#include "Graph/GraphRowGeometry.h"
 #include "Models/LocalBranch.h"
 #include "Models/RemoteBranch.h"
+#include "Services/Preferences.h"
 
 namespace {
 
 QString hexFor(int n) { return QStringLiteral("%1").arg(n + 1, 40, 16, QLatin1Char('0')); }
+ReferencePtr branch(const QString& name, int row, bool active = false, std::optional<QString> upstream = {}) {
+  return std::make_shared<LocalBranch>(hexFor(row), "refs/heads/" + name, name, name, QDateTime(), active, std::move(upstream));
+}
 
-// A linear history of `count` commits, newest first, with "main" at `headRow`.
-std::shared_ptr<RevisionGraphSource> linearHistory(int count, int headRow) {
+// A linear history of `count` commits, newest first, HEAD at `headRow`; a cut history's
+// oldest commit keeps its parent, since older commits exist.
+std::shared_ptr<RevisionGraphSource> linearHistory(int count, int headRow = 0, bool cut = false, ReferenceList references = {}) {
   auto revisions = std::make_shared<RevisionList>();
   for (int i = 0; i < count; ++i) {
-    const QStringList parents = i + 1 < count ? QStringList{hexFor(i + 1)} : QStringList{};
-    revisions->push_back(Revision::create(hexFor(i), hexFor(0), parents, QStringLiteral("Commit %1").arg(i),
-                                          QStringLiteral("Ada"), QStringLiteral("ada@example.com"), 1700000000 - i * 60));
+    const QStringList parents = i + 1 < count || cut ? QStringList{hexFor(i + 1)} : QStringList{};
+    revisions->push_back(Revision::create(hexFor(i), hexFor(0), parents, QStringLiteral("Commit %1").arg(i), "Ada",
+                                          "ada@example.com", 1700000000 - i * 60));
   }
-  ReferenceList all;
-  all.push_back(std::make_shared<LocalBranch>(hexFor(headRow), QStringLiteral("refs/heads/main"), QStringLiteral("main"),
-                                              QStringLiteral("main"), QDateTime(), true, std::nullopt));
-  all.push_back(std::make_shared<LocalBranch>(hexFor(0), QStringLiteral("refs/heads/ahead"), QStringLiteral("ahead"),
-                                              QStringLiteral("ahead"), QDateTime(), false, std::nullopt));
   auto source = std::make_shared<RevisionGraphSource>();
-  source->references = RepositoryReferences::make(hexFor(headRow), std::nullopt, all);
+  source->references = RepositoryReferences::make(hexFor(headRow), std::nullopt, std::move(references));
   source->revisions = revisions;
+  source->historyCut = cut;
   return source;
+}
+// "main" at headRow, "ahead" at the top.
+std::shared_ptr<RevisionGraphSource> withBranches(int count, int headRow) {
+  return linearHistory(count, headRow, false, {branch("main", headRow, true), branch("ahead", 0)});
 }
 
 }  // namespace
@@ -35,7 +46,7 @@ std::shared_ptr<RevisionGraphSource> linearHistory(int count, int headRow) {
 TEST(CommitListView, OpensALongHistoryComputingOnlyWhatItShows) {
   CommitListView view;
   view.resize(900, 600);
-  view.setSource(linearHistory(50000, 0));
+  view.setSource(withBranches(50000, 0));
   view.show();
   QApplication::processEvents();
   view.viewport()->repaint();
@@ -51,7 +62,7 @@ TEST(CommitListView, OpensALongHistoryComputingOnlyWhatItShows) {
 TEST(CommitListView, RowsAboveHeadAreUnreachableAndSelectionSurvivesARefresh) {
   CommitListView view;
   view.resize(900, 600);
-  view.setSource(linearHistory(20, 3));
+  view.setSource(withBranches(20, 3));
   auto* model = view.commitModel();
   for (int row = 0; row < 20; ++row) {
     EXPECT_EQ(model->data(model->index(row, CommitListModel::GraphColumn), CommitListModel::ReachableRole).toBool(), row >= 3) << row;
@@ -62,7 +73,7 @@ TEST(CommitListView, RowsAboveHeadAreUnreachableAndSelectionSurvivesARefresh) {
   EXPECT_EQ(model->data(model->index(5, CommitListModel::ShaColumn)).toString(), hexFor(5).left(7));
 
   ASSERT_TRUE(view.selectSha(*Sha::fromHex(hexFor(7))));
-  view.setSource(linearHistory(25, 3));
+  view.setSource(withBranches(25, 3));
   ASSERT_TRUE(view.currentRevision());
   EXPECT_EQ(view.currentRevision()->sha().toString(), hexFor(7));
 }
@@ -76,13 +87,10 @@ TEST(CommitListModel, RelativeDatesReadNaturally) {
 
 TEST(CommitListModel, CommitsNotYetPushedAreMarkedAndSaySo) {
   // main two commits ahead of origin/main, on a straight line.
-  auto source = linearHistory(6, 0);
-  ReferenceList all;
-  all.push_back(std::make_shared<LocalBranch>(hexFor(0), QStringLiteral("refs/heads/main"), QStringLiteral("main"), QStringLiteral("main"),
-                                              QDateTime(), true, QStringLiteral("refs/remotes/origin/main")));
-  all.push_back(std::make_shared<RemoteBranch>(hexFor(2), QStringLiteral("refs/remotes/origin/main"), QStringLiteral("main"),
-                                               QStringLiteral("origin/main"), QDateTime(), QStringLiteral("origin")));
-  source->references = RepositoryReferences::make(hexFor(0), std::nullopt, all);
+  const auto source = linearHistory(6, 0, false,
+                                    {branch("main", 0, true, QStringLiteral("refs/remotes/origin/main")),
+                                     std::make_shared<RemoteBranch>(hexFor(2), "refs/remotes/origin/main", "main", "origin/main",
+                                                                    QDateTime(), "origin")});
   CommitListView view;
   view.setSource(source);
   auto* model = view.commitModel();
@@ -92,4 +100,62 @@ TEST(CommitListModel, CommitsNotYetPushedAreMarkedAndSaySo) {
   }
   EXPECT_TRUE(model->data(model->index(1, 0), Qt::ToolTipRole).toString().endsWith(QStringLiteral("Not yet pushed to the upstream branch")));
   EXPECT_EQ(model->data(model->index(3, 0), Qt::ToolTipRole).toString(), QStringLiteral("Commit 3"));
+}
+
+TEST(CommitListNavigation, HomeEndAndCopy) {
+  CommitListView view;
+  view.resize(900, 400);
+  view.setSource(linearHistory(100, 0, true));
+  view.show();
+  view.setCurrentIndex(view.commitModel()->index(50, 0));
+  QTest::keyClick(&view, Qt::Key_End);
+  EXPECT_EQ(view.currentIndex().row(), 99);  // the last commit, not the note after it
+  QTest::keyClick(&view, Qt::Key_Home);
+  EXPECT_EQ(view.currentIndex().row(), 0);
+
+  view.selectionModel()->select(view.commitModel()->index(3, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), hexFor(0) + QLatin1Char('\n') + hexFor(3));
+}
+
+TEST(CommitListNavigation, ACutHistoryEndsInANoteThatLoadsTheRest) {
+  CommitListView view;
+  view.resize(900, 400);
+  view.setSource(linearHistory(100, 0, true));
+  view.show();
+  CommitListModel* model = view.commitModel();
+  ASSERT_EQ(model->rowCount(), 101);
+  EXPECT_TRUE(model->isCutRow(100));
+  EXPECT_FALSE(model->revision(100));
+  EXPECT_FALSE(model->flags(model->index(100, 0)) & Qt::ItemIsSelectable);
+  EXPECT_EQ(model->index(100, 0).data().toString(), CommitListModel::cutRowText(100));
+  view.scrollToBottom();
+  view.viewport()->repaint();  // the fading lanes of the note paint without a commit
+
+  auto* button = view.findChild<QPushButton*>(QStringLiteral("loadAllCommits"));
+  ASSERT_TRUE(button);
+  QSignalSpy loadAll(&view, &CommitListView::loadAllRequested);
+  button->click();
+  EXPECT_EQ(loadAll.count(), 1);
+
+  // The whole history: no note.
+  view.setSource(linearHistory(100));
+  EXPECT_EQ(model->rowCount(), 100);
+  EXPECT_FALSE(view.findChild<QPushButton*>(QStringLiteral("loadAllCommits")));
+}
+
+TEST(CommitListNavigation, TheLanesWidthIsRememberedWithinItsBounds) {
+  {
+    CommitListView view;
+    view.setGraphCapFraction(0.5);
+    EXPECT_DOUBLE_EQ(view.graphCapFraction(), 0.5);
+    view.setGraphCapFraction(3.0);
+    EXPECT_DOUBLE_EQ(view.graphCapFraction(), GraphRowGeometry::maximumCapFraction);
+    view.setGraphCapFraction(0.45);
+  }
+  CommitListView next;
+  EXPECT_DOUBLE_EQ(next.graphCapFraction(), 0.45);
+  Preferences::shared().remove(QStringLiteral("commitListGraphWidth"));
+  CommitListView fresh;
+  EXPECT_DOUBLE_EQ(fresh.graphCapFraction(), GraphRowGeometry::defaultCapFraction);
 }

@@ -166,28 +166,6 @@ TEST(WorkingDirectoryChanges, LfsFilesShowBothPointers) {
   EXPECT_TRUE(added->isImage);
 }
 
-TEST(WorkingDirectoryChanges, PatchesOfUntrackedAndBinaryFilesApplyToTheIndex) {
-  TempRepository repo;
-  repo.commitFile(QStringLiteral("data.bin"), binaryBytes(100, 'a'), QStringLiteral("Base"));
-  repo.writeFile(QStringLiteral("data.bin"), binaryBytes(120, 'b'));
-  repo.writeFile(QStringLiteral("dir with space/new file.txt"), "hello\n");
-
-  const auto untracked = statusEntry(repo, QStringLiteral("dir with space/new file.txt"), false);
-  ASSERT_TRUE(untracked);
-  const GitResult<QString> untrackedPatch = Command::getChangesAsPatch(repo.module(), *untracked, false);
-  ASSERT_TRUE(untrackedPatch.isSuccess());
-  const GitResult<QString> binaryPatch = Command::getChangesAsPatch(repo.module(), *statusEntry(repo, QStringLiteral("data.bin"), false), false);
-  ASSERT_TRUE(binaryPatch.isSuccess());
-  EXPECT_TRUE(binaryPatch.value().contains(QStringLiteral("GIT binary patch")));
-
-  repo.gitBytes({QStringLiteral("apply"), QStringLiteral("--cached"), QStringLiteral("-")}, (untrackedPatch.value() + binaryPatch.value()).toUtf8());
-  EXPECT_EQ(repo.gitBytes({QStringLiteral("show"), QStringLiteral(":dir with space/new file.txt")}), QByteArray("hello\n"));
-  EXPECT_EQ(repo.gitBytes({QStringLiteral("show"), QStringLiteral(":data.bin")}), binaryBytes(120, 'b'));
-
-  auto gone = std::make_shared<ChangedFile>(std::nullopt, QStringLiteral("nowhere/x"), ChangeType::modified, true, true, false);
-  EXPECT_TRUE(Command::getChangesAsPatch(TempRepository(false).module(), *gone, false).isFailure());
-}
-
 TEST(MergeConflictsResolved, BlocksFilesThatStillHoldMarkers) {
   TempRepository repo;
   repo.writeFile(QStringLiteral("both.txt"), "base\n");

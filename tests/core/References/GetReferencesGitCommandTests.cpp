@@ -1,8 +1,9 @@
-// References, HEAD and ahead/behind counts read from real repositories.
+// References, HEAD, ahead/behind counts and remotes read from real repositories.
 #include <gtest/gtest.h>
 
 #include "Git/Commands/Repository/GetBehindAheadInfoGitCommand.h"
 #include "Git/Commands/Repository/GetHeadGitCommand.h"
+#include "Git/Commands/Remotes/GetRemotesGitCommand.h"
 #include "Git/Commands/Repository/GetReferencesGitCommand.h"
 #include "Jobs/CancelationToken.h"
 #include "Models/BisectMark.h"
@@ -24,6 +25,12 @@ QStringList fullReferences(const ReferenceList& refs) {
   QStringList names;
   for (const auto& ref : refs) names << ref->fullReference;
   return names;
+}
+
+QStringList names(const std::vector<Remote>& remotes) {
+  QStringList result;
+  for (const Remote& remote : remotes) result << remote.name;
+  return result;
 }
 
 // An upstream repository with two branches and both kinds of tag, and a clone of it
@@ -184,12 +191,16 @@ TEST(BehindAheadParseTest, ReadsEachFormOfTheTrack) {
   EXPECT_EQ(cache.entries.size(), 3);
 }
 
-TEST(EmptyRepositoryTest, HasNoReferencesAndNoHead) {
+TEST(EmptyRepositoryTest, HasNoReferencesNoRemotesAndNoHead) {
   TempRepository empty;
+  LogCapture log;
   auto refs = GetReferencesGitCommand::execute(empty.module(), Subdomain::all());
   ASSERT_TRUE(refs.isSuccess());
   EXPECT_TRUE(refs.value().empty());
-  LogCapture log;
+  auto remotes = GetRemotesGitCommand::execute(empty.module());
+  ASSERT_TRUE(remotes.isSuccess());
+  EXPECT_TRUE(remotes.value().empty());
+  EXPECT_TRUE(log.messages().isEmpty()) << log.messages().join('|').toStdString();
   auto head = GetHeadGitCommand::execute(empty.module());
   EXPECT_TRUE(head.isError<Error::GitUnknownError>());
   for (const QString& message : log.messages()) EXPECT_FALSE(message.startsWith("Git error")) << message.toStdString();
@@ -200,6 +211,54 @@ TEST(MissingRepositoryTest, FailsWithTheDirectory) {
   EXPECT_TRUE(GetReferencesGitCommand::execute(gone, Subdomain::all()).isError<Error::GitWorkingDirectoryNotExists>());
   EXPECT_TRUE(GetHeadGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
   EXPECT_TRUE(GetBehindAheadInfoGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
+  EXPECT_TRUE(GetRemotesGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
+}
+
+TEST(GetRemotesGitCommandTest, ReadsUrlsAndImplicitFetchInConfigurationOrder) {
+  TempRepository repo;
+  repo.git({"remote", "add", "origin", "https://github.com/jelv/jelv.git"});
+  repo.git({"remote", "add", "my.fork", "git@gitlab.com:someone/jelv.git"});
+  repo.git({"config", "remote.my.fork.disableImplicitFetch", "true"});
+  repo.git({"remote", "add", "local", "/srv/git/repo.v2 backup/x.git"});
+  // A remote with settings but no url is none.
+  repo.git({"config", "remote.nourl.fetch", "+refs/heads/*:refs/remotes/nourl/*"});
+
+  auto result = GetRemotesGitCommand::execute(repo.module());
+  ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
+  const auto& remotes = result.value();
+  EXPECT_EQ(names(remotes), (QStringList{"origin", "my.fork", "local"}));
+
+  EXPECT_EQ(remotes[0].repositoryUrl.rawUrlString, QStringLiteral("https://github.com/jelv/jelv.git"));
+  EXPECT_EQ(remotes[0].repositoryUrl.repositoryName, QStringLiteral("jelv"));
+  EXPECT_FALSE(remotes[0].disableImplicitFetch);
+  EXPECT_EQ(remotes[1].repositoryUrl.user, QStringLiteral("someone"));
+  EXPECT_TRUE(remotes[1].disableImplicitFetch);  // git prints the key in lower case
+  EXPECT_EQ(remotes[2].repositoryUrl.rawUrlString, QStringLiteral("/srv/git/repo.v2 backup/x.git"));
+}
+
+TEST(GetRemotesParseTest, GathersLinesPerRemoteAndLogsWhatItCannotRead) {
+  LogCapture log;
+  const auto remotes = GetRemotesGitCommand::parse(
+      "remote.origin.url https://github.com/a/b.git\n"
+      "remote.origin.fetch +refs/heads/*:refs/remotes/origin/*\n"
+      "remote.origin.disableimplicitfetch false\n"
+      "garbage line\n"
+      "remote.up.fetch +refs/heads/*:refs/remotes/up/*\n"
+      "remote.up.url ../relative/path\n"
+      "remote.up.url https://example.com/second.git\n"
+      "remote.gone.fetch +refs/heads/*:refs/remotes/gone/*\n"
+      "remote.last.disableimplicitfetch true\n"
+      "remote.last.url ssh://git@example.com:2222/x/y.git");
+  ASSERT_EQ(names(remotes), (QStringList{"origin", "up", "last"}));
+  EXPECT_FALSE(remotes[0].disableImplicitFetch);
+  // The later url of a remote wins.
+  EXPECT_EQ(remotes[1].repositoryUrl.rawUrlString, QStringLiteral("https://example.com/second.git"));
+  EXPECT_TRUE(remotes[2].disableImplicitFetch);  // set before the url, kept
+  EXPECT_EQ(remotes[2].repositoryUrl.host, QStringLiteral("example.com"));
+  EXPECT_TRUE(log.contains("Cannot parse remote config line: 'garbage line'"));
+  EXPECT_TRUE(log.contains("Cannot parse remote line 'remote.up.url ../relative/path'"));
+  EXPECT_TRUE(GetRemotesGitCommand::parse(QString()).empty());
+  EXPECT_TRUE(GetRemotesGitCommand::parse("remote.x.url").empty());  // no blank: doesn't match
 }
 
 }  // namespace

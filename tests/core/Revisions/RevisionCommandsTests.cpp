@@ -231,7 +231,7 @@ TEST(RevisionDetailsTest, ParseRejectsWrongShapes) {
   EXPECT_EQ(dates.errorAs<Error::CannotParse>()->error, QStringLiteral("Cannot parse revision details dates."));
 }
 
-TEST(RevisionInfoTest, SingleRevisionQueryAndNameResolution) {
+TEST(RevisionInfoTest, SingleRevisionQuery) {
   TempRepository repo;
   QString first, second;
   {
@@ -247,11 +247,6 @@ TEST(RevisionInfoTest, SingleRevisionQueryAndNameResolution) {
   EXPECT_EQ(result.value()[1].message, QStringLiteral("first\n\nwith #!_ in the body\n"));
   EXPECT_EQ(result.value()[1].authorDate.toSecsSinceEpoch(), 1400000000);
   EXPECT_EQ(result.value()[1].author, QStringLiteral("Jelv Test"));
-
-  auto resolved = GetRevisionInfosGitCommand::resolveSha(repo.module(), "main~1");
-  ASSERT_TRUE(resolved.isSuccess());
-  EXPECT_EQ(resolved.value(), first);
-  EXPECT_TRUE(GetRevisionInfosGitCommand::resolveSha(repo.module(), "no-such-branch").isFailure());
 }
 
 TEST(RevisionInfoTest, ParseLogsAndDropsBadRecords) {

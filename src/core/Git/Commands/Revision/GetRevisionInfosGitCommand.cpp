@@ -29,13 +29,3 @@ GitResult<std::vector<RevisionInfo>> GetRevisionInfosGitCommand::execute(const G
   if (!response.isSuccess()) return failureResult<std::vector<RevisionInfo>>(response);
   return parse(response.output);
 }
-
-GitResult<QString> GetRevisionInfosGitCommand::resolveSha(const GitModule& module, const QString& name) {
-  const GitResponse response =
-      GitRequest(module, {QStringLiteral("log"), QStringLiteral("--pretty=format:%H"), QStringLiteral("--max-count=1"), name, QStringLiteral("--")})
-          .execute();
-  if (!response.isSuccess()) return failureResult<QString>(response);
-  const QString sha = response.output.trimmed();
-  if (sha.isEmpty()) return Error::NotFound{};
-  return sha;
-}

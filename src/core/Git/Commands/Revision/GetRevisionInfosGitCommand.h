@@ -17,7 +17,4 @@ struct GetRevisionInfosGitCommand {
   // Records that RevisionInfo can't read are logged and left out.
   static std::vector<RevisionInfo> parse(const QString& output);
   static GitResult<std::vector<RevisionInfo>> execute(const GitModule& module, const QStringList& shas);
-
-  // "main", "HEAD~2", a short sha -> the full sha.
-  static GitResult<QString> resolveSha(const GitModule& module, const QString& name);
 };

@@ -160,18 +160,6 @@ GitResult<DiffFileContentPtr> GetWorkingDirectoryFileChangesGitCommand::execute(
   return DiffFileContentPtr(std::make_shared<TextDiffFileContent>(file, diff));
 }
 
-GitResult<QString> GetWorkingDirectoryFileChangesGitCommand::getChangesAsPatch(const GitModule& module, const ChangedFile& file,
-                                                                              bool amend) {
-  const QString baseTree = file.staged && amend ? amendBaseTree(module) : QString();
-  const GitResponse response = GitRequest(module, patchArguments(file, amend, baseTree)).execute(true);
-  if (response.isSuccess()) return response.output;
-  const GitResponseError& failure = *response.failure;
-  // An untracked file compared with /dev/null: "differ" is exit status 1.
-  if (failure.kind == GitResponseError::Kind::unknownError && failure.status == 1 && failure.error.isEmpty()) return failure.output;
-  LOG_ERROR(QStringLiteral("A problem accured during getting uncommitted changes"));
-  return Error::Generic{failure.error.isEmpty() ? QStringLiteral("A problem accured during getting uncommitted changes") : failure.error};
-}
-
 std::optional<QByteArray> GetWorkingDirectoryFileChangesGitCommand::getFileContent(const GitModule& module, const QString& filename,
                                                                                    int status) {
   switch (status) {

@@ -25,7 +25,6 @@ struct GetWorkingDirectoryFileChangesGitCommand {
 
   static GitResult<DiffFileContentPtr> execute(const GitModule& module, const ChangedFilePtr& file, bool amend,
                                                const DiffSettings& settings);
-  static GitResult<QString> getChangesAsPatch(const GitModule& module, const ChangedFile& file, bool amend);
   // Bytes of the file from the given source; nothing for an unknown source or a failed read.
   static std::optional<QByteArray> getFileContent(const GitModule& module, const QString& filename, int status);
 };

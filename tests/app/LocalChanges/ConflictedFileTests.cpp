@@ -10,16 +10,12 @@
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Jobs/JobQueue.h"
 #include "LocalChangesPage.h"
-#include "support/TempRepository.h"
+#include "support/Conflicts.h"
 
 namespace {
+// main and theirs both change a.txt; the merge stops on it.
 void conflictedFile(const TempRepository& repo) {
-  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("base"));
-  repo.git({"checkout", "-q", "-b", "topic"});
-  repo.commitFile(QStringLiteral("a.txt"), "theirs\n", QStringLiteral("theirs"));
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile(QStringLiteral("a.txt"), "mine\n", QStringLiteral("mine"));
-  repo.git({"merge", "topic"}, true);
+  makeConflict(repo, QStringLiteral("a.txt"), {QByteArray("base\n"), QByteArray("mine\n"), QByteArray("theirs\n")});
 }
 }  // namespace
 
@@ -30,16 +26,14 @@ TEST(ConflictedFile, CombinedDiffWithResolveButton) {
   conflictedFile(repo);
   LocalChangesPage localChanges(repo);
   StageFileViewController& view = *localChanges.view();
-  QSignalSpy reloaded(&view, &StageFileViewController::reloaded);
-  view.reload();
-  ASSERT_TRUE(reloaded.wait(10000));
+  ASSERT_TRUE(localChanges.load());
   QSignalSpy diffLoaded(&view, &StageFileViewController::diffLoaded);
   ASSERT_TRUE(view.unstagedList()->selectFile(QStringLiteral("a.txt")));
   ASSERT_TRUE(diffLoaded.wait(10000));
   ConflictDiffView* page = view.diffPane()->conflictView();
   ASSERT_TRUE(page);
   EXPECT_TRUE(page->diffText().contains(QStringLiteral("diff --cc a.txt")));
-  EXPECT_TRUE(page->diffText().contains(QStringLiteral("++<<<<<<< HEAD\n +mine\n++=======\n+ theirs\n++>>>>>>> topic")));
+  EXPECT_TRUE(page->diffText().contains(QStringLiteral("++<<<<<<< HEAD\n +mine\n++=======\n+ theirs\n++>>>>>>> theirs")));
   QSignalSpy requested(&view, &StageFileViewController::resolveConflictsRequested);
   QTest::mouseClick(page->resolveButton(), Qt::LeftButton);
   ASSERT_EQ(requested.size(), 1);
@@ -74,4 +68,24 @@ TEST(ConflictedFile, StagingWithMarkersAsksFirst) {
   EXPECT_EQ(asked.size(), 1);
   EXPECT_EQ(repo.git({"ls-files", "--unmerged"}), QString());
   EXPECT_EQ(repo.git({"show", ":a.txt"}), QStringLiteral("mine and theirs\n"));
+}
+
+// A conflicted file settled from the page: their side lands in the work tree and the
+// index, and the file moves to the staged list.
+TEST(ConflictedFile, TheirsIsTakenAndTheFileIsStaged) {
+  TempRepository repo;
+  conflictedFile(repo);
+
+  LocalChangesPage page(repo);
+  StageFileViewController& view = *page.view();
+  ASSERT_TRUE(page.load());
+  const ChangedFileList unstaged = view.unstagedList()->files();
+  ASSERT_EQ(unstaged.size(), 1u);
+  ASSERT_EQ(unstaged[0]->changeType, ChangeType::unmerged);
+
+  ASSERT_TRUE(page.reloadAfter([&] { view.resolveConflicts(unstaged, UnmergedFileVersionType::remote); }));
+  EXPECT_EQ(repo.readFile(QStringLiteral("a.txt")), "theirs\n");
+  EXPECT_TRUE(view.unstagedList()->files().empty());
+  ASSERT_EQ(view.stagedList()->files().size(), 1u);
+  EXPECT_EQ(view.stagedList()->files()[0]->path, QStringLiteral("a.txt"));
 }

@@ -11,17 +11,14 @@
 #include "Controllers/MergeConflicts/MergeConflictSheetController.h"
 #include "Controllers/MergeConflicts/MergeSourceTextView.h"
 #include "Jobs/JobQueue.h"
-#include "support/TempRepository.h"
+#include "support/Conflicts.h"
 
 namespace {
 
-void makeConflict(const TempRepository& repo, const QString& path) {
-  repo.commitFile(path, "alpha\nbravo\ncharlie\ndelta\necho\n", QStringLiteral("base"));
-  repo.git({"checkout", "-q", "-b", "topic"});
-  repo.commitFile(path, "alpha\nbravo remote\ncharlie\ndelta\necho\n", QStringLiteral("remote"));
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile(path, "alpha\nbravo local\ncharlie\ndelta\necho\n", QStringLiteral("local"));
-  repo.git({"merge", "topic"}, true);
+void fiveLineConflict(const TempRepository& repo, const QString& path) {
+  makeConflict(repo, path,
+               {QByteArray("alpha\nbravo\ncharlie\ndelta\necho\n"), QByteArray("alpha\nbravo local\ncharlie\ndelta\necho\n"),
+                QByteArray("alpha\nbravo remote\ncharlie\ndelta\necho\n")});
 }
 
 void placeCursor(MergeTextView* view, qsizetype start, qsizetype end = -1) {
@@ -44,7 +41,7 @@ qsizetype find(MergeTextView* view, const char* text, qsizetype shift = 0) {
 TEST(MergeEditor, ResolvedByClicksAndTypingThenSaved) {
   TempRepository repo;
   const QString path = QStringLiteral("dir/ä file.txt");
-  makeConflict(repo, path);
+  fiveLineConflict(repo, path);
 
   MergeConflictSheetController sheet(repo.module(), path);
   sheet.setJobQueue(std::make_shared<JobQueue>());
@@ -134,13 +131,7 @@ TEST(MergeEditor, ResolvedByClicksAndTypingThenSaved) {
 
 TEST(MergeEditor, FileDeletedOnOneSideEndsWithAnError) {
   TempRepository repo;
-  repo.commitFile(QStringLiteral("f"), "a\n", QStringLiteral("base"));
-  repo.git({"checkout", "-q", "-b", "topic"});
-  repo.git({"rm", "-q", "f"});
-  repo.git({"commit", "-q", "-m", "gone"});
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile(QStringLiteral("f"), "b\n", QStringLiteral("changed"));
-  repo.git({"merge", "topic"}, true);
+  makeConflict(repo, QStringLiteral("f"), {QByteArray("a\n"), QByteArray("b\n"), std::nullopt});
 
   MergeConflictSheetController sheet(repo.module(), QStringLiteral("f"));
   sheet.setJobQueue(std::make_shared<JobQueue>());

@@ -10,7 +10,7 @@
 #include "Controllers/MergeConflicts/MergeConflictViewController.h"
 #include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
-#include "support/TempRepository.h"
+#include "support/Conflicts.h"
 
 namespace {
 
@@ -40,23 +40,6 @@ struct ScriptMergeTool {
   QTemporaryDir dir;
   QByteArray oldPath;
 };
-
-void conflict(const TempRepository& repo, const QString& path, const std::optional<QByteArray>& base,
-              const std::optional<QByteArray>& local, const std::optional<QByteArray>& remote) {
-  repo.commitFile(QStringLiteral("README"), "x\n", QStringLiteral("start"));
-  if (base) repo.commitFile(path, *base, QStringLiteral("base"));
-  const auto apply = [&](const std::optional<QByteArray>& content) {
-    if (content) repo.writeFile(path, *content);
-    else repo.removeFile(path);
-    repo.git({"add", "-A"});
-    repo.git({"commit", "-q", "-m", "side"});
-  };
-  repo.git({"checkout", "-q", "-b", "topic"});
-  apply(remote);
-  repo.git({"checkout", "-q", "main"});
-  apply(local);
-  repo.git({"merge", "topic"}, true);
-}
 
 std::unique_ptr<MergeConflictViewController> openChoice(const TempRepository& repo, const QString& path) {
   auto sheet = std::make_unique<MergeConflictViewController>(repo.module(), path);
@@ -92,7 +75,7 @@ TEST(ResolveChoice, OutsideToolWritesTheWorkingFile) {
     SCOPED_TRACE(c.name);
     TempRepository repo;
     const QString path = QStringLiteral("dir/a b.txt");
-    conflict(repo, path, c.base, QByteArray("local\n"), QByteArray("remote\n"));
+    makeConflict(repo, path, {c.base, QByteArray("local\n"), QByteArray("remote\n")});
     auto sheet = openChoice(repo, path);
     EXPECT_EQ(sheet->toolButton()->text(), QStringLiteral("Merge in Custom"));
     ASSERT_TRUE(sheet->toolButton()->isEnabled());
@@ -109,7 +92,7 @@ TEST(ResolveChoice, OutsideToolWritesTheWorkingFile) {
 TEST(ResolveChoice, DeletedSide) {
   TempRepository repo;
   const QString path = QStringLiteral("dir/f");
-  conflict(repo, path, QByteArray("a\n"), QByteArray("changed\n"), std::nullopt);
+  makeConflict(repo, path, {QByteArray("a\n"), QByteArray("changed\n"), std::nullopt});
   auto sheet = openChoice(repo, path);
   const auto labels = sheet->findChildren<QLabel*>();
   QStringList texts;

@@ -14,18 +14,12 @@
 #include "LocalChangesPage.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
+#include "support/Widgets.h"
 
 namespace {
 QByteArray read(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable: ") + path.toUtf8() + '>';
-}
-
-QAction* findAction(QMenu* menu, const QString& text) {
-  for (QAction* action : menu->actions()) {
-    if (action->text() == text) return action;
-  }
-  return nullptr;
 }
 
 // A stand-in diff tool: writes the arguments it got, one a line, then ends.

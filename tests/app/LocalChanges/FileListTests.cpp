@@ -15,6 +15,7 @@
 #include "Controllers/Sheets/EditRepositoryFileController.h"
 #include "LocalChangesPage.h"
 #include "Services/Preferences.h"
+#include "support/Widgets.h"
 
 namespace {
 QStringList paths(const ChangedFileList& files) {
@@ -33,16 +34,6 @@ QStringList visibleRows(FileListViewController* list, const QModelIndex& parent 
     if (list->isExpanded(index)) rows << visibleRows(list, index, depth + 1);
   }
   return rows;
-}
-
-template <typename Sheet>
-Sheet* openSheet(QWidget* window) {
-  Sheet* sheet = nullptr;
-  EXPECT_TRUE(QTest::qWaitFor([&] {
-    sheet = window->findChild<Sheet*>();
-    return sheet && sheet->isVisible();
-  }, 5000));
-  return sheet;
 }
 }  // namespace
 

@@ -24,23 +24,9 @@
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Jobs/JobQueue.h"
 #include "support/TempRepository.h"
+#include "support/Widgets.h"
 
 namespace {
-
-QTreeWidgetItem* findItem(QTreeWidget& tree, const QString& text) {
-  QTreeWidgetItemIterator it(&tree);
-  for (; *it; ++it) {
-    if ((*it)->text(0) == text) return *it;
-  }
-  return nullptr;
-}
-
-QAction* findAction(QMenu* menu, const QString& text) {
-  for (QAction* action : menu->actions()) {
-    if (action->text() == text) return action;
-  }
-  return nullptr;
-}
 
 // Triggers the entry of the item's context menu; false when the menu lacks it or it is off.
 bool triggerMenu(RepositorySidebar* sidebar, const QString& itemText, const QString& actionText) {
@@ -51,19 +37,6 @@ bool triggerMenu(RepositorySidebar* sidebar, const QString& itemText, const QStr
   if (!action || !action->isEnabled()) return false;
   action->trigger();
   return true;
-}
-
-template <typename Sheet>
-Sheet* waitForSheet(QWidget& window) {
-  Sheet* sheet = nullptr;
-  // An ended sheet may linger hidden until it is deleted; the open one is visible.
-  const bool shown = QTest::qWaitFor([&] {
-    for (Sheet* candidate : window.findChildren<Sheet*>()) {
-      if (candidate->isVisible()) sheet = candidate;
-    }
-    return sheet != nullptr;
-  }, 5000);
-  return shown ? sheet : nullptr;
 }
 
 bool confirm(QWidget& window) {
@@ -116,7 +89,7 @@ TEST_F(ReferenceOperationsTest, StashFromTheTableAndTheFileMenuThenApplyAndDelet
   QAction* stashSelected = findAction(fileMenu.get(), QStringLiteral("Stash Selected Files..."));
   ASSERT_TRUE(stashSelected);
   stashSelected->trigger();
-  auto* partial = waitForSheet<StashSheetController>(*view_);
+  auto* partial = openSheet<StashSheetController>(view_.get());
   ASSERT_TRUE(partial);
   EXPECT_FALSE(partial->stageNewFilesBox());
   partial->messageField()->setText(QStringLiteral("only a"));
@@ -127,7 +100,7 @@ TEST_F(ReferenceOperationsTest, StashFromTheTableAndTheFileMenuThenApplyAndDelet
 
   // The rest through the toolbar's entry.
   ASSERT_TRUE(CommandTable::run(QStringLiteral("saveStash"), CommandContext::forRepository(view_.get())));
-  auto* sheet = waitForSheet<StashSheetController>(*view_);
+  auto* sheet = openSheet<StashSheetController>(view_.get());
   ASSERT_TRUE(sheet);
   sheet->messageField()->setText(QStringLiteral("the rest"));
   sheet->submitButton()->click();
@@ -152,7 +125,7 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
   CommandContext atFirst = chosen();
   atFirst.revisions = {view_->controller()->repositoryData()->revisions->back()};
   ASSERT_TRUE(CommandTable::run(QStringLiteral("createTagHere"), atFirst));
-  auto* tagSheet = waitForSheet<CreateTagController>(*view_);
+  auto* tagSheet = openSheet<CreateTagController>(view_.get());
   ASSERT_TRUE(tagSheet);
   tagSheet->nameField()->setText(QStringLiteral("v1.0"));
   tagSheet->messageField()->setPlainText(QStringLiteral("First release\nwith notes"));
@@ -164,7 +137,7 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
   EXPECT_EQ(repo_.git({"rev-parse", "v1.0^{commit}"}).trimmed(), first);
 
   ASSERT_TRUE(triggerMenu(view_->sidebar(), QStringLiteral("Remotes"), QStringLiteral("Add Remote...")));
-  auto* remoteSheet = waitForSheet<RemoteController>(*view_);
+  auto* remoteSheet = openSheet<RemoteController>(view_.get());
   ASSERT_TRUE(remoteSheet);
   remoteSheet->nameField()->setText(QStringLiteral("backup"));
   EXPECT_FALSE(remoteSheet->submitButton()->isEnabled());  // no URL yet

@@ -42,6 +42,7 @@
 #include "UI/Appearance.h"
 #include "support/GitHttpServer.h"
 #include "support/TempRepository.h"
+#include "support/Widgets.h"
 
 namespace {
 
@@ -59,16 +60,6 @@ void screenshot(QWidget* sheet, const QString& name) {
   QCoreApplication::processEvents();
   sheet->grab().save(base + QStringLiteral("-dark.png"));
   Appearance::apply(*app, 1);
-}
-
-template <typename Sheet>
-Sheet* openSheet(QWidget* window) {
-  Sheet* found = nullptr;
-  const bool shown = QTest::qWaitFor([&] {
-    found = window->findChild<Sheet*>();
-    return found && found->isVisible();
-  }, 10000);
-  return shown ? found : nullptr;
 }
 
 class RemoteSheets : public ::testing::Test {

@@ -12,15 +12,7 @@
 #include "UI/JelvMainWindow.h"
 #include "UI/JelvWindowController.h"
 #include "support/TempRepository.h"
-
-namespace {
-QAction* findAction(QMenu* menu, const QString& text) {
-  for (QAction* action : menu->actions()) {
-    if (action->text() == text) return action;
-  }
-  return nullptr;
-}
-}  // namespace
+#include "support/Widgets.h"
 
 using SubmoduleTab = ShellTest;
 

@@ -32,9 +32,9 @@ TEST(RepositoryViewSelection, OpensOnTheCheckedOutCommitAndComparesTwoCommits) {
   repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("second"));
   const QString third = repo.commitFile(QStringLiteral("c.txt"), "c\n", QStringLiteral("third"));
   // A branch far ahead, so that the checked-out commit is not among the first rows.
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("ahead")});
-  for (int i = 0; i < 60; ++i) repo.commit(QStringLiteral("ahead %1").arg(i));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
+  QByteArray script = "reset refs/heads/ahead\nfrom " + third.toLatin1() + "\n";
+  for (int i = 0; i < 60; ++i) script += "commit refs/heads/ahead\ncommitter C <c@x> " + QByteArray::number(1800000000 + i) + " +0000\ndata 5\nahead\n";
+  repo.gitBytes({"fast-import", "--quiet"}, script);
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
   view.resize(1200, 760);

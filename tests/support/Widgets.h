@@ -1,6 +1,8 @@
 #pragma once
-// Finding what a user would click: a menu's entry, a tree's row, the sheet that opened.
+// Finding what a user would click (a menu's entry, a tree's row, the sheet that opened), and
+// pictures of what the tests drew.
 #include <QAction>
+#include <QDir>
 #include <QMenu>
 #include <QTest>
 #include <QTreeWidget>
@@ -31,4 +33,13 @@ Sheet* openSheet(QWidget* window) {
     return sheet != nullptr;
   }, 10000);
   return shown ? sheet : nullptr;
+}
+
+// With JELV_SCREENSHOT_DIR set, the widget as drawn is saved there as "<name>.png", for the
+// README and for looking at a change.
+inline void screenshot(QWidget* widget, const QString& name) {
+  const QString directory = qEnvironmentVariable("JELV_SCREENSHOT_DIR");
+  if (directory.isEmpty() || !widget) return;
+  QDir().mkpath(directory);
+  widget->grab().save(directory + QLatin1Char('/') + name + QStringLiteral(".png"));
 }

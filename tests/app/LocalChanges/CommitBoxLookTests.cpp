@@ -19,16 +19,9 @@
 #include "Controls/SpellChecking/SpellChecker.h"
 #include "LocalChangesPage.h"
 #include "Services/Preferences.h"
+#include "support/Widgets.h"
 
 namespace {
-// With JELV_SCREENSHOT_DIR set, the rendered states are also written there as PNG files.
-void keep(const QImage& image, const QString& name) {
-  const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR");
-  if (directory.isEmpty()) return;
-  QDir().mkpath(QString::fromLocal8Bit(directory));
-  image.save(QString::fromLocal8Bit(directory) + QLatin1Char('/') + name + QStringLiteral(".png"));
-}
-
 // The most saturated colour drawn in the image: the counter's digits.
 QColor inkOf(const QImage& image) {
   QColor best;
@@ -83,7 +76,7 @@ TEST(CommitBoxLook, CounterColoursAndPageGuideAreDrawn) {
     QApplication::processEvents();
     ASSERT_FALSE(box->counterLabel()->isHidden());
     inks.push_back(inkOf(box->counterLabel()->grab().toImage()));
-    keep(window.grab().toImage(), QString::fromLatin1(name));
+    screenshot(&window, QString::fromLatin1(name));
   }
   EXPECT_NE(inks[0], inks[1]);
   EXPECT_NE(inks[1], inks[2]);
@@ -141,8 +134,8 @@ TEST(CommitBoxLook, ErrorSheetOfAFailingHook) {
   // The failed commit keeps its message for the retry.
   EXPECT_EQ(view->commitBox()->subjectField()->text(), QStringLiteral("Trim a"));
   EXPECT_TRUE(sheet->isVisible());
-  keep(sheet->grab().toImage(), QStringLiteral("error-sheet"));
-  keep(window.grab().toImage(), QStringLiteral("error-sheet-window"));
+  screenshot(sheet, QStringLiteral("error-sheet"));
+  screenshot(&window, QStringLiteral("error-sheet-window"));
 }
 
 // With the dictionary installed, a misspelt word of the description is underlined and
@@ -181,7 +174,7 @@ TEST(CommitBoxLook, MisspeltWordsAreUnderlinedWhileSpellCheckingIsOn) {
   EXPECT_EQ(underlined(), QStringList{QStringLiteral("sentnce")});
   ASSERT_EQ(subjectWords(), QStringList{QStringLiteral("teh")});
   box.resize(520, 260);
-  keep(box.grab().toImage(), QStringLiteral("commit-box-spelling"));
+  screenshot(&box, QStringLiteral("commit-box-spelling"));
   // A suggestion replaces the word and the underline goes with it.
   box.subjectField()->replaceWord(box.subjectField()->misspeltWords().front(), QStringLiteral("the"));
   EXPECT_EQ(box.subjectField()->text(), QStringLiteral("Fix the parseLine crash"));

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QSignalSpy>
 
 #include "Controllers/MergeConflicts/MergeConflictSheetController.h"
@@ -9,15 +8,9 @@
 #include "Jobs/JobQueue.h"
 #include "UI/Appearance.h"
 #include "support/TempRepository.h"
+#include "support/Widgets.h"
 
 namespace {
-
-void keep(const QImage& image, const QString& name) {
-  const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR");
-  if (directory.isEmpty()) return;
-  QDir().mkpath(QString::fromLocal8Bit(directory));
-  image.save(QString::fromLocal8Bit(directory) + QLatin1Char('/') + name + QStringLiteral(".png"));
-}
 
 QColor rowColour(MergeTextView* view, const QString& text) {
   QTextCursor cursor(view->document());
@@ -69,7 +62,7 @@ TEST(MergeEditorLook, ChosenAndOpenConflictsInBothAppearances) {
     EXPECT_NE(chosen, context);
     EXPECT_NE(open, context);
     EXPECT_EQ(Appearance::isDark(*qApp), context.lightness() < 128);
-    keep(sheet.grab().toImage(), appearance == 1 ? QStringLiteral("merge-editor-light") : QStringLiteral("merge-editor-dark"));
+    screenshot(&sheet, appearance == 1 ? QStringLiteral("merge-editor-light") : QStringLiteral("merge-editor-dark"));
   }
   Appearance::apply(*qApp, 0);
 }

@@ -28,6 +28,7 @@
 #include "UI/Appearance.h"
 #include "support/TempRepository.h"
 #include "support/TestEnvironment.h"
+#include "support/Widgets.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
@@ -237,10 +238,10 @@ TEST_F(PreferencesWindowTest, IntegrationMakesJelvTheHandlerOfOneSchemeAndKeepsO
   EXPECT_TRUE(UrlSchemeHandlerRegistry::isDefaultHandler(QStringLiteral("github-mac")));
   EXPECT_FALSE(UrlSchemeHandlerRegistry::isDefaultHandler(QStringLiteral("sourcetree")));
   EXPECT_TRUE(control<QPushButton>(QStringLiteral("sourcetreeDefaultButton"))->isEnabled());
-  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+  if (qEnvironmentVariableIsSet("JELV_SCREENSHOT_DIR")) {
     window->findChild<QTabWidget*>()->setCurrentIndex(window->findChild<QTabWidget*>()->count() - 1);
     window->show();
-    window->grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/preferences-integration.png"));
+    screenshot(window.get(), QStringLiteral("preferences-integration"));
   }
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -19,6 +19,7 @@
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "support/TempRepository.h"
+#include "support/Widgets.h"
 
 namespace {
 
@@ -75,9 +76,7 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   EXPECT_TRUE(pane->leftView()->toPlainText().contains(QStringLiteral("line 10")));
   EXPECT_TRUE(pane->rightView()->toPlainText().contains(QStringLiteral("line ten")));
   EXPECT_FALSE(pane->rightView()->toPlainText().contains(QStringLiteral("line 10\n")));
-  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
-    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/history-side-by-side.png"));
-  }
+  screenshot(&view, QStringLiteral("history-side-by-side"));
   // Only read: the keys find no hunk to stage.
   pane->rightView()->goToHunk(1);
   EXPECT_FALSE(pane->rightView()->activeChunk());
@@ -140,12 +139,12 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
   EXPECT_EQ(sorted(subjects(*view.commitList())), sorted(filtered));
   EXPECT_TRUE(view.sidebar()->content().references.starred.contains(QStringLiteral("refs/heads/topic")));
-  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+  if (qEnvironmentVariableIsSet("JELV_SCREENSHOT_DIR")) {
     view.sidebar()->expandAll();
     QSignalSpy diff(&view, &RepositoryView::diffLoaded);
     view.commitList()->selectRow(1);
     diff.wait(10000);
-    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/commit-list-filtered.png"));
+    screenshot(&view, QStringLiteral("commit-list-filtered"));
   }
 
   Q_EMIT view.sidebar()->filterRequested({});
@@ -182,9 +181,9 @@ TEST(RepositoryViewFollow, CommitsAheadAndBehindTheUpstreamAreMarkedFromTheRefre
   EXPECT_EQ(states.value(QStringLiteral("My second")), AheadBehindState::ahead);
   EXPECT_EQ(states.value(QStringLiteral("Their work")), AheadBehindState::behind);
   EXPECT_EQ(states.value(QStringLiteral("Shared base")), AheadBehindState::none);
-  if (const QByteArray directory = qgetenv("JELV_SCREENSHOT_DIR"); !directory.isEmpty()) {
+  if (qEnvironmentVariableIsSet("JELV_SCREENSHOT_DIR")) {
     view.sidebar()->expandAll();
     QApplication::processEvents();
-    view.grab().save(QString::fromLocal8Bit(directory) + QStringLiteral("/commit-list-ahead-behind.png"));
+    screenshot(&view, QStringLiteral("commit-list-ahead-behind"));
   }
 }

@@ -48,7 +48,7 @@ namespace {
 
 // With JELV_SCREENSHOT_DIR set, the sheet is saved there as a picture for the README,
 // once light ("name.png") and once dark ("name-dark.png").
-void screenshot(QWidget* sheet, const QString& name) {
+void screenshotBoth(QWidget* sheet, const QString& name) {
   const QString dir = qEnvironmentVariable("JELV_SCREENSHOT_DIR");
   auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
   if (dir.isEmpty() || !sheet || !app) return;
@@ -124,7 +124,7 @@ TEST_F(RemoteSheets, FetchSheetRemembersItsOptionsAndQuickFetchUsesThem) {
   ASSERT_TRUE(sheet);
   EXPECT_EQ(sheet->remoteList()->currentText(), QStringLiteral("origin"));
   sheet->tagsBox()->setChecked(true);
-  screenshot(sheet, QStringLiteral("fetch-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("fetch-sheet.png"));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_TRUE(Preferences::shared().fetchSheetFetchAllTags());
   EXPECT_TRUE(QTest::qWaitFor([&] { return localSha(QStringLiteral("v2")) == second; }, 20000));
@@ -153,7 +153,7 @@ TEST_F(RemoteSheets, PushSheetPushesToANewBranchByName) {
   EXPECT_FALSE(sheet->submitButton()->isEnabled());
   sheet->remoteBranchList()->setEditText(QStringLiteral("review/mine"));
   ASSERT_TRUE(sheet->submitButton()->isEnabled());
-  screenshot(sheet, QStringLiteral("push-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("push-sheet.png"));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_TRUE(QTest::qWaitFor([&] { return serverSha(QStringLiteral("refs/heads/review/mine")) == mine; }, 20000));
   EXPECT_TRUE(hasJob(QStringLiteral("Push 'main' to 'origin'")));
@@ -200,7 +200,7 @@ TEST_F(RemoteSheets, PushBranchesSheetPushesTheSidebarSelection) {
   row(feature)->setCheckState(0, Qt::Checked);
   row(accented)->setCheckState(0, Qt::Checked);
   ASSERT_TRUE(sheet->submitButton()->isEnabled());
-  screenshot(sheet, QStringLiteral("push-branches-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("push-branches-sheet.png"));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   // Both reach the server and track what they were pushed to (git writes that last).
   const auto upstreamOf = [&](const QString& branch) {
@@ -279,7 +279,7 @@ TEST_F(RemoteSheets, PasswordSheetAnswersGitThroughTheHelper) {
   EXPECT_TRUE(sheet->secureInputField()->isVisible());
   EXPECT_TRUE(sheet->rememberInKeychainCheckBox()->isVisible());
   QTest::keyClicks(sheet->secureInputField(), server.password());
-  screenshot(sheet, QStringLiteral("password-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("password-sheet.png"));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_TRUE(QTest::qWaitFor([&] { return localSha(QStringLiteral("origin/main")) == second; }, 20000));
 }
@@ -301,7 +301,7 @@ TEST_F(RemoteSheets, PullSheetKeepsLocalChangesOfAMergePull) {
   EXPECT_EQ(sheet->branchList()->currentText(), QStringLiteral("main"));
   sheet->rebaseBox()->setChecked(false);
   sheet->stashBox()->setChecked(true);
-  screenshot(sheet, QStringLiteral("pull-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("pull-sheet.png"));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_TRUE(QTest::qWaitFor([&] { return local.headSha() == second && local.readFile(QStringLiteral("a.txt")) == "mine\n"; }, 20000));
   EXPECT_TRUE(Preferences::shared().pullSheetStashAndReapply());
@@ -320,7 +320,7 @@ TEST_F(RemoteSheets, CloneSheetClonesIntoANewFolder) {
   ASSERT_TRUE(sheet->submitButton()->isEnabled());
   // The picture shows no password.
   sheet->urlField()->setText(server.url(QStringLiteral("project.git")));
-  screenshot(sheet, QStringLiteral("clone-sheet.png"));
+  screenshotBoth(sheet, QStringLiteral("clone-sheet.png"));
   sheet->urlField()->setText(server.url(QStringLiteral("project.git"), true));
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 30000));

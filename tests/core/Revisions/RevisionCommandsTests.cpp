@@ -138,16 +138,7 @@ TEST(RevisionsFailureTest, EmptyRepositoryFailsAndLongHistoryStreams) {
   EXPECT_TRUE(result.value().back()->parents().empty());
 }
 
-TEST(StashesTest, StashOnAMergeKeepsOneParentAndNamesFollowTheReflog) {
-  TempRepository repo;
-  repo.commitFile("a", "1", "root");
-  repo.git({"checkout", "-q", "-b", "side"});
-  repo.commitFile("b", "1", "side");
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile("a", "2", "main");
-  repo.git({"merge", "-q", "--no-ff", "-m", "merge", "side"});
-  const QString merge = repo.headSha();
-
+TEST_F(RevisionsRepositoryTest, StashOnAMergeKeepsOneParentAndNamesFollowTheReflog) {
   auto none = GetStashesGitCommand::execute(repo.module());
   ASSERT_TRUE(none.isSuccess());  // no refs/stash yet
   EXPECT_TRUE(none.value().empty());

@@ -30,13 +30,10 @@ TEST(RepositoryStatusBar, ShowsARunningJobWithCancelAndThenTheRepositoryLine) {
   EXPECT_TRUE(bar.isCancelVisible());
   EXPECT_TRUE(bar.isBarVisible());
 
-  // Which job shows and for how long is the status display's business, tested with it.
+  // Which job shows and for how long (the repository line two seconds after the job) is
+  // the status display's business, tested with it.
   release = true;
   ASSERT_TRUE(queue->waitForDone(5000));
-  EXPECT_TRUE(QTest::qWaitFor([&] {
-    bar.poll();
-    return bar.text() == QStringLiteral("repo: main");
-  }, 5000));
 }
 
 TEST(ActivityManagerWindow, ListsVisibleJobsNewestFirstWithTheirOutput) {

@@ -14,10 +14,7 @@
 #include "../tests/support/GitHttpServer.h"
 
 int main(int argc, char** argv) {
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
-    return 2;
-  }
+  if (!Bench::hasArguments(argc, argv)) return 2;
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString source = QString::fromLocal8Bit(argv[2]);

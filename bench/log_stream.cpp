@@ -6,10 +6,7 @@
 #include "support/BenchSupport.h"
 
 int main(int argc, char** argv) {
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
-    return 2;
-  }
+  if (!Bench::hasArguments(argc, argv)) return 2;
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString repo = QString::fromLocal8Bit(argv[2]);

@@ -56,10 +56,7 @@ bool makeReferences(const QString& source, const QString& clone) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
-    return 2;
-  }
+  if (!Bench::hasArguments(argc, argv)) return 2;
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   QTemporaryDir workspace;

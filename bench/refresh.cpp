@@ -44,10 +44,7 @@ bool refreshAndWait(RepositoryController& controller, const std::function<void()
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
-    return 2;
-  }
+  if (!Bench::hasArguments(argc, argv)) return 2;
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   auto module = GetGitDirectoryGitCommand::execute(QString::fromLocal8Bit(argv[2]));

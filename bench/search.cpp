@@ -41,10 +41,7 @@ double gitFirstLineSeconds(const QString& repo, const QStringList& args) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
-    return 2;
-  }
+  if (!Bench::hasArguments(argc, argv)) return 2;
   QCoreApplication app(argc, argv);
   Bench::setUpEnvironment();
   const QString name = QString::fromLocal8Bit(argv[1]);

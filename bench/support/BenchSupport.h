@@ -22,6 +22,14 @@
 
 namespace Bench {
 
+// The programs take the figure's name and a repository; false, after saying so, when
+// they are missing.
+inline bool hasArguments(int argc, char** argv) {
+  if (argc >= 3) return true;
+  std::fprintf(stderr, "usage: %s NAME REPOSITORY\n", argv[0]);
+  return false;
+}
+
 inline void setUpEnvironment() {
   ::setenv("JELV_LOG_LEVEL", "warn", 0);
   static QTemporaryDir dir;

@@ -7,6 +7,7 @@
 #include <QToolButton>
 
 #include "Controllers/CommitList/CommitListView.h"
+#include "ViewTestSupport.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
@@ -22,11 +23,6 @@
 #include "support/Widgets.h"
 
 namespace {
-
-bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
-  QSignalSpy spy(&view, signal);
-  return spy.wait(20000);
-}
 
 QStringList subjects(const CommitListView& list) {
   QStringList result;
@@ -45,9 +41,7 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   repo.commitFile(QStringLiteral("a.txt"), text.replace("line 10\n", "line ten\n"), QStringLiteral("second"));
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 2);
   if (view.diffView()->rows().empty()) {
     ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
@@ -110,9 +104,7 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("Main: bump version"));
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1400, 820);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view, {1400, 820}));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 6);
   ASSERT_TRUE(QTest::qWaitFor([&] { return view.revisionHeader()->toPlainText().contains(QStringLiteral("bump version")); }, 20000));
 
@@ -168,9 +160,7 @@ TEST(RepositoryViewFollow, CommitsAheadAndBehindTheUpstreamAreMarkedFromTheRefre
   repo.git({"config", "branch.main.merge", "refs/heads/main"});
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 500);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view, {1200, 500}));
   const CommitListModel& model = *view.commitList()->commitModel();
   QMap<QString, AheadBehindState> states;
   for (int row = 0; row < model.rowCount(); ++row) {

@@ -6,6 +6,7 @@
 
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
+#include "ViewTestSupport.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controls/ChangedFilesView.h"
@@ -37,10 +38,7 @@ TEST(RepositoryViewSelection, OpensOnTheCheckedOutCommitAndComparesTwoCommits) {
   repo.gitBytes({"fast-import", "--quiet"}, script);
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 760);
-  view.show();
-  QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
-  ASSERT_TRUE(loaded.wait(20000));
+  ASSERT_TRUE(showLoaded(view, {1200, 760}));
   CommitListView* list = view.commitList();
   ASSERT_TRUE(list->currentRevision());
   EXPECT_EQ(list->currentRevision()->sha().toString(), third);
@@ -75,10 +73,7 @@ TEST(RepositoryViewSelection, FirstParentModeClearsTheDiffOfACommitItHides) {
   repo.git({QStringLiteral("branch"), QStringLiteral("-q"), QStringLiteral("-D"), QStringLiteral("side")});
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 760);
-  view.show();
-  QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
-  ASSERT_TRUE(loaded.wait(20000));
+  ASSERT_TRUE(showLoaded(view, {1200, 760}));
   ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(side)));
   QSignalSpy diff(&view, &RepositoryView::diffLoaded);
   ASSERT_TRUE(diff.wait(10000));

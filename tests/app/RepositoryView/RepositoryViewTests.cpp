@@ -16,6 +16,7 @@
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/NotificationBar.h"
+#include "ViewTestSupport.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
@@ -44,20 +45,13 @@ void buildHistory(TempRepository& repo) {
   repo.git({QStringLiteral("tag"), QStringLiteral("v1.0")});
 }
 
-bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
-  QSignalSpy spy(&view, signal);
-  return spy.wait(20000);
-}
-
 }  // namespace
 
 TEST(RepositoryView, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
   TempRepository repo;
   buildHistory(repo);
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
 
   EXPECT_EQ(view.localChangesView()->diffPane()->message(), QStringLiteral("No local changes"));
   auto* model = view.commitList()->commitModel();
@@ -98,9 +92,7 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   repo.writeFile(QStringLiteral("new file é.txt"), "fresh\n");
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
   EXPECT_FALSE(view.notificationBar()->isHidden());
   EXPECT_FALSE(view.notificationBar()->message().isEmpty());
   EXPECT_EQ(view.sidebar()->localChangesItem()->text(1), QString::number(view.controller()->repositoryStatus()->changedFilesCount));
@@ -154,9 +146,7 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   repo.commitFile(QStringLiteral("big.txt"), big, QStringLiteral("Add big file"));
 
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
   // HEAD adds a text file too large to render at once: the pane offers to load it.
   FileDiffView* pane = view.diffPane();
   EXPECT_TRUE(QTest::qWaitFor([&] { return pane->isOfferingLargeDiff(); }, 10000)) << pane->message().toStdString();
@@ -194,9 +184,7 @@ TEST(RepositoryView, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) 
   TempRepository repo;
   repo.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("Initial"));
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 1);
 
   repo.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("From the terminal"));
@@ -222,9 +210,7 @@ TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyIt
   repo.writeFile(QStringLiteral("a.txt"), "changed\n");
   repo.writeFile(QStringLiteral("b.txt"), "new\n");
   RepositoryView view(repo.module(), std::make_shared<JobQueue>());
-  view.resize(1200, 800);
-  view.show();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(showLoaded(view));
   view.showLocalChanges();
   StageFileViewController* local = view.localChangesView();
   const int rows = view.commitList()->commitModel()->rowCount();

@@ -1,0 +1,18 @@
+#pragma once
+// A repository's view as its tab shows it, and waits for what it reports.
+#include <QSignalSpy>
+
+#include "Controllers/Repository/RepositoryView.h"
+
+inline bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
+  QSignalSpy spy(&view, signal);
+  return spy.wait(20000);
+}
+
+// Shows the view at that size and waits for its first snapshot.
+inline bool showLoaded(RepositoryView& view, QSize size = {1200, 800}) {
+  view.resize(size);
+  QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
+  view.show();
+  return loaded.wait(20000) || !loaded.isEmpty();
+}

@@ -85,6 +85,26 @@ TEST(CommitListModel, RelativeDatesReadNaturally) {
   EXPECT_EQ(CommitListModel::relativeDate(now.addDays(-3), now), QStringLiteral("3 d ago"));
 }
 
+// Rows are painted at different moments; two commits of the same second still read alike
+// when a minute boundary passes between the two reads.
+TEST(CommitListModel, CommitsOfTheSameSecondReadAlike) {
+  ASSERT_TRUE(QTest::qWaitFor([] { return QDateTime::currentDateTimeUtc().time().msec() < 300; }, 2000));
+  const qint64 when = QDateTime::currentSecsSinceEpoch() - 59;
+  auto revisions = std::make_shared<RevisionList>();
+  revisions->push_back(Revision::create(hexFor(0), hexFor(0), {hexFor(1)}, QStringLiteral("Second"), QStringLiteral("Ada"),
+                                        QStringLiteral("ada@example.com"), when));
+  revisions->push_back(Revision::create(hexFor(1), hexFor(0), {}, QStringLiteral("First"), QStringLiteral("Ada"),
+                                        QStringLiteral("ada@example.com"), when));
+  auto source = std::make_shared<RevisionGraphSource>();
+  source->references = RepositoryReferences::make(hexFor(0), std::nullopt, {});
+  source->revisions = revisions;
+  CommitListModel model;
+  model.setSource(source);
+  const QString first = model.data(model.index(0, CommitListModel::DateColumn)).toString();
+  QTest::qWait(1200);
+  EXPECT_EQ(model.data(model.index(1, CommitListModel::DateColumn)).toString(), first);
+}
+
 TEST(CommitListModel, CommitsNotYetPushedAreMarkedAndSaySo) {
   // main two commits ahead of origin/main, on a straight line.
   const auto source = linearHistory(6, 0, false,

@@ -1,11 +1,23 @@
 #include "Controllers/CommitList/CommitListModel.h"
 
 #include <QLocale>
+#include <QTimer>
 
-CommitListModel::CommitListModel(QObject* parent) : QAbstractTableModel(parent) { search_.setRevisionGraph(&graph_); }
+CommitListModel::CommitListModel(QObject* parent) : QAbstractTableModel(parent), now_(QDateTime::currentDateTimeUtc()) {
+  search_.setRevisionGraph(&graph_);
+  // The dates age as a whole, once a minute: rows read against one clock never disagree.
+  auto* clock = new QTimer(this);
+  clock->setInterval(60 * 1000);
+  connect(clock, &QTimer::timeout, this, [this] {
+    now_ = QDateTime::currentDateTimeUtc();
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0, DateColumn), index(rowCount() - 1, DateColumn), {Qt::DisplayRole});
+  });
+  clock->start();
+}
 
 void CommitListModel::setSource(std::shared_ptr<const RevisionGraphSource> source) {
   beginResetModel();
+  now_ = QDateTime::currentDateTimeUtc();
   graph_.update(std::move(source));
   graphManager_.reset(&graph_);
   decoration_.reset(&graph_);
@@ -88,7 +100,7 @@ QVariant CommitListModel::data(const QModelIndex& index, int role) const {
       switch (index.column()) {
         case GraphColumn: return revision->message();
         case AuthorColumn: return revision->author();
-        case DateColumn: return relativeDate(revision->authorDate(), QDateTime::currentDateTimeUtc());
+        case DateColumn: return relativeDate(revision->authorDate(), now_);
         case ShaColumn: return revision->sha().abbreviated(7);
       }
       break;

@@ -3,6 +3,7 @@
 // computed on demand, a block at a time, only as far as the view has asked: a history
 // of 50,000 commits opens as fast as its first block.
 #include <QAbstractTableModel>
+#include <QDateTime>
 #include <memory>
 
 #include "Graph/GraphManager.h"
@@ -64,6 +65,7 @@ class CommitListModel : public QAbstractTableModel {
   void rebuild();
 
   RevisionGraph graph_;
+  QDateTime now_;  // what "ago" counts from, the same for every row
   mutable GraphManager graphManager_;
   mutable RevisionCollectionView decoration_;
   RevisionSearch search_;

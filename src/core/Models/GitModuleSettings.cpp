@@ -1,5 +1,8 @@
 #include "Models/GitModuleSettings.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -112,6 +115,12 @@ std::optional<QByteArray> GitModuleSettings::encode() const {
 }
 
 void GitModuleSettings::save(const GitModule& module) const {
+  // Every writer loads, changes and saves the whole file: two threads doing so would
+  // lose one's change. The main thread is the only writer.
+  if (const QCoreApplication* app = QCoreApplication::instance(); app && QThread::currentThread() != app->thread()) {
+    LOG_ERROR(QStringLiteral("Settings not written to '%1': only the main thread writes them").arg(filePath(module)));
+    return;
+  }
   const auto json = encode();
   if (!json) return;
   const QString path = filePath(module);

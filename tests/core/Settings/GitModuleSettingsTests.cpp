@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <thread>
 
 #include "Models/GitModuleSettings.h"
 #include "Services/Preferences.h"
@@ -102,6 +103,24 @@ TEST_F(GitModuleSettingsTest, SaveFailuresOnlyReachTheLog) {
   GitModuleSettings().save(gone);
   EXPECT_TRUE(log.contains(L("Cannot write settings to '") + gone.gitDirectoryUrl + L("/jelv-settings'")));
   EXPECT_FALSE(QFileInfo::exists(gone.gitDirectoryUrl));
+}
+
+// A load-change-save on a worker races the main thread's writers (a draft, a star) and
+// loses one of the changes: only the main thread writes.
+TEST_F(GitModuleSettingsTest, ASaveOffTheMainThreadIsRefused) {
+  GitModuleSettings starred;
+  starred.starredReferences = {L("refs/heads/main")};
+  starred.save(repo.module());
+  LogCapture log;
+  std::thread worker([&] {
+    GitModuleSettings other = load();
+    other.draftMessage = L("from a worker");
+    other.starredReferences.clear();
+    other.save(repo.module());
+  });
+  worker.join();
+  EXPECT_EQ(load(), starred);
+  EXPECT_TRUE(log.contains(L("only the main thread writes them")));
 }
 
 TEST_F(GitModuleSettingsTest, ASubmoduleKeepsItsSettingsInItsOwnGitDirectory) {

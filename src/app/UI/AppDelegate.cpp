@@ -1,6 +1,8 @@
 #include "UI/AppDelegate.h"
 
 #include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
 
 #include "Commands/ShowAskPassSheetCommand.h"
 #include "Logging/AdvancedLogger.h"
@@ -60,6 +62,15 @@ void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
   documents_->openFiles(plan.folders);
   for (const QString& url : plan.urls) handleURLEvent(url);
   if (plan.openUntitled) applicationShouldOpenUntitledFile();
+  if (const auto notice = registry_.startupNotice()) {
+    // Once the first window is up, so that the alert has something to sit on.
+    QTimer::singleShot(0, this, [this, text = *notice] {
+      auto* alert = new QMessageBox(QMessageBox::Warning, tr("Repository list"), text, QMessageBox::Ok, documents_->frontWindow());
+      alert->setObjectName(QStringLiteral("registryNotice"));
+      alert->setAttribute(Qt::WA_DeleteOnClose);
+      alert->open();
+    });
+  }
 }
 
 void AppDelegate::startAskPassListener() {

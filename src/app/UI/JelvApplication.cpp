@@ -78,7 +78,6 @@ int run(QApplication& app) {
   delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
   delegate.applicationDidFinishLaunching(arguments);
   quitOnTerminationSignals(delegate.documents());
-
   // For start-up measurements and smoke tests: quit once the first window is shown.
   if (qEnvironmentVariableIsSet("JELV_QUIT_AFTER_SHOW")) {
     QTimer::singleShot(0, &app, [&delegate] { delegate.documents().quit(); });

@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -198,4 +199,30 @@ TEST_F(StartupFlow, AnOpenRepoUrlWithARemoteFrontsTheTabThatHasIt) {
   ASSERT_TRUE(settle(delegate.documents()));
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab(), window->tab(0));
+}
+
+// A damaged repository list is moved aside at start; the user is told where it went.
+TEST_F(StartupFlow, ADamagedRepositoryListIsAnnouncedWithWhereItWent) {
+  const QString path = folder(QStringLiteral("damaged")) + QStringLiteral("/db.sqlite3");
+  {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(8192, 'x'));
+  }
+  AppSettings damaged(path);
+  damaged.initializeDatabase();
+  preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
+  AppDelegate delegate(damaged, preferences());
+  delegate.applicationWillFinishLaunching();
+  delegate.applicationDidFinishLaunching({});
+  QMessageBox* alert = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (widget->objectName() == QStringLiteral("registryNotice") && widget->isVisible()) alert = qobject_cast<QMessageBox*>(widget);
+    }
+    return alert != nullptr;
+  }, 5000));
+  const QStringList aside = QDir(QFileInfo(path).absolutePath()).entryList({QStringLiteral("db.sqlite3.corrupt-*")}, QDir::Files);
+  ASSERT_EQ(aside.size(), 1);
+  EXPECT_TRUE(alert->text().contains(QFileInfo(path).absolutePath() + QLatin1Char('/') + aside.first())) << alert->text().toStdString();
 }

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QTreeWidget>
@@ -56,6 +57,12 @@ ActivityManagerWindow::ActivityManagerWindow(std::shared_ptr<JobQueue> queue, QW
   layout->addWidget(splitter);
 
   connect(rows_, &QTreeWidget::currentItemChanged, this, [this] { showSelected(); });
+  // A window of its own: it closes as windows do.
+  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WindowShortcut);
+    connect(shortcut, &QShortcut::activated, this, &QWidget::close);
+  }
   timer_ = new QTimer(this);
   timer_->setInterval(200);
   connect(timer_, &QTimer::timeout, this, &ActivityManagerWindow::tick);

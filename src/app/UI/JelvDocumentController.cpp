@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include "Git/Commands/Remotes/GetRemotesGitCommand.h"
+#include "Jobs/ReleasedQueues.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/ApplicationUrl.h"
 #include "Models/AppSettings.h"
@@ -53,6 +54,8 @@ JelvDocumentController::~JelvDocumentController() {
     window->disconnect(this);
     delete window.data();
   }
+  // Closed tabs let their queues go; at the end of the run their jobs still get a moment.
+  if (!ReleasedQueues::waitForAll(10000)) LOG_WARNING(QStringLiteral("Jobs of closed tabs still running at quit"));
 }
 
 QList<JelvMainWindow*> JelvDocumentController::windows() const {

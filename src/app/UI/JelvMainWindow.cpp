@@ -22,6 +22,7 @@
 #include "Controllers/Repository/RepositoryView.h"
 #include "Jobs/ExportProfilingDataCommand.h"
 #include "Jobs/JobQueue.h"
+#include "UI/AboutWindow.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvWindowController.h"
 
@@ -43,7 +44,16 @@ JelvMainWindow::JelvMainWindow(JelvDocumentController& documents, QWidget* paren
   setCentralWidget(tabs_);
   resize(1200, 760);
 
-  connect(plus, &QToolButton::clicked, this, [this] { documents_.newRepositoryManagerAsTab(this); });
+  // One repositories tab per window is enough: "+" brings it forward when there is one.
+  connect(plus, &QToolButton::clicked, this, [this] {
+    for (int i = 0; i < tabCount(); ++i) {
+      if (tab(i)->kind() == JelvWindowController::Kind::repositoryManager) {
+        selectTab(tab(i));
+        return;
+      }
+    }
+    documents_.newRepositoryManagerAsTab(this);
+  });
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &JelvMainWindow::closeTabAt);
   connect(tabs_, &QTabWidget::currentChanged, this, [this] {
     updateTitle();
@@ -136,7 +146,20 @@ void JelvMainWindow::buildMenus() {
   });
 
   QMenu* help = menuBar()->addMenu(tr("&Help"));
+  add(help, QStringLiteral("keyboardShortcutsAction"), tr("Keyboard Shortcuts"), {QKeySequence(QStringLiteral("Ctrl+/"))},
+      [this, repository] {
+        fillRepositoryMenu(repository);  // filled only when opened otherwise
+        auto* window = new KeyboardShortcutsWindow(menuBar(), this);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+      });
   add(help, QStringLiteral("exportProfilingDataAction"), tr("Export Profiling Data"), {}, [this] { exportProfilingData(); });
+  help->addSeparator();
+  add(help, QStringLiteral("aboutAction"), tr("About Jelv"), {}, [this] {
+    auto* window = new AboutWindow(this);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+  });
 }
 
 void JelvMainWindow::fillRepositoryMenu(QMenu* menu) {

@@ -1,12 +1,14 @@
 #include "UI/JelvWindowController.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
 #include <QHash>
 #include <QMenu>
 #include <QToolButton>
+#include <QMessageBox>
 #include <QStyle>
 #include <QToolBar>
 #include <QUrl>
@@ -15,9 +17,11 @@
 #include "Commands/CommandTable.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
+#include "Commands/ShowInFolderCommand.h"
 #include "Controllers/RepositoryManager/RepositoryManagerController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Jobs/JobQueue.h"
+#include "Jobs/ReleasedQueues.h"
 #include "Models/AppSettings.h"
 #include "Models/LocalBranch.h"
 #include "Repository/RepositoryController.h"
@@ -75,8 +79,9 @@ JelvWindowController* JelvWindowController::opening(const QString& path, QWidget
 }
 
 JelvWindowController::~JelvWindowController() {
-  // The view's jobs hold the queue too; cancel before the widgets go.
-  jobQueue_->cancelAllTasks();
+  // The view's jobs hold the queue too; cancel before the widgets go. A job slow to stop
+  // must not hold up the window: the queue is let go and ends on its own.
+  ReleasedQueues::letGo(jobQueue_);
 }
 
 void JelvWindowController::closeTab() { jobQueue_->cancelAllTasks(); }
@@ -93,6 +98,15 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   repositoryController_ = new RepositoryView(module, jobQueue_, this);
   connect(repositoryController_, &RepositoryView::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
   layout_->addWidget(repositoryController_, 1);
+  auto markPage = [this] {
+    RepositorySidebar* sidebar = repositoryController_->sidebar();
+    const bool changes = sidebar->currentItem() && sidebar->currentItem() == sidebar->localChangesItem();
+    if (QAction* page = findChild<QAction*>(changes ? QStringLiteral("localChangesAction") : QStringLiteral("historyAction"))) {
+      page->setChecked(true);
+    }
+  };
+  connect(repositoryController_->sidebar(), &QTreeWidget::currentItemChanged, this, markPage);
+  markPage();
   connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
   connect(repositoryController_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
   connect(repositoryController_->controller(), &RepositoryController::behindAheadInfoUpdated, this, &JelvWindowController::updateRemoteCounts);
@@ -120,20 +134,36 @@ void JelvWindowController::buildToolbar() {
   add(QStringLiteral("refreshAction"), tr("Refresh"), QStyle::SP_BrowserReload, tr("Read the repository again (Ctrl+R)"),
       [this] { repositoryController_->refresh(); });
   toolbar_->addSeparator();
-  add(QStringLiteral("localChangesAction"), tr("Local Changes"), QStyle::SP_FileDialogDetailedView,
-      tr("Show the working tree's changes"), [this] {
-        repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->localChangesItem());
-      });
-  add(QStringLiteral("historyAction"), tr("History"), QStyle::SP_FileDialogListView, tr("Show all commits"), [this] {
+  QAction* localChanges = add(QStringLiteral("localChangesAction"), tr("Local Changes"), QStyle::SP_FileDialogDetailedView,
+                              tr("Show the working tree's changes"), [this] {
+                                repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->localChangesItem());
+                              });
+  QAction* history = add(QStringLiteral("historyAction"), tr("History"), QStyle::SP_FileDialogListView, tr("Show all commits"), [this] {
     repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->allCommitsItem());
   });
+  // Keys for the toolbar's own actions, anywhere in the tab; the Repository menu shows them.
+  for (const auto& [action, keys] : {std::pair{localChanges, QStringLiteral("Ctrl+1")}, std::pair{history, QStringLiteral("Ctrl+2")}}) {
+    action->setShortcut(QKeySequence(keys));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(action);
+  }
+  // The page on screen stays marked, whichever way it was chosen.
+  auto* pages = new QActionGroup(this);
+  for (QAction* page : {localChanges, history}) {
+    page->setCheckable(true);
+    pages->addAction(page);
+  }
   toolbar_->addSeparator();
-  add(QStringLiteral("showInFolderAction"), tr("Show in Folder"), QStyle::SP_DirOpenIcon,
-      tr("Open the working tree in the file manager"),
-      [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(path_)); });
-  add(QStringLiteral("activityAction"), tr("Activity"), QStyle::SP_FileDialogInfoView,
-      tr("Show the running and finished operations of this tab"),
-      [this] { repositoryController_->showActivityManager(); });
+  QAction* showInFolder = add(QStringLiteral("showInFolderAction"), tr("Show in Folder"), QStyle::SP_DirOpenIcon,
+      tr("Open the working tree in the file manager"), [this] { ShowInFolderCommand::execute(this, path_); });
+  QAction* activity = add(QStringLiteral("activityAction"), tr("Activity"), QStyle::SP_FileDialogInfoView,
+                          tr("Show the running and finished operations of this tab"),
+                          [this] { repositoryController_->showActivityManager(); });
+  for (const auto& [action, keys] : {std::pair{showInFolder, QStringLiteral("Ctrl+Shift+O")}, std::pair{activity, QStringLiteral("Ctrl+Shift+Y")}}) {
+    action->setShortcut(QKeySequence(keys));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(action);
+  }
   buildCommandActions();
   layout_->addWidget(toolbar_);
 }

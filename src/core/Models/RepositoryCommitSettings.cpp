@@ -70,12 +70,15 @@ GitVoidResult RepositoryCommitSettings::save(const GitModule& module, const Repo
       if (!written) return written;
     }
   }
-  const QString key = after.signingKey.trimmed();
-  if (key != before.signingKey.trimmed() || after.signOff != before.signOff) {
-    GitModuleSettings stored = GitModuleSettings::load(module);
-    stored.signingKey = key.isEmpty() ? std::nullopt : std::optional<QString>(key);
-    stored.signOff = after.signOff;
-    stored.save(module);
-  }
   return Unit{};
+}
+
+void RepositoryCommitSettings::saveSigning(const GitModule& module, const RepositoryCommitSettings& before,
+                                           const RepositoryCommitSettings& after) {
+  const QString key = after.signingKey.trimmed();
+  if (key == before.signingKey.trimmed() && after.signOff == before.signOff) return;
+  GitModuleSettings stored = GitModuleSettings::load(module);
+  stored.signingKey = key.isEmpty() ? std::nullopt : std::optional<QString>(key);
+  stored.signOff = after.signOff;
+  stored.save(module);
 }

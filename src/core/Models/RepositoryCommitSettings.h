@@ -24,7 +24,11 @@ struct RepositoryCommitSettings {
   bool operator==(const RepositoryCommitSettings&) const = default;
 
   static GitResult<RepositoryCommitSettings> load(const GitModule& module);
-  // Writes the differences of `after` from `before`; the first failure ends the run.
+  // Writes the differences of `after` from `before` to git's configuration; the first
+  // failure ends the run. Runs git: call it off the main thread.
   static GitVoidResult save(const GitModule& module, const RepositoryCommitSettings& before,
                             const RepositoryCommitSettings& after);
+  // The signing key and sign-off, kept in the repository's own settings file. Main
+  // thread only, as every writer of that file, so that no change of another is lost.
+  static void saveSigning(const GitModule& module, const RepositoryCommitSettings& before, const RepositoryCommitSettings& after);
 };

@@ -380,3 +380,10 @@ std::optional<QString> DesktopApplications::launch(const DesktopEntry& entry, co
   }
   return std::nullopt;
 }
+
+std::optional<QString> DesktopApplications::openFolder(const QString& path) {
+  if (!QFileInfo(path).isDir()) return QStringLiteral("The folder \"%1\" does not exist.").arg(path);
+  const std::vector<DesktopEntry> managers = applicationsFor({QStringLiteral("inode/directory")}, loadCatalog(applicationDirectories(), mimeAppsFiles()));
+  if (managers.empty()) return QStringLiteral("No file manager is installed: no application of the desktop opens folders.");
+  return launch(managers.front(), {path}, path);
+}

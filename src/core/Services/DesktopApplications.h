@@ -80,4 +80,8 @@ struct DesktopApplications {
   // Starts each command line on its own. Gives the failure text of the first that could
   // not start.
   static std::optional<QString> launch(const DesktopEntry& entry, const QStringList& files, const QString& workingDirectory = {});
+  // Opens a folder with the desktop's file manager (the first application for folders).
+  // The reason when none is installed or it cannot start: a desktop without a file
+  // manager would otherwise swallow the request without a word.
+  static std::optional<QString> openFolder(const QString& path);
 };

@@ -491,3 +491,23 @@ TEST_F(ManagerTest, NewCategoryGoesInsideTheSelectedOne) {
   ASSERT_TRUE(editor);
   EXPECT_EQ(editor->text(), QStringLiteral("New Category"));
 }
+
+TEST_F(ManagerTest, ARightClickOnEmptySpaceIsNotAboutTheSelectedRepository) {
+  add(QStringLiteral("api"));
+  show();
+  tree().setCurrentItem(findByText(tree(), QStringLiteral("api"), Kind::repository));
+  QStringList titles;
+  QTimer::singleShot(0, [&] {
+    if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+      for (QAction* action : menu->actions()) titles << action->text();
+      menu->close();
+    }
+  });
+  const QPoint below(10, tree().viewport()->height() - 5);
+  ASSERT_EQ(tree().itemAt(below), nullptr);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, tree().viewport()->mapTo(&tree(), below), tree().viewport()->mapToGlobal(below));
+  QCoreApplication::sendEvent(tree().viewport(), &event);
+  settle();
+  EXPECT_FALSE(titles.contains(QStringLiteral("Open"))) << titles.join(" | ").toStdString();
+  EXPECT_FALSE(titles.contains(QStringLiteral("Remove from List…")));
+}

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include "Services/DesktopApplications.h"
 
@@ -164,4 +165,33 @@ TEST(DesktopApplications, MimeAppsListsKeepTheMoreImportantFirst) {
   EXPECT_EQ(associations.defaults.value("text/plain"), (QStringList{"a.desktop", "b.desktop"}));
   EXPECT_EQ(associations.added.value("text/plain"), QStringList{"c.desktop"});
   EXPECT_TRUE(associations.removed.isEmpty());
+}
+
+// A folder opens with the desktop's file manager; without one the caller learns why
+// instead of the request vanishing.
+TEST(DesktopApplications, AFolderOpensWithTheFileManagerOrSaysWhyNot) {
+  QTemporaryDir dir;
+  const QString folder = dir.filePath(QStringLiteral("my r\u00e9po"));
+  QDir().mkpath(folder);
+  const QString seen = dir.filePath(QStringLiteral("seen"));
+  ScopedEnv data("XDG_DATA_HOME", dir.filePath(QStringLiteral("data")));
+  ScopedEnv dirs("XDG_DATA_DIRS", dir.filePath(QStringLiteral("share")));
+  ScopedEnv config("XDG_CONFIG_HOME", dir.filePath(QStringLiteral("config")));
+  ScopedEnv configDirs("XDG_CONFIG_DIRS", dir.filePath(QStringLiteral("nothing")));
+
+  const auto none = DesktopApplications::openFolder(folder);
+  ASSERT_TRUE(none.has_value());
+  EXPECT_TRUE(none->contains(QStringLiteral("No file manager"))) << none->toStdString();
+  EXPECT_TRUE(DesktopApplications::openFolder(dir.filePath(QStringLiteral("gone"))).has_value());
+
+  // A file manager that writes down the folder it was given.
+  const QString program = dir.filePath(QStringLiteral("files.sh"));
+  write(program, "#!/bin/sh\nprintf '%s' \"$1\" > '" + seen.toUtf8() + "'\n");
+  QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  write(dir.filePath(QStringLiteral("share/applications/files.desktop")), application("Files", program.toUtf8() + " %f", "inode/directory;"));
+  EXPECT_EQ(DesktopApplications::openFolder(folder), std::nullopt);
+  QFile written(seen);
+  for (int i = 0; i < 100 && written.size() == 0; ++i) QThread::msleep(20);
+  ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+  EXPECT_EQ(QString::fromUtf8(written.readAll()), folder);
 }

@@ -64,6 +64,9 @@ TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
   after.signOff = true;
   after.commitTemplate = QStringLiteral("Subject\n\nWhy:\n");
   ASSERT_TRUE(RepositoryCommitSettings::save(module, before, after));
+  // The config write leaves the settings file alone; the main thread stores signing.
+  EXPECT_FALSE(GitModuleSettings::load(module).signOff);
+  RepositoryCommitSettings::saveSigning(module, before, after);
 
   EXPECT_EQ(localValue(repo, QStringLiteral("user.name")), QStringLiteral("Ada Lovelace"));
   EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
@@ -86,6 +89,7 @@ TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
   cleared.commitTemplate.clear();
   cleared.signingKey.clear();
   ASSERT_TRUE(RepositoryCommitSettings::save(module, reread.value(), cleared));
+  RepositoryCommitSettings::saveSigning(module, reread.value(), cleared);
   EXPECT_TRUE(localValue(repo, QStringLiteral("user.name")).isEmpty());
   EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
   EXPECT_TRUE(localValue(repo, QStringLiteral("commit.template")).isEmpty());

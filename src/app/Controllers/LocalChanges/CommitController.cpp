@@ -23,6 +23,7 @@
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Git/Commands/WorkingDirectory/ContinueCherryPickGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
+#include "Jobs/JobOutcome.h"
 #include "Models/CommitDraft.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/RepositoryState.h"
@@ -197,13 +198,22 @@ void CommitController::setRepositoryState(const RepositoryState& state, const st
   const UnmergedFileList* unmerged = state.unmergedFiles();
   mergeReadyToCommit_ = state.is<RepositoryState::MergeInProgress>() && (!unmerged || unmerged->empty());
   if (!merging) {
+    // The merge ended without its commit (aborted): its message goes unless the user
+    // made it their own.
+    if (shownMergeMessage_ && composer_.message() == *shownMergeMessage_ && !composer_.amend()) {
+      composer_.setMessage(CommitMessage{});
+      showMessage(CommitMessage{});
+      messageEdited();
+    }
     mergeMessageShown_ = false;
+    shownMergeMessage_.reset();
   } else if (mergeMessage && takesMergeMessage()) {
     // Once per merge: a user who empties the fields keeps them empty.
     mergeMessageShown_ = true;
     composer_.setMessage(*mergeMessage);
     showMessage(*mergeMessage);
     messageEdited();
+    shownMergeMessage_ = composer_.message();
   }
   updateButton();
 }
@@ -244,6 +254,7 @@ void CommitController::continueSequence(bool rebase) {
         rebase ? OperationControlGitCommand::execute(module, OperationControlGitCommand::Operation::rebase,
                                                      OperationControlGitCommand::Action::continueOperation, &progress)
                : ContinueCherryPickGitCommand::execute(module, &progress);
+    JobOutcome::report(progress, result);
     QMetaObject::invokeMethod(qApp, [self, result] {
       if (!self) return;
       self->busy_ = false;
@@ -353,6 +364,7 @@ void CommitController::commit() {
   queue_->schedule(Job::make(options.amend ? tr("Amend") : tr("Commit"), Job::Show{3}, Job::ProgressType::infinite,
                              [self, module, message, options, andPush](JobProgress& progress) {
                                const GitVoidResult result = CommitGitCommand::execute(module, message, options, &progress);
+                               JobOutcome::report(progress, result);
                                QMetaObject::invokeMethod(qApp, [self, result, andPush] {
                                  if (!self) return;
                                  self->busy_ = false;

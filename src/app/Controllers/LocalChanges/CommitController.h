@@ -89,6 +89,7 @@ class CommitController : public QWidget {
   int stagedCount_ = 0;
   CommitPhase phase_ = CommitPhase::none;
   bool mergeMessageShown_ = false;
+  std::optional<CommitMessage> shownMergeMessage_;  // as put in the fields, to take back after an abort
   bool busy_ = false;
   bool mergeReadyToCommit_ = false;
   bool filling_ = false;  // the fields are set by code, not typed

@@ -1,8 +1,5 @@
 #include "Controllers/LocalChanges/StageFileViewController.h"
 
-#include "Commands/CommandTable.h"
-#include "Controllers/Repository/RepositoryView.h"
-
 #include <QApplication>
 #include <QActionGroup>
 #include <algorithm>
@@ -14,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -26,6 +24,7 @@
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
+#include "Commands/ShowInFolderCommand.h"
 #include "Controllers/Repository/RepositoryView.h"
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
@@ -51,6 +50,7 @@
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/UnstageFilesGitCommand.h"
 #include "Jobs/Job.h"
+#include "Jobs/JobOutcome.h"
 #include "Jobs/JobQueue.h"
 #include "Models/FileContent/DiffSettings.h"
 #include "Models/MergeMessage.h"
@@ -173,6 +173,11 @@ StageFileViewController::StageFileViewController(RepositoryController& repositor
     unstage(chosen.empty() ? staged_->files() : chosen);
   });
   connect(discardButton_, &QPushButton::clicked, this, [this] { discard(selection(unstaged_)); });
+  // Without a selection the buttons act on the whole list, and say so.
+  for (FileListViewController* list : {unstaged_, staged_}) {
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &StageFileViewController::updateStageButtonTitles);
+  }
+  updateStageButtonTitles();
   connect(commitBox_, &CommitController::committed, this, &StageFileViewController::committed);
   connect(commitBox_, &CommitController::amendChanged, this, &StageFileViewController::reload);
   // The preferences window may change the mode too.
@@ -340,11 +345,25 @@ void StageFileViewController::showFiles(const ChangedFileList& files, const std:
   stageButton_->setEnabled(!unstaged.empty());
   discardButton_->setEnabled(!unstaged.empty());
   unstageButton_->setEnabled(!staged.empty());
+  updateStageButtonTitles();
   commitBox_->setStagedFilesCount(static_cast<int>(staged.size()));
   // Keep the diff of the file on screen if it is still listed on the same side.
   ChangedFilePtr current;
   for (const auto& file : diffFile_ && diffFile_->staged ? staged : unstaged) {
     if (diffFile_ && file->path == diffFile_->path) current = file;
+  }
+  // A file staged or unstaged from the list on screen hands the diff to the one after it.
+  const std::optional<QString> next = std::exchange(nextAfterMove_, std::nullopt);
+  if (!current && next) {
+    for (const auto& file : diffFile_ && diffFile_->staged ? staged : unstaged) {
+      if (file->path == *next) current = file;
+    }
+    FileListViewController* list = current && current->staged ? staged_ : unstaged_;
+    if (current) {
+      rebuilding_ = true;
+      list->selectFile(current->path);
+      rebuilding_ = false;
+    }
   }
   if (current) {
     loadDiff(current);
@@ -381,8 +400,9 @@ void StageFileViewController::loadDiff(const ChangedFilePtr& file, bool loadLarg
 
 void StageFileViewController::runOperation(const QString& name, std::function<GitVoidResult()> work) {
   QPointer<StageFileViewController> self(this);
-  queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, work](JobProgress&) {
+  queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, work](JobProgress& progress) {
     const GitVoidResult result = work();
+    JobOutcome::report(progress, result);
     QMetaObject::invokeMethod(qApp, [self, result] {
       if (!self) return;
       if (result.isFailure()) {
@@ -392,6 +412,36 @@ void StageFileViewController::runOperation(const QString& name, std::function<Gi
       self->reload();
     });
   }));
+}
+
+void StageFileViewController::updateStageButtonTitles() {
+  stageButton_->setText(selection(unstaged_).empty() ? tr("Stage All") : tr("Stage"));
+  unstageButton_->setText(selection(staged_).empty() ? tr("Unstage All") : tr("Unstage"));
+}
+
+void StageFileViewController::rememberNextFile(const FileListViewController* list, const ChangedFileList& moved) {
+  nextAfterMove_.reset();
+  if (!diffFile_) return;
+  const ChangedFileList& listed = list->files();
+  const auto isMoved = [&](const ChangedFilePtr& file) {
+    return std::any_of(moved.begin(), moved.end(), [&](const ChangedFilePtr& m) { return m->path == file->path; });
+  };
+  if (!isMoved(diffFile_)) return;
+  // The first file behind the shown one that stays, else the last before it.
+  const auto shown = std::find_if(listed.begin(), listed.end(), [&](const ChangedFilePtr& file) { return file->path == diffFile_->path; });
+  if (shown == listed.end()) return;
+  for (auto it = shown; it != listed.end(); ++it) {
+    if (!isMoved(*it)) {
+      nextAfterMove_ = (*it)->path;
+      return;
+    }
+  }
+  for (auto it = std::make_reverse_iterator(shown); it != listed.rend(); ++it) {
+    if (!isMoved(*it)) {
+      nextAfterMove_ = (*it)->path;
+      return;
+    }
+  }
 }
 
 void StageFileViewController::stage(const ChangedFileList& files) {
@@ -417,12 +467,14 @@ void StageFileViewController::stage(const ChangedFileList& files) {
 }
 
 void StageFileViewController::stageNow(const ChangedFileList& files) {
+  rememberNextFile(unstaged_, files);
   const GitModule module = module_;
   runOperation(tr("Stage"), [module, files] { return StageFilesGitCommand::execute(module, files); });
 }
 
 void StageFileViewController::unstage(const ChangedFileList& files) {
   if (files.empty()) return;
+  rememberNextFile(staged_, files);
   const GitModule module = module_;
   runOperation(tr("Unstage"), [module, files] { return UnstageFilesGitCommand::execute(module, files); });
 }
@@ -474,7 +526,8 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
       menu->addAction(tr("Resolve Using Mine"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::local); });
       menu->addAction(tr("Resolve Using Theirs"), this, [this, chosen] { resolveConflicts(chosen, UnmergedFileVersionType::remote); });
     }
-    if (chosen.size() == 1) {
+    // Ignoring changes nothing for a file git already tracks: offered for new files only.
+    if (chosen.size() == 1 && chosen.front()->isNew) {
       QMenu* ignoreMenu = menu->addMenu(tr("Ignore"));
       const std::vector<PatternMenuItem> items = ignoreMenuItems(chosen.front()->path);
       for (const PatternMenuItem& item : items) {
@@ -546,8 +599,8 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     }
   }
   // The desktop has no "reveal"; opening the folder is what a file manager offers.
-  menu->addAction(tr("Show in File Manager"), this, [root, file = chosen.front()] {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(QDir(root).filePath(file->path)).absolutePath()));
+  menu->addAction(tr("Show in File Manager"), this, [this, root, file = chosen.front()] {
+    ShowInFolderCommand::execute(this, QFileInfo(QDir(root).filePath(file->path)).absolutePath());
   });
   if (chosen.size() == 1) {
     const QString name = QFileInfo(chosen.front()->path).fileName();
@@ -686,10 +739,10 @@ void StageFileViewController::showEditFileSheet(const QString& relativePath) {
   });
 }
 
-void StageFileViewController::applySelection(const XPatchPtr& patch, SelectionMode mode) {
+void StageFileViewController::applySelection(const XPatchPtr& patch, SelectionMode mode, bool wholeHunk) {
   if (!patch || patch->files.empty()) return;
   if (mode == SelectionMode::discard) {
-    const auto texts = SelectionPatch::discardConfirmation(*patch);
+    const auto texts = SelectionPatch::discardConfirmation(*patch, wholeHunk);
     if (!texts) return;
     if (!confirm_(texts->messageText, texts->informativeText, texts->confirmButtonTitle)) return;
   }
@@ -700,8 +753,9 @@ void StageFileViewController::applySelection(const XPatchPtr& patch, SelectionMo
   const GitModule module = module_;
   QPointer<StageFileViewController> self(this);
   const QString name = mode == SelectionMode::stage ? tr("Stage lines") : mode == SelectionMode::unstage ? tr("Unstage lines") : tr("Discard lines");
-  queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, module, patch, mode, paths](JobProgress&) {
+  queue_->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite, [self, module, patch, mode, paths](JobProgress& progress) {
     const GitVoidResult result = ApplySelectionPatchGitCommand::execute(module, *patch, mode);
+    JobOutcome::report(progress, result);
     QMetaObject::invokeMethod(qApp, [self, result, paths] {
       if (!self) return;
       // A locked index is passing; the refresh shows that nothing happened.

@@ -57,7 +57,11 @@ class StageFileViewController : public QWidget {
   void resolveConflicts(const ChangedFileList& files, UnmergedFileVersionType version);
   // Applies the lines of a selection patch (a discard asks first), then reads the status
   // of the touched paths again.
-  void applySelection(const XPatchPtr& patch, SelectionMode mode);
+  void applySelection(const XPatchPtr& patch, SelectionMode mode, bool wholeHunk = false);
+  // "Stage All" / "Unstage All" while nothing is selected in the list.
+  void updateStageButtonTitles();
+  // Before files leave a list: which file takes over the diff when the shown one goes.
+  void rememberNextFile(const FileListViewController* list, const ChangedFileList& moved);
   // Reads the status of these paths and puts the result in place of their entries.
   void refreshPaths(const QStringList& paths);
   void setConfirmation(std::function<bool(const QString& message, const QString& informative, const QString& button)> confirm) {
@@ -147,4 +151,5 @@ class StageFileViewController : public QWidget {
   QPointer<RepositoryController> repository_;
   // What the page asked the repository for and waits to see arrive.
   enum class Awaiting { nothing, status, paths } awaiting_ = Awaiting::nothing;
+  std::optional<QString> nextAfterMove_;
 };

@@ -19,6 +19,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "Commands/ShowInFolderCommand.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
 #include "Controllers/RepositoryManager/RepositoryManagerTreeWidget.h"
 #include "Models/AppSettings.h"
@@ -130,7 +131,7 @@ RepositoryManagerController::RepositoryManagerController(AppSettings& settings, 
   connect(tree_, &QTreeWidget::currentItemChanged, this, &RepositoryManagerController::updateDetails);
   connect(showButton_, &QPushButton::clicked, this, [this] {
     if (QTreeWidgetItem* item = tree_->currentItem(); item && isRepository(RepositoryManagerTreeWidget::node(item))) {
-      QDesktopServices::openUrl(QUrl::fromLocalFile(item->data(0, RepositoryManagerTreeWidget::PathRole).toString()));
+      ShowInFolderCommand::execute(this, item->data(0, RepositoryManagerTreeWidget::PathRole).toString());
     }
   });
   connect(openButton_, &QPushButton::clicked, this, [this] {
@@ -421,14 +422,14 @@ void RepositoryManagerController::addMoveMenu(QMenu& menu, const Node& node) {
 }
 
 void RepositoryManagerController::showContextMenu(const QPoint& viewportPoint) {
+  // Empty space is no repository: the selection is not what was clicked.
   QTreeWidgetItem* item = tree_->itemAt(viewportPoint);
-  if (!item) item = tree_->currentItem();
   const Node node = RepositoryManagerTreeWidget::node(item);
   QMenu menu(this);
   if (item && isRepository(node)) {
     const QString path = item->data(0, RepositoryManagerTreeWidget::PathRole).toString();
     menu.addAction(tr("Open"), this, [this, path] { Q_EMIT openRepositoryRequested(path); });
-    menu.addAction(tr("Show in File Manager"), this, [path] { QDesktopServices::openUrl(QUrl::fromLocalFile(path)); });
+    menu.addAction(tr("Show in File Manager"), this, [this, path] { ShowInFolderCommand::execute(this, path); });
     menu.addSeparator();
     menu.addAction(tr("Rename"), this, [this, item] { tree_->editItem(item); });
     QMenu* tags = menu.addMenu(tr("Colour Tag"));

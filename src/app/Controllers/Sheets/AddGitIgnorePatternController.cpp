@@ -74,16 +74,8 @@ void AddGitIgnorePatternController::startPreview() {
 
 void AddGitIgnorePatternController::submit() {
   const QString pattern = pattern_->text().trimmed();
-  const std::shared_ptr<JobQueue> queue = jobQueue();
-  if (pattern.isEmpty() || !queue) return;
-  setControlsEnabled(false);
-  setStatus(Status::busy, QStringLiteral("Adding to .gitignore…"));
+  if (pattern.isEmpty()) return;
   const GitModule module = module_;
-  runQueued<GitVoidResult>(
-      queue, this, QStringLiteral("Ignore '%1'").arg(pattern), Job::Show{3},
-      [module, pattern](JobProgress&) { return IgnorePatternGitCommand::append(module, pattern); },
-      [this](const GitVoidResult& result) {
-        if (result) endWithSuccess();
-        else endWithError(result.error());
-      });
+  runSheetJob(QStringLiteral("Ignore '%1'").arg(pattern), QStringLiteral("Adding to .gitignore…"),
+              [module, pattern](JobProgress&) { return IgnorePatternGitCommand::append(module, pattern); });
 }

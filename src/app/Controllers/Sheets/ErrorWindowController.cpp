@@ -80,10 +80,7 @@ void ErrorWindowController::removeIndexLock() {
 
 void ErrorWindowController::commitWithoutHooks() {
   const auto* failed = errorResult_ ? std::get_if<Error::GitCommitFailed>(&*errorResult_) : nullptr;
-  const std::shared_ptr<JobQueue> queue = jobQueue();
-  if (!failed || !queue) return;
-  setControlsEnabled(false);
-  setStatus(Status::busy, failed->amend ? QStringLiteral("Amending…") : QStringLiteral("Committing…"));
+  if (!failed || !jobQueue()) return;
   CommitOptions options;
   options.amend = failed->amend;
   options.noVerify = true;
@@ -92,22 +89,15 @@ void ErrorWindowController::commitWithoutHooks() {
   options.signingKey = settings.signingKey;
   const GitModule module = failed->gitModule;
   const QString message = failed->message;
-  QPointer<ErrorWindowController> self(this);
-  queue->schedule(Job::make(failed->amend ? QStringLiteral("Amend") : QStringLiteral("Commit"), Job::Show{3},
-                            Job::ProgressType::infinite, [self, module, message, options](JobProgress& progress) {
-                              const GitVoidResult result = CommitGitCommand::execute(module, message, options, &progress);
-                              QMetaObject::invokeMethod(qApp, [self, result] {
-                                if (!self) return;
-                                if (result.isSuccess()) {
-                                  Q_EMIT self->committed();
-                                  Q_EMIT self->repositoryChanged();
-                                  self->endWithSuccess();
-                                } else {
-                                  Q_EMIT self->repositoryChanged();
-                                  self->endWithError(result.error());
-                                }
-                              });
-                            }));
+  // The sheet ends with the retry's own result; a failure opens a sheet of its own
+  // (present's completion), so that no error goes unsaid.
+  connect(this, &QDialog::finished, this, [this] {
+    if (result().isSuccess()) Q_EMIT committed();
+    Q_EMIT repositoryChanged();
+  });
+  runSheetJob(failed->amend ? QStringLiteral("Amend") : QStringLiteral("Commit"),
+              failed->amend ? QStringLiteral("Amending…") : QStringLiteral("Committing…"),
+              [module, message, options](JobProgress& progress) { return CommitGitCommand::execute(module, message, options, &progress); });
 }
 
 void ErrorWindowController::forceFetch() {

@@ -18,6 +18,12 @@ RepositorySettingsController::RepositorySettingsController(GitModule module, QWi
     : JelvSheetController(parent), module_(std::move(module)) {
   setWindowTitle(QStringLiteral("Repository Settings"));
   messageLabel()->setText(QStringLiteral("Repository Settings"));
+  // The repository's own settings file is written here, on the main thread, once git's
+  // configuration took the rest; connected before any opener, so that the opener reads
+  // the file written.
+  connect(this, &QDialog::finished, this, [this] {
+    if (result().isSuccess() && loaded_ && submitted_) RepositoryCommitSettings::saveSigning(module_, *loaded_, *submitted_);
+  });
 
   auto* identity = new QGroupBox(QStringLiteral("Identity for this repository"), this);
   auto* identityForm = new QFormLayout(identity);
@@ -109,20 +115,13 @@ void RepositorySettingsController::validate(bool) {
 }
 
 void RepositorySettingsController::submit() {
-  const std::shared_ptr<JobQueue> queue = jobQueue();
-  if (!loaded_ || !queue) return;
+  if (!loaded_) return;
   const RepositoryCommitSettings before = *loaded_;
   const RepositoryCommitSettings after = gathered();
-  setControlsEnabled(false);
-  setStatus(Status::busy, QStringLiteral("Saving settings…"));
   const GitModule module = module_;
-  runQueued<GitVoidResult>(
-      queue, this, QStringLiteral("Save repository settings"), Job::Show::none(),
-      [module, before, after](JobProgress&) { return RepositoryCommitSettings::save(module, before, after); },
-      [this](const GitVoidResult& result) {
-        if (result) endWithSuccess();
-        else endWithError(result.error());
-      });
+  submitted_ = after;
+  runSheetJob(QStringLiteral("Save repository settings"), QStringLiteral("Saving settings…"),
+              [module, before, after](JobProgress&) { return RepositoryCommitSettings::save(module, before, after); });
 }
 
 RepositorySettingsController* ShowRepositorySettingsSheetCommand::execute(QWidget* parent, const GitModule& module,

@@ -41,6 +41,7 @@ class RepositorySettingsController : public JelvSheetController {
 
   GitModule module_;
   std::optional<RepositoryCommitSettings> loaded_;
+  std::optional<RepositoryCommitSettings> submitted_;  // what the running save writes
   bool focusIdentity_ = false;
   QLineEdit* name_;
   QLineEdit* email_;

@@ -85,6 +85,10 @@ RepositorySidebar::RepositorySidebar(QWidget* parent) : QTreeWidget(parent) {
       default: break;
     }
   });
+  // A click on "All Commits" asks for all of them: a branch filter ends.
+  connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
+    if (item == allCommits_ && !content_.references.filtered.isEmpty()) Q_EMIT filterRequested({});
+  });
   connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { expanded_[item->text(0)] = true; });
   connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) { expanded_[item->text(0)] = false; });
 }
@@ -249,8 +253,11 @@ QMenu* RepositorySidebar::contextMenuFor(QTreeWidgetItem* item) {
     // The clicked entry joins the selection it was part of, or stands alone.
     QStringList chosen = item->isSelected() ? selectedReferences() : QStringList{fullReference};
     if (chosen.isEmpty()) chosen << fullReference;
-    menu->addAction(chosen.size() > 1 ? tr("Show Only Selected Branches in Commit List") : tr("Show Only This Branch in Commit List"), this,
-                    [this, chosen] { Q_EMIT filterRequested(chosen); });
+    const bool tag = fullReference.startsWith(QStringLiteral("refs/tags/"));
+    const QString only = chosen.size() > 1 ? tr("Show Only Selected Branches in Commit List")
+                         : tag             ? tr("Show Only This Tag in Commit List")
+                                           : tr("Show Only This Branch in Commit List");
+    menu->addAction(only, this, [this, chosen] { Q_EMIT filterRequested(chosen); });
     if (!filtered.isEmpty()) {
       QStringList current(filtered.begin(), filtered.end());
       current.sort();

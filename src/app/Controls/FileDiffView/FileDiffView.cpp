@@ -166,7 +166,8 @@ void FileDiffView::showContent(DiffContent content, const ChangedFilePtr& file, 
         label->setPixmap(QPixmap::fromImage(image->width() > 480 ? image->scaledToWidth(480, Qt::SmoothTransformation) : *image));
       } else {
         label->setPixmap({});
-        label->setText(missing);
+        // A side that exists but does not decode is not a missing side.
+        label->setText(image ? tr("This image cannot be shown") : missing);
       }
     };
     showImage(oldImage_, content.oldImage, tr("Created"));
@@ -233,7 +234,8 @@ void FileDiffView::requestApply(CommitTextDiffView* view, bool discard) {
   if (!file_ || !patch_) return;
   const SelectionMode mode = discard ? SelectionMode::discard : file_->staged ? SelectionMode::unstage : SelectionMode::stage;
   if (discard && file_->staged) return;
-  if (XPatchPtr patch = view->activeSelectionPatch(mode)) Q_EMIT selectionApplyRequested(std::move(patch), mode);
+  const bool wholeHunk = view->activeChunk() && !view->activeChunk()->manualSelection;
+  if (XPatchPtr patch = view->activeSelectionPatch(mode)) Q_EMIT selectionApplyRequested(std::move(patch), mode, wholeHunk);
 }
 
 bool FileDiffView::isShowingText() const { return stack_->currentWidget() == textPage_; }
@@ -241,4 +243,6 @@ bool FileDiffView::isShowingImages() const { return stack_->currentWidget() == i
 bool FileDiffView::isOfferingLargeDiff() const { return stack_->currentWidget() == messagePage_ && !loadLarge_->isHidden(); }
 QString FileDiffView::message() const { return stack_->currentWidget() == messagePage_ ? message_->text() : QString(); }
 QString FileDiffView::oldImageText() const { return oldImage_->text(); }
+QString FileDiffView::newImageText() const { return newImage_->text(); }
+QString FileDiffView::title() const { return title_->text(); }
 bool FileDiffView::hasNewImage() const { return !newImage_->pixmap().isNull(); }

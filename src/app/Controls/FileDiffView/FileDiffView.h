@@ -48,13 +48,16 @@ class FileDiffView : public QWidget {
   bool isOfferingLargeDiff() const;
   QString message() const;
   QString oldImageText() const;
+  QString newImageText() const;
   bool hasNewImage() const;
+  QString title() const;
 
  Q_SIGNALS:
   void loadLargeRequested();
   void resolveConflictsRequested();
-  // The stage bar, a key or the menu asked to apply the lines of its target.
-  void selectionApplyRequested(XPatchPtr patch, SelectionMode mode);
+  // The stage bar, a key or the menu asked to apply the lines of its target (a whole
+  // hunk, or lines the user selected).
+  void selectionApplyRequested(XPatchPtr patch, SelectionMode mode, bool wholeHunk);
 
  private:
   QWidget* buildTextPage();

@@ -8,6 +8,7 @@
 #include <QThread>
 #include <QUrl>
 #include <functional>
+#include <csignal>
 #include <unistd.h>
 
 namespace {
@@ -99,6 +100,9 @@ bool GitHttpServer::start(QString* error) {
   fcgiwrap_ = std::make_unique<QProcess>();
   fcgiwrap_->setProcessChannelMode(QProcess::MergedChannels);
   fcgiwrap_->setStandardOutputFile(d + QStringLiteral("/fcgiwrap.log"));
+  // fcgiwrap forks its workers; a group of their own lets stop() end them too (ending the
+  // parent alone left them running for the rest of the machine's life).
+  fcgiwrap_->setChildProcessModifier([] { ::setpgid(0, 0); });
   fcgiwrap_->start(QStringLiteral("/usr/sbin/fcgiwrap"), {QStringLiteral("-c"), QStringLiteral("4"), QStringLiteral("-s"),
                                                           QStringLiteral("unix:") + socket});
   if (!fcgiwrap_->waitForStarted(5000)) return fail(QStringLiteral("fcgiwrap does not start: ") + fcgiwrap_->errorString());
@@ -166,5 +170,6 @@ bool GitHttpServer::start(QString* error) {
 
 void GitHttpServer::stop() {
   endProcess(nginx_);
+  if (fcgiwrap_ && fcgiwrap_->processId() > 0) ::kill(-static_cast<pid_t>(fcgiwrap_->processId()), SIGTERM);
   endProcess(fcgiwrap_);
 }

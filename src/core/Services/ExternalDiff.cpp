@@ -93,19 +93,28 @@ GitResult<ExternalDiffFiles> ExternalDiff::prepareFiles(const GitModule& module,
   return ExternalDiffFiles{local.value(), remote, title(oldPath, older.name), title(file.path, QStringLiteral("working tree"))};
 }
 
-std::optional<QString> ExternalDiff::run(const GitModule& module, const ChangedFile& file, bool amend,
-                                         const Preferences& preferences) {
-  const auto tool = MergeTool::activeTool(false, preferences);
-  if (const QString* failure = std::get_if<QString>(&tool)) return *failure;
-  const auto files = prepareFiles(module, file, amend, newFolder());
+namespace {
+
+// Opens the prepared sides in the tool, or says why they could not be prepared.
+std::optional<QString> launch(const GitModule& module, const ChangedFile& file, const MergeTool::Launch& tool,
+                              const GitResult<ExternalDiffFiles>& files) {
   if (!files) {
     const QString text = QStringLiteral("Cannot prepare '") + file.path + QStringLiteral("' for the diff tool: ") + describe(files.error());
     LOG_ERROR(text);
     return text;
   }
   const ExternalDiffFiles& sides = files.value();
-  return MergeTool::diff(std::get<MergeTool::Launch>(tool), sides.remote, sides.local, sides.localTitle, sides.remoteTitle,
-                         module.repositoryPath);
+  return MergeTool::diff(tool, sides.remote, sides.local, sides.localTitle, sides.remoteTitle, module.repositoryPath);
+}
+
+}  // namespace
+
+std::optional<QString> ExternalDiff::run(const GitModule& module, const ChangedFile& file, bool amend,
+                                         const Preferences& preferences) {
+  const auto tool = MergeTool::activeTool(false, preferences);
+  if (const QString* failure = std::get_if<QString>(&tool)) return *failure;
+  const auto files = prepareFiles(module, file, amend, newFolder());
+  return launch(module, file, std::get<MergeTool::Launch>(tool), files);
 }
 
 GitResult<ExternalDiffFiles> ExternalDiff::prepareRevisionFiles(const GitModule& module, const QString& sha,
@@ -127,12 +136,5 @@ std::optional<QString> ExternalDiff::runForRevision(const GitModule& module, con
   const auto tool = MergeTool::activeTool(false, preferences);
   if (const QString* failure = std::get_if<QString>(&tool)) return *failure;
   const auto files = prepareRevisionFiles(module, sha, parent, file, newFolder());
-  if (!files) {
-    const QString text = QStringLiteral("Cannot prepare '") + file.path + QStringLiteral("' for the diff tool: ") + describe(files.error());
-    LOG_ERROR(text);
-    return text;
-  }
-  const ExternalDiffFiles& sides = files.value();
-  return MergeTool::diff(std::get<MergeTool::Launch>(tool), sides.remote, sides.local, sides.localTitle, sides.remoteTitle,
-                         module.repositoryPath);
+  return launch(module, file, std::get<MergeTool::Launch>(tool), files);
 }

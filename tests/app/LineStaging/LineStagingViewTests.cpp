@@ -4,13 +4,10 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTextBlock>
 #include <QToolButton>
 
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/GitOutputView.h"
-#include "Controllers/LocalChanges/FileListViewController.h"
-#include "Controls/Diff/CommitTextDiffView.h"
 #include "Controls/Diff/DiffSelectionPopoverController.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Services/Preferences.h"
@@ -28,27 +25,9 @@ QByteArray numbered(int from, int to) {
   return text;
 }
 
-class LineStagingView : public ::testing::Test {
+class LineStagingView : public LocalChangesTest {
  protected:
-  void open() {
-    page = std::make_unique<LocalChangesPage>(repo);
-    view = page->view();
-    view->resize(1200, 700);
-    view->show();
-    ASSERT_TRUE(page->load());
-  }
-
-  QByteArray index(const QString& path) const { return repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}); }
-
-  // Chooses the file in one list and waits for its diff.
-  void showDiff(FileListViewController* list, const QString& path) {
-    QSignalSpy loaded(view, &StageFileViewController::diffLoaded);
-    if (list->currentFile() && list->currentFile()->path == path) {
-      list->setCurrentIndex(QModelIndex());
-    }
-    ASSERT_TRUE(list->selectFile(path)) << path.toStdString();
-    ASSERT_TRUE(loaded.wait(10000));
-  }
+  QByteArray index(const QString& path) const { return repo.gitBytes({"show", ":" + path}); }
 
   // Runs an action that applies lines, and waits until the lists and the diff are new.
   void applyAndWait(const std::function<void()>& action) {
@@ -59,28 +38,12 @@ class LineStagingView : public ::testing::Test {
     if (loaded.isEmpty()) loaded.wait(3000);
   }
 
-  static int rowOf(CommitTextDiffView* text, const QString& line) {
-    for (QTextBlock block = text->document()->firstBlock(); block.isValid(); block = block.next()) {
-      if (block.text() == line) return block.blockNumber();
-    }
-    return -1;
-  }
-
-  static QPoint rowPoint(CommitTextDiffView* text, int row) {
-    const QTextCursor cursor(text->document()->findBlockByNumber(row));
-    return QPoint(5, text->cursorRect(cursor).center().y());
-  }
-
   // Presses on the gutter at the first row and drags to the last.
   static void dragInGutter(CommitTextDiffView* text, int fromRow, int toRow) {
     QTest::mousePress(text->gutter(), Qt::LeftButton, {}, rowPoint(text, fromRow));
     QTest::mouseMove(text->gutter(), rowPoint(text, toRow));
     QTest::mouseRelease(text->gutter(), Qt::LeftButton, {}, rowPoint(text, toRow));
   }
-
-  TempRepository repo;
-  std::unique_ptr<LocalChangesPage> page;
-  StageFileViewController* view = nullptr;
 };
 
 }  // namespace
@@ -88,11 +51,11 @@ class LineStagingView : public ::testing::Test {
 // Stage three of four added lines, unstage one of them again, discard another: the
 // index and the working tree hold exactly the lines chosen.
 TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
-  repo.commitFile(QStringLiteral("f.txt"), numbered(1, 10), QStringLiteral("base"));
+  repo.commitFile("f.txt", numbered(1, 10), "base");
   QByteArray working = numbered(1, 3) + "added A\nadded B\nadded C\nadded D\n" + numbered(4, 4) + numbered(6, 10);
-  repo.writeFile(QStringLiteral("f.txt"), working);
+  repo.writeFile("f.txt", working);
   open();
-  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  showDiff(QStringLiteral("f.txt"));
   CommitTextDiffView* text = view->diffView();
 
   dragInGutter(text, rowOf(text, QStringLiteral("added A")), rowOf(text, QStringLiteral("added C")));
@@ -103,12 +66,12 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
   EXPECT_EQ(text->stageBar()->discardButton()->text(), QStringLiteral("Discard Lines"));
   applyAndWait([&] { QTest::mouseClick(stage, Qt::LeftButton); });
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded B\nadded C\n" + numbered(4, 10));
-  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), working);
+  EXPECT_EQ(repo.readFile("f.txt"), working);
   EXPECT_EQ(view->unstagedList()->files().size(), 1u);
   ASSERT_EQ(view->stagedList()->files().size(), 1u);
 
   // Unstage "added B" from the staged diff.
-  showDiff(view->stagedList(), QStringLiteral("f.txt"));
+  showDiff(QStringLiteral("f.txt"), view->stagedList());
   const int rowB = rowOf(text, QStringLiteral("added B"));
   dragInGutter(text, rowB, rowB);
   EXPECT_EQ(stage->text(), QStringLiteral("Unstage Line"));
@@ -117,7 +80,7 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded C\n" + numbered(4, 10));
 
   // Discard "added D" from the unstaged diff; the alert is refused once, then confirmed.
-  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  showDiff(QStringLiteral("f.txt"));
   QStringList asked;
   bool answer = false;
   view->setConfirmation([&](const QString& message, const QString& informative, const QString& button) {
@@ -127,13 +90,13 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
   const int rowD = rowOf(text, QStringLiteral("added D"));
   dragInGutter(text, rowD, rowD);
   QTest::mouseClick(text->stageBar()->discardButton(), Qt::LeftButton);
-  EXPECT_EQ(asked, (QStringList{QStringLiteral("Do you want to discard the changes in the selected lines?"),
-                                QStringLiteral("You can't undo this action."), QStringLiteral("Discard Line")}));
+  EXPECT_EQ(asked, (QStringList{"Do you want to discard the changes in the selected lines?",
+                                "You can't undo this action.", "Discard Line"}));
   QTest::qWait(200);
-  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), working);
+  EXPECT_EQ(repo.readFile("f.txt"), working);
   answer = true;
   applyAndWait([&] { QTest::mouseClick(text->stageBar()->discardButton(), Qt::LeftButton); });
-  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded B\nadded C\n" + numbered(4, 4) + numbered(6, 10));
+  EXPECT_EQ(repo.readFile("f.txt"), numbered(1, 3) + "added A\nadded B\nadded C\n" + numbered(4, 4) + numbered(6, 10));
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 3) + "added A\nadded C\n" + numbered(4, 10));
 
   // A selection across a removal and an addition discards both after one question.
@@ -143,7 +106,7 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
   dragInGutter(text, rowB2, row5);
   applyAndWait([&] { QTest::keyClick(text, Qt::Key_Delete); });
   EXPECT_EQ(asked.value(2), QStringLiteral("Discard 2 Lines"));
-  EXPECT_EQ(repo.readFile(QStringLiteral("f.txt")), index(QStringLiteral("f.txt")));
+  EXPECT_EQ(repo.readFile("f.txt"), index(QStringLiteral("f.txt")));
   EXPECT_TRUE(view->unstagedList()->files().empty());
 }
 
@@ -151,16 +114,16 @@ TEST_F(LineStagingView, SelectedLinesAreStagedUnstagedAndDiscarded) {
 // keyboard walks to the next hunk and stages it, and the view keeps its scroll position.
 TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
   QByteArray base = numbered(1, 120);
-  repo.commitFile(QStringLiteral("g.txt"), base, QStringLiteral("base"));
+  repo.commitFile("g.txt", base, "base");
   QByteArray working;
   for (int i = 1; i <= 120; ++i) {
     working += "line " + QByteArray::number(i) + "\n";
     if (i % 20 == 0) working += "new after " + QByteArray::number(i) + "\n";
   }
-  repo.writeFile(QStringLiteral("g.txt"), working);
+  repo.writeFile("g.txt", working);
   open();
   view->resize(1200, 260);
-  showDiff(view->unstagedList(), QStringLiteral("g.txt"));
+  showDiff(QStringLiteral("g.txt"));
   CommitTextDiffView* text = view->diffView();
   ASSERT_GT(text->verticalScrollBar()->maximum(), 0);
 
@@ -185,6 +148,15 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
   EXPECT_TRUE(text->rect().contains(QRect(text->mapFromGlobal(barOnScreen.topLeft()), bar->size())));
   EXPECT_LE(text->activeChunk()->rect.top(), point.y());
   EXPECT_GE(text->activeChunk()->rect.bottom(), point.y());
+  // Discarding the hovered hunk asks about the hunk; refused, nothing is lost.
+  QStringList asked;
+  view->setConfirmation([&](const QString& message, const QString&, const QString& button) {
+    asked << message << button;
+    return false;
+  });
+  QTest::mouseClick(bar->discardButton(), Qt::LeftButton);
+  EXPECT_EQ(asked, (QStringList{"Do you want to discard the changes in this hunk?", "Discard Hunk"}));
+  EXPECT_EQ(repo.readFile("g.txt"), working);
 
   applyAndWait([&] { QTest::mouseClick(bar->stageButton(), Qt::LeftButton); });
   QByteArray expected;
@@ -208,7 +180,7 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
     if (i == 20 || i == 40) expected += "new after " + QByteArray::number(i) + "\n";
   }
   EXPECT_EQ(index(QStringLiteral("g.txt")), expected);
-  EXPECT_EQ(repo.readFile(QStringLiteral("g.txt")), working);
+  EXPECT_EQ(repo.readFile("g.txt"), working);
 
   // The last hunks staged: the file leaves the unstaged list and its diff follows it.
   QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
@@ -225,11 +197,11 @@ TEST_F(LineStagingView, HunksAreStagedFromTheBarAndTheKeyboard) {
 // layout is remembered, and a selection on the right stages what it would in the
 // unified layout.
 TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
-  repo.commitFile(QStringLiteral("h.txt"), numbered(1, 8), QStringLiteral("base"));
-  repo.writeFile(QStringLiteral("h.txt"), numbered(1, 3) + "changed 4\nchanged 5\nextra\n" + numbered(6, 8));
+  repo.commitFile("h.txt", numbered(1, 8), "base");
+  repo.writeFile("h.txt", numbered(1, 3) + "changed 4\nchanged 5\nextra\n" + numbered(6, 8));
   Preferences::shared().setCommitDiffLayoutMode(0);
   open();
-  showDiff(view->unstagedList(), QStringLiteral("h.txt"));
+  showDiff(QStringLiteral("h.txt"));
   FileDiffView* pane = view->diffPane();
   ASSERT_FALSE(pane->isSideBySide());
   pane->layoutButton()->click();
@@ -279,25 +251,25 @@ TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
 // A patch that no longer fits the index opens the error sheet with git's text; a locked
 // index is passed over silently. Either way the lists are read again and nothing changed.
 TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
-  repo.commitFile(QStringLiteral("f.txt"), numbered(1, 6), QStringLiteral("base"));
-  repo.writeFile(QStringLiteral("f.txt"), numbered(1, 3) + "added\n" + numbered(4, 6));
+  repo.commitFile("f.txt", numbered(1, 6), "base");
+  repo.writeFile("f.txt", numbered(1, 3) + "added\n" + numbered(4, 6));
   open();
-  showDiff(view->unstagedList(), QStringLiteral("f.txt"));
+  showDiff(QStringLiteral("f.txt"));
   CommitTextDiffView* text = view->diffView();
   const int row = rowOf(text, QStringLiteral("added"));
   ASSERT_GE(row, 0);
 
-  repo.writeFile(QStringLiteral(".git/index.lock"), {});
+  repo.writeFile(".git/index.lock", {});
   dragInGutter(text, row, row);
   applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
   EXPECT_TRUE(view->findChildren<ErrorWindowController*>().isEmpty());
   EXPECT_EQ(index(QStringLiteral("f.txt")), numbered(1, 6));
-  repo.removeFile(QStringLiteral(".git/index.lock"));
+  repo.removeFile(".git/index.lock");
 
   // The index changes behind the view: its hunk's context is gone.
-  repo.writeFile(QStringLiteral("other.txt"), numbered(1, 6).replace("line 2\n", "other\n"));
-  const QByteArray blob = repo.gitBytes({QStringLiteral("hash-object"), QStringLiteral("-w"), QStringLiteral("other.txt")}).trimmed();
-  repo.git({QStringLiteral("update-index"), QStringLiteral("--cacheinfo"), QStringLiteral("100644,%1,f.txt").arg(QString::fromLatin1(blob))});
+  repo.writeFile("other.txt", numbered(1, 6).replace("line 2\n", "other\n"));
+  const QByteArray blob = repo.gitBytes({"hash-object", "-w", "other.txt"}).trimmed();
+  repo.git({"update-index", "--cacheinfo", QStringLiteral("100644,%1,f.txt").arg(QString::fromLatin1(blob))});
   dragInGutter(text, row, row);
   applyAndWait([&] { QTest::keyClick(text, Qt::Key_Space); });
   const auto sheets = view->findChildren<ErrorWindowController*>();
@@ -310,10 +282,10 @@ TEST_F(LineStagingView, AFailedApplyShowsTheErrorAndALockedIndexNone) {
 // A changed line shows its sign just before the text, as the history's diff does; a
 // context line shows none.
 TEST_F(LineStagingView, ChangedLinesShowTheirSignBeforeTheText) {
-  repo.commitFile(QStringLiteral("s.txt"), numbered(1, 5), QStringLiteral("base"));
-  repo.writeFile(QStringLiteral("s.txt"), numbered(1, 5).replace("line 3\n", "third\n"));
+  repo.commitFile("s.txt", numbered(1, 5), "base");
+  repo.writeFile("s.txt", numbered(1, 5).replace("line 3\n", "third\n"));
   open();
-  showDiff(view->unstagedList(), QStringLiteral("s.txt"));
+  showDiff(QStringLiteral("s.txt"));
   CommitTextDiffView* text = view->diffView();
   const QImage gutter = text->gutter()->grab().toImage();
   const qreal scale = gutter.devicePixelRatio();

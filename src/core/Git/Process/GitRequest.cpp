@@ -286,20 +286,6 @@ GitStreamReaderResponse GitRequest::executeWithReader() const {
   return response;
 }
 
-GitResponse GitRequest::executeWithErrorHandler(const LineHandler& errorPipeHandler, JobProgress* progress) const {
-  if (auto failure = checkWorkingDirectory(workingDirectory)) return {failure, {}, {}};
-  auto task = makeGitTask(*this, Preferences::shared().gitInstance());
-  installCancelationAction(progress, task);
-  QString why;
-  if (!task->launch(&why)) return {launchFailure(*task, why), {}, {}};
-  interruptIfAlreadyCanceled(progress, *task);
-  auto errorPump = LinePump::start(task->takeStderr(), makeLineReader(128), errorPipeHandler, "Cannot create stream reader");
-  const QByteArray out = Task::readAll(task->takeStdout());
-  const int status = task->waitForExit();
-  if (!errorPump->waitUntil(deadlineAfterExit())) LOG_ERROR(QStringLiteral("Error pipe semaphore group timeout"));
-  return classify(arguments, status, out, errorPump->text(), false, progress);
-}
-
 GitDataResponse GitRequest::executeData(const std::optional<QByteArray>& stdInput, Cancelable* cancelationToken,
                                         const std::optional<QHash<QString, QString>>& environmentVariables) const {
   GitDataResponse response;

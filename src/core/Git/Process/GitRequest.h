@@ -34,8 +34,6 @@ struct GitRequest {
   GitResponse executeWithProgress(JobProgress& progress, bool suppressErrorLogging = false) const;
   // stdout as a line reader (chunk 4096, line feed, UTF-8) while git runs; stderr inherited.
   GitStreamReaderResponse executeWithReader() const;
-  // stderr line by line to the handler (chunk 128); stdout read to the end.
-  GitResponse executeWithErrorHandler(const LineHandler& errorPipeHandler, JobProgress* progress = nullptr) const;
   // stdout kept as bytes; optional bytes on stdin and extra environment.
   GitDataResponse executeData(const std::optional<QByteArray>& stdInput = std::nullopt, Cancelable* cancelationToken = nullptr,
                               const std::optional<QHash<QString, QString>>& environmentVariables = std::nullopt) const;

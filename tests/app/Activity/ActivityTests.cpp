@@ -51,3 +51,15 @@ TEST(ActivityManagerWindow, ListsVisibleJobsNewestFirstWithTheirOutput) {
   EXPECT_TRUE(window.outputText().contains(QStringLiteral("$ git rev-parse no-such-ref")));
   EXPECT_TRUE(window.outputText().contains(QStringLiteral("fatal:")));
 }
+
+TEST(ActivityManagerWindow, EscapeAndCtrlWCloseIt) {
+  auto queue = std::make_shared<JobQueue>();
+  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
+    ActivityManagerWindow window(queue);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keySequence(&window, keys);
+    EXPECT_FALSE(window.isVisible()) << keys.toString().toStdString();
+  }
+}

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QMenu>
 #include <QSignalSpy>
+#include <QTest>
 
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Models/LocalBranch.h"
@@ -17,7 +19,13 @@ QTreeWidgetItem* findTop(QTreeWidget& tree, const QString& title) {
   return nullptr;
 }
 
-RepositorySidebar::Content content() {
+QStringList titles(QMenu* menu) {
+  QStringList texts;
+  for (QAction* action : menu->actions()) texts << action->text();
+  return texts;
+}
+
+RepositorySidebar::Content content(const QSet<QString>& filter = {}) {
   const QDateTime t = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
   ReferenceList all;
   all.push_back(std::make_shared<LocalBranch>("a1", "refs/heads/main", "main", "main", t, true, "refs/remotes/origin/main"));
@@ -27,7 +35,7 @@ RepositorySidebar::Content content() {
   all.push_back(std::make_shared<Tag>("d4", "refs/tags/v1.9", "v1.9", "v1.9", t, std::optional<QString>("e5")));
   all.push_back(std::make_shared<Tag>("f6", "refs/tags/v1.10", "v1.10", "v1.10", t, std::nullopt));
   RepositorySidebar::Content c;
-  c.references = RepositoryReferences::make(QStringLiteral("a1"), std::nullopt, all);
+  c.references = RepositoryReferences::make(QStringLiteral("a1"), std::nullopt, all, filter);
   c.aheadBehind.entries.insert(QStringLiteral("refs/heads/main"), BehindAheadInfo{2, 1});
   c.localChangesCount = 7;
   return c;
@@ -94,4 +102,26 @@ TEST(RepositorySidebar, ResortsWhenTheSortOrderChanges) {
   ASSERT_EQ(branches->childCount(), 2);
   EXPECT_EQ(branches->child(0)->text(0), QStringLiteral("topic"));
   prefs.setValue(QStringLiteral("localBranchSortOrder"), 0);
+}
+
+// The filter entry names what was clicked: a tag is no branch.
+TEST(RepositorySidebar, TheFilterEntryNamesABranchOrATag) {
+  RepositorySidebar sidebar;
+  sidebar.setContent(content());
+  std::unique_ptr<QMenu> tagMenu(sidebar.contextMenuFor(findTop(sidebar, "Tags")->child(0)));
+  std::unique_ptr<QMenu> branchMenu(sidebar.contextMenuFor(findTop(sidebar, "Branches")->child(0)));
+  EXPECT_TRUE(titles(tagMenu.get()).contains("Show Only This Tag in Commit List")) << titles(tagMenu.get()).join('|').toStdString();
+  EXPECT_FALSE(titles(tagMenu.get()).contains("Show Only This Branch in Commit List"));
+  EXPECT_TRUE(titles(branchMenu.get()).contains("Show Only This Branch in Commit List"));
+}
+
+TEST(RepositorySidebar, AClickOnAllCommitsEndsABranchFilter) {
+  RepositorySidebar sidebar;
+  sidebar.resize(300, 400);
+  sidebar.show();
+  sidebar.setContent(content({"refs/heads/main"}));
+  QSignalSpy filter(&sidebar, &RepositorySidebar::filterRequested);
+  QTest::mouseClick(sidebar.viewport(), Qt::LeftButton, {}, sidebar.visualItemRect(sidebar.allCommitsItem()).center());
+  ASSERT_EQ(filter.count(), 1);
+  EXPECT_TRUE(filter.at(0).at(0).toStringList().isEmpty());
 }

@@ -7,8 +7,8 @@ namespace {
 
 // "name:position" of the children of a parent, in sort order.
 QString positionsSql(const QString& parentCondition) {
-  return QStringLiteral("SELECT categoryName, position FROM categories WHERE FKParentCategoryId %1 ORDER BY position, categoryId")
-      .arg(parentCondition);
+  return "SELECT categoryName, position FROM categories WHERE FKParentCategoryId " + parentCondition +
+         " ORDER BY position, categoryId";
 }
 
 // The tree as indented text, one line per item: categories end with "/".
@@ -26,6 +26,7 @@ QStringList describe(const RepositoryManagerFolderItem& section) {
   for (const auto& child : section.children) describe(*child, 0, out);
   return out;
 }
+QStringList shownTree(AppSettings& settings) { return describe(*RepositoryManagerTree::load(settings).repositories); }
 
 }  // namespace
 
@@ -33,60 +34,49 @@ class CategoryMoveTest : public CategoriesTest {
  protected:
   void SetUp() override {
     CategoriesTest::SetUp();
-    aGrandchild = makeCategory(QStringLiteral("A1x"), a1);
+    aGrandchild = makeCategory("A1x", a1);
   }
   int64_t aGrandchild = 0;
 };
 
 TEST_F(CategoryMoveTest, MovingACategoryIntoItselfOrItsDescendantsIsRefusedAndChangesNothing) {
-  const QStringList before = rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId"));
+  const QStringList before = rows("SELECT * FROM categories ORDER BY categoryId");
   EXPECT_FALSE(settings->moveRepositoryCategory(a, a, 0));
   EXPECT_FALSE(settings->moveRepositoryCategory(a, a1, std::nullopt));
   EXPECT_FALSE(settings->moveRepositoryCategory(a, aGrandchild, 1));
-  EXPECT_EQ(rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId")), before);
+  EXPECT_EQ(rows("SELECT * FROM categories ORDER BY categoryId"), before);
   // Moving a descendant upwards is fine.
   EXPECT_TRUE(settings->moveRepositoryCategory(aGrandchild, a, std::nullopt));
 }
 
 TEST_F(CategoryMoveTest, IndexZeroPutsTheMovedOneFirstAndShiftsTheSiblings) {
   EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 0));
-  EXPECT_EQ(rows(positionsSql(QStringLiteral("IS NULL"))),
-            (QStringList{QStringLiteral("A1|0"), QStringLiteral("A|1"), QStringLiteral("B|2"), QStringLiteral("C|3")}));
-  // Its own child goes with it.
-  EXPECT_EQ(settings->getParentCategory(aGrandchild), a1);
+  EXPECT_EQ(rows(positionsSql("IS NULL")), (QStringList{"A1|0", "A|1", "B|2", "C|3"}));
+  EXPECT_EQ(settings->getParentCategory(aGrandchild), a1);  // its own child goes with it
 }
 
 TEST_F(CategoryMoveTest, AMiddleIndexLeavesEarlierSiblingsAndAGapAtTheIndex) {
   EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 2));
-  EXPECT_EQ(rows(positionsSql(QStringLiteral("IS NULL"))),
-            (QStringList{QStringLiteral("A|0"), QStringLiteral("B|1"), QStringLiteral("A1|2"), QStringLiteral("C|3")}));
+  EXPECT_EQ(rows(positionsSql("IS NULL")), (QStringList{"A|0", "B|1", "A1|2", "C|3"}));
 }
 
 TEST_F(CategoryMoveTest, NoIndexPutsTheMovedOneBehindAllSiblings) {
   EXPECT_TRUE(settings->moveRepositoryCategory(a, b, std::nullopt));
   EXPECT_TRUE(settings->moveRepositoryCategory(c, b, std::nullopt));
-  EXPECT_EQ(rows(positionsSql(QStringLiteral("= %1").arg(b))), (QStringList{QStringLiteral("A|1"), QStringLiteral("C|2")}));
+  EXPECT_EQ(rows(positionsSql(QStringLiteral("= %1").arg(b))), (QStringList{"A|1", "C|2"}));
   // Re-reading through the tree shows the order users see.
-  const auto tree = RepositoryManagerTree::load(*settings);
-  EXPECT_EQ(describe(*tree.repositories),
-            (QStringList{QStringLiteral("B/"), QStringLiteral("  A/"), QStringLiteral("    A1/"), QStringLiteral("      A1x/"),
-                         QStringLiteral("  C/")}));
+  EXPECT_EQ(shownTree(*settings), (QStringList{"B/", "  A/", "    A1/", "      A1x/", "  C/"}));
 }
 
 TEST_F(CategoryMoveTest, ReorderingWithinTheSameParentKeepsEveryoneOnce) {
   EXPECT_TRUE(settings->moveRepositoryCategory(c, std::nullopt, 0));
   EXPECT_TRUE(settings->moveRepositoryCategory(a, std::nullopt, std::nullopt));
-  const auto tree = RepositoryManagerTree::load(*settings);
-  EXPECT_EQ(describe(*tree.repositories),
-            (QStringList{QStringLiteral("C/"), QStringLiteral("B/"), QStringLiteral("A/"), QStringLiteral("  A1/"),
-                         QStringLiteral("    A1x/")}));
+  EXPECT_EQ(shownTree(*settings), (QStringList{"C/", "B/", "A/", "  A1/", "    A1x/"}));
 }
 
 TEST_F(CategoryMoveTest, DeletingACategoryLiftsItsRepositoriesAndSubCategoriesOneLevel) {
-  const auto inChild = settings->addRepository(QStringLiteral("/s/inChild"));
-  settings->moveRepository(*inChild, a1);
-  const auto inA = settings->addRepository(QStringLiteral("/s/inA"));
-  settings->moveRepository(*inA, a);
+  settings->moveRepository(*settings->addRepository("/s/inChild"), a1);
+  settings->moveRepository(*settings->addRepository("/s/inA"), a);
   advance(100);
 
   settings->deleteRepositoryCategory(a1);
@@ -98,28 +88,22 @@ TEST_F(CategoryMoveTest, DeletingACategoryLiftsItsRepositoriesAndSubCategoriesOn
 
   // A top-level category hands its content to the root (NULL).
   settings->deleteRepositoryCategory(a);
-  EXPECT_EQ(rows(QStringLiteral("SELECT reposityryName, FKCategoryId FROM repositories ORDER BY reposityryName")),
-            (QStringList{QStringLiteral("inA|NULL"), QStringLiteral("inChild|NULL")}));
+  EXPECT_EQ(rows("SELECT reposityryName, FKCategoryId FROM repositories ORDER BY reposityryName"),
+            (QStringList{"inA|NULL", "inChild|NULL"}));
   EXPECT_FALSE(settings->getParentCategory(aGrandchild).has_value());
-  const auto tree = RepositoryManagerTree::load(*settings);
-  EXPECT_EQ(describe(*tree.repositories),
-            (QStringList{QStringLiteral("B/"), QStringLiteral("C/"), QStringLiteral("A1x/"), QStringLiteral("inA"),
-                         QStringLiteral("inChild")}));
+  EXPECT_EQ(shownTree(*settings), (QStringList{"B/", "C/", "A1x/", "inA", "inChild"}));
 }
 
 TEST_F(RegistryTest, TreeShowsScanCategoriesAndOrphanedRowsAtTheTopLevel) {
-  const QString root = QStringLiteral("/src");
-  settings->addRepository(QStringLiteral("/src/work/api"), root);
-  settings->addRepository(QStringLiteral("/src/solo"), root);
-  settings->addRepository(QStringLiteral("/byhand"));
-  execute(QStringLiteral("INSERT INTO repositories (reposityryName, repositoryPath, FKCategoryId) VALUES ('orphan', '/o', 77)"));
-  execute(QStringLiteral("INSERT INTO categories (categoryName, position, FKParentCategoryId) VALUES ('lost', 99, 55)"));
+  settings->addRepository("/src/work/api", "/src");
+  settings->addRepository("/src/solo", "/src");
+  settings->addRepository("/byhand");
+  execute("INSERT INTO repositories (reposityryName, repositoryPath, FKCategoryId) VALUES ('orphan', '/o', 77)");
+  execute("INSERT INTO categories (categoryName, position, FKParentCategoryId) VALUES ('lost', 99, 55)");
 
   const auto tree = RepositoryManagerTree::load(*settings);
-  EXPECT_EQ(tree.repositories->title, QStringLiteral("Repositories"));
-  EXPECT_EQ(describe(*tree.repositories),
-            (QStringList{QStringLiteral("lost/"), QStringLiteral("work/"), QStringLiteral("  api"), QStringLiteral("byhand"),
-                         QStringLiteral("orphan"), QStringLiteral("solo")}));
+  EXPECT_EQ(tree.repositories->title, "Repositories");
+  EXPECT_EQ(describe(*tree.repositories), (QStringList{"lost/", "work/", "  api", "byhand", "orphan", "solo"}));
   const auto* directory = dynamic_cast<const RepositoryManagerDirectoryItem*>(tree.repositories->children[1].get());
   ASSERT_NE(directory, nullptr);
   EXPECT_EQ(directory->record.parentId, -1);
@@ -131,20 +115,15 @@ TEST_F(RegistryTest, RecentSectionHoldsTheFiveLastOpened) {
     advance(10);
   }
   const auto tree = RepositoryManagerTree::load(*settings);
-  EXPECT_EQ(tree.recent->title, QStringLiteral("Recent Repositories"));
-  EXPECT_EQ(describe(*tree.recent), (QStringList{QStringLiteral("r6"), QStringLiteral("r5"), QStringLiteral("r4"),
-                                                 QStringLiteral("r3"), QStringLiteral("r2")}));
+  EXPECT_EQ(tree.recent->title, "Recent Repositories");
+  EXPECT_EQ(describe(*tree.recent), (QStringList{"r6", "r5", "r4", "r3", "r2"}));
   const auto* item = dynamic_cast<const RepositoryManagerRepositoryItem*>(tree.recent->children[0].get());
   ASSERT_NE(item, nullptr);
-  EXPECT_EQ(item->record->repositoryPath, QStringLiteral("/s/r6"));
+  EXPECT_EQ(item->record->repositoryPath, "/s/r6");
 }
 
 TEST(RepositoryManagerTreeTest, CategoriesThatFormALoopInADamagedFileAreShownAtTheTopLevel) {
-  const std::vector<CategoryRecord> categories{{1, QStringLiteral("self"), 1, 1},
-                                               {2, QStringLiteral("x"), 2, 3},
-                                               {3, QStringLiteral("y"), 3, 2},
-                                               {4, QStringLiteral("child"), 4, 2}};
-  const auto tree = RepositoryManagerTree::build(categories, {}, {});
-  EXPECT_EQ(describe(*tree.repositories),
-            (QStringList{QStringLiteral("self/"), QStringLiteral("x/"), QStringLiteral("  child/"), QStringLiteral("y/")}));
+  const std::vector<CategoryRecord> categories{{1, "self", 1, 1}, {2, "x", 2, 3}, {3, "y", 3, 2}, {4, "child", 4, 2}};
+  EXPECT_EQ(describe(*RepositoryManagerTree::build(categories, {}, {}).repositories),
+            (QStringList{"self/", "x/", "  child/", "y/"}));
 }

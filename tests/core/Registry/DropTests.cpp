@@ -17,9 +17,9 @@ class DropTest : public CategoriesTest {
  protected:
   void SetUp() override {
     CategoriesTest::SetUp();
-    inA = *settings->addRepository(QStringLiteral("/work/in-a"));
+    inA = *settings->addRepository("/work/in-a");
     settings->moveRepository(inA, a);
-    loose = *settings->addRepository(QStringLiteral("/work/loose"));
+    loose = *settings->addRepository("/work/loose");
   }
 
   // The names of the categories shown at the top level (or inside a parent), in order.
@@ -55,13 +55,12 @@ TEST_F(DropTest, DroppingACategoryAboveOrBelowASiblingReordersTheTopLevel) {
 }
 
 TEST_F(DropTest, ReorderingAmongScannedCategoriesKeepsTheirStoredParent) {
-  const int64_t s1 = settings->createCategory(QStringLiteral("S1"), -1);
+  const int64_t s1 = settings->createCategory("S1", -1);
   advance(1);
-  const int64_t s2 = settings->createCategory(QStringLiteral("S2"), -1);
+  const int64_t s2 = settings->createCategory("S2", -1);
   EXPECT_TRUE(Drop::apply(*settings, category(s2), category(s1), Position::above));
   EXPECT_EQ(settings->getParentCategory(s2), std::optional<int64_t>(-1));
-  const QStringList order = topLevelOrder();
-  EXPECT_LT(order.indexOf(QStringLiteral("S2")), order.indexOf(QStringLiteral("S1")));
+  EXPECT_LT(topLevelOrder().indexOf("S2"), topLevelOrder().indexOf("S1"));
 }
 
 TEST_F(DropTest, DroppingOntoAFolderFilesTheEntryInside) {
@@ -79,7 +78,7 @@ TEST_F(DropTest, DroppingOntoAFolderFilesTheEntryInside) {
   EXPECT_EQ(settings->getParentCategory(c), std::optional<int64_t>(a1));
   EXPECT_TRUE(Drop::apply(*settings, category(c), topLevel, Position::onItem));
   EXPECT_EQ(settings->getParentCategory(c), std::nullopt);
-  EXPECT_EQ(topLevelOrder().last(), QStringLiteral("C"));
+  EXPECT_EQ(topLevelOrder().last(), "C");
 
   // A repository dropped between two categories goes to their folder: repositories sort
   // by name, so there is no place to keep.
@@ -88,8 +87,8 @@ TEST_F(DropTest, DroppingOntoAFolderFilesTheEntryInside) {
 }
 
 TEST_F(DropTest, RefusedDropsChangeNothing) {
-  const QStringList before = rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId"));
-  const QStringList repositoriesBefore = rows(QStringLiteral("SELECT * FROM repositories ORDER BY repositoryId"));
+  const QStringList before = rows("SELECT * FROM categories ORDER BY categoryId");
+  const QStringList repositoriesBefore = rows("SELECT * FROM repositories ORDER BY repositoryId");
   EXPECT_FALSE(Drop::apply(*settings, category(a), category(a1), Position::onItem));
   EXPECT_FALSE(Drop::apply(*settings, category(a), category(a), Position::above));
   EXPECT_FALSE(Drop::apply(*settings, category(a), repository(inA), Position::onItem));  // inA lies in A
@@ -97,8 +96,8 @@ TEST_F(DropTest, RefusedDropsChangeNothing) {
   EXPECT_FALSE(Drop::apply(*settings, repository(loose), {Kind::recentRepository, inA}, Position::onItem));
   EXPECT_FALSE(Drop::apply(*settings, topLevel, category(a), Position::onItem));
   EXPECT_FALSE(Drop::apply(*settings, repository(loose), category(9999), Position::onItem));
-  EXPECT_EQ(rows(QStringLiteral("SELECT * FROM categories ORDER BY categoryId")), before);
-  EXPECT_EQ(rows(QStringLiteral("SELECT * FROM repositories ORDER BY repositoryId")), repositoriesBefore);
+  EXPECT_EQ(rows("SELECT * FROM categories ORDER BY categoryId"), before);
+  EXPECT_EQ(rows("SELECT * FROM repositories ORDER BY repositoryId"), repositoriesBefore);
 
   // An entry of the recent list can be filed like any other.
   EXPECT_TRUE(Drop::apply(*settings, {Kind::recentRepository, loose}, category(c), Position::onItem));

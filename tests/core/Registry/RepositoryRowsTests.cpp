@@ -10,135 +10,117 @@ QStringList names(const std::vector<RepositoryRecordPtr>& records) {
 
 TEST_F(RegistryTest, BlankPathsAddNothingAndPathsAreTrimmed) {
   EXPECT_FALSE(settings->addRepository(QString()).has_value());
-  EXPECT_FALSE(settings->addRepository(QStringLiteral("  \n\t ")).has_value());
+  EXPECT_FALSE(settings->addRepository("  \n\t ").has_value());
   EXPECT_TRUE(settings->getRepositories().empty());
 
-  ASSERT_TRUE(settings->addRepository(QStringLiteral("  /src/alpha\n")).has_value());
-  EXPECT_TRUE(settings->repositoryItemExists(QStringLiteral("/src/alpha")));
-  EXPECT_FALSE(settings->repositoryItemExists(QStringLiteral("/src/alph")));
-  EXPECT_FALSE(settings->repositoryItemExists(QStringLiteral("/src/alpha/")));
+  ASSERT_TRUE(settings->addRepository("  /src/alpha\n").has_value());
+  EXPECT_TRUE(settings->repositoryItemExists("/src/alpha"));
+  EXPECT_FALSE(settings->repositoryItemExists("/src/alph"));
+  EXPECT_FALSE(settings->repositoryItemExists("/src/alpha/"));
 }
 
 TEST_F(RegistryTest, AddingAKnownPathOnlyTouchesLastOpened) {
-  const auto id = settings->addRepository(QStringLiteral("/src/alpha"));
+  const auto id = settings->addRepository("/src/alpha");
   ASSERT_TRUE(id);
-  const int64_t category = settings->createCategory(QStringLiteral("Work"), std::nullopt);
-  settings->renameRepository(*id, QStringLiteral("Alpha (mine)"));
+  const int64_t category = settings->createCategory("Work", std::nullopt);
+  settings->renameRepository(*id, "Alpha (mine)");
   settings->setRepositoryColorTag(*id, 3);
   settings->moveRepository(*id, category);
 
   advance(3600);
   // Another root would give other categories to a new row; a known row keeps its own.
-  EXPECT_EQ(settings->addRepository(QStringLiteral("/src/alpha"), QStringLiteral("/")), id);
-
+  EXPECT_EQ(settings->addRepository("/src/alpha", "/"), id);
   const auto repositories = settings->getRepositories();
   ASSERT_EQ(repositories.size(), 1u);
-  const RepositoryRecord& record = *repositories[0];
-  EXPECT_EQ(record.name, QStringLiteral("Alpha (mine)"));
-  EXPECT_EQ(record.colorTag, 3);
-  EXPECT_EQ(record.categoryId, category);
-  EXPECT_EQ(record.lastOpened, clock);
+  EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/src/alpha", "Alpha (mine)", clock, category, "Work", 3}));
   EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
 TEST_F(RegistryTest, ANewRowIsNamedByItsFolderWithNoTagAndAHandAdditionHasNoCategory) {
-  settings->addRepository(QStringLiteral("/home/ada/src/parser"));
+  const auto id = settings->addRepository("/home/ada/src/parser");
   const auto repositories = settings->getRepositories();
   ASSERT_EQ(repositories.size(), 1u);
-  EXPECT_EQ(repositories[0]->name, QStringLiteral("parser"));
-  EXPECT_EQ(repositories[0]->lastOpened, clock);
-  EXPECT_FALSE(repositories[0]->colorTag.has_value());
-  EXPECT_FALSE(repositories[0]->categoryId.has_value());
-  EXPECT_EQ(rows(QStringLiteral("SELECT FKCategoryId, colorTag FROM repositories")), QStringList{QStringLiteral("NULL|NULL")});
+  EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/home/ada/src/parser", "parser", clock, {}, {}, {}}));
+  EXPECT_EQ(rows("SELECT FKCategoryId, colorTag FROM repositories"), QStringList{"NULL|NULL"});
 }
 
 TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategory) {
-  const int64_t work = settings->createCategory(QStringLiteral("Work"), std::nullopt);
-  for (const char* path : {"/s/beta", "/s/Alpha", "/s/gamma", "/s/Delta"}) settings->addRepository(QString::fromLatin1(path));
+  const int64_t work = settings->createCategory("Work", std::nullopt);
+  for (const char* path : {"/s/beta", "/s/Alpha", "/s/gamma", "/s/Delta"}) settings->addRepository(path);
   const auto delta = settings->getRepositories()[2];
-  ASSERT_EQ(delta->name, QStringLiteral("Delta"));
+  ASSERT_EQ(delta->name, "Delta");
   settings->moveRepository(delta->id, work);
 
-  EXPECT_EQ(names(settings->getRepositories()),
-            (QStringList{QStringLiteral("Alpha"), QStringLiteral("beta"), QStringLiteral("Delta"), QStringLiteral("gamma")}));
+  EXPECT_EQ(names(settings->getRepositories()), (QStringList{"Alpha", "beta", "Delta", "gamma"}));
   const auto inWork = settings->getRepositories(work);
   ASSERT_EQ(inWork.size(), 1u);
-  EXPECT_EQ(inWork[0]->name, QStringLiteral("Delta"));
-  EXPECT_EQ(inWork[0]->categoryName, QStringLiteral("Work"));
+  EXPECT_EQ(inWork[0]->name, "Delta");
+  EXPECT_EQ(inWork[0]->categoryName, "Work");
   EXPECT_FALSE(settings->getRepositories()[0]->categoryName.has_value());
 }
 
 TEST_F(RegistryTest, RecentListIsNewestFirstWithNeverOpenedRowsLast) {
-  settings->addRepository(QStringLiteral("/s/old"));
+  settings->addRepository("/s/old");
   advance(60);
-  settings->addRepository(QStringLiteral("/s/new"));
+  settings->addRepository("/s/new");
   advance(60);
-  settings->addRepository(QStringLiteral("/s/old"));  // opened again
-  execute(QStringLiteral("INSERT INTO repositories (reposityryName, repositoryPath) VALUES ('never', '/s/never')"));
+  settings->addRepository("/s/old");  // opened again
+  execute("INSERT INTO repositories (reposityryName, repositoryPath) VALUES ('never', '/s/never')");
   advance(60);
-  settings->addRepository(QStringLiteral("/s/newest"));
-
-  EXPECT_EQ(names(settings->getRecentRepositories()),
-            (QStringList{QStringLiteral("newest"), QStringLiteral("old"), QStringLiteral("new"), QStringLiteral("never")}));
+  settings->addRepository("/s/newest");
+  EXPECT_EQ(names(settings->getRecentRepositories()), (QStringList{"newest", "old", "new", "never"}));
 }
 
 TEST_F(RegistryTest, RepositoryInfoComesFromTheRowOrFromThePath) {
-  const auto id = settings->addRepository(QStringLiteral("/s/alpha"));
-  settings->renameRepository(*id, QStringLiteral("The Alpha"));
+  const auto id = settings->addRepository("/s/alpha");
+  settings->renameRepository(*id, "The Alpha");
   settings->setRepositoryColorTag(*id, 2);
 
-  const GitModule known{QStringLiteral("/s/alpha"), QStringLiteral("/s/alpha/.git"), std::nullopt};
-  EXPECT_EQ(settings->getRepositoryInfo(known), (RepositoryInfo{known, QStringLiteral("The Alpha"), 2}));
-
-  const GitModule unknown{QStringLiteral("/s/elsewhere/beta"), QStringLiteral("/s/elsewhere/beta/.git"), std::nullopt};
-  EXPECT_EQ(settings->getRepositoryInfo(unknown), (RepositoryInfo{unknown, QStringLiteral("beta"), std::nullopt}));
+  const GitModule known{"/s/alpha", "/s/alpha/.git", std::nullopt};
+  EXPECT_EQ(settings->getRepositoryInfo(known), (RepositoryInfo{known, "The Alpha", 2}));
+  const GitModule unknown{"/s/elsewhere/beta", "/s/elsewhere/beta/.git", std::nullopt};
+  EXPECT_EQ(settings->getRepositoryInfo(unknown), (RepositoryInfo{unknown, "beta", std::nullopt}));
 
   settings->setRepositoryColorTag(*id, std::nullopt);
   EXPECT_FALSE(settings->getRepositoryInfo(known).colorTag.has_value());
 }
 
 TEST_F(RegistryTest, DeletingOneOrAllRowsLeavesCategories) {
-  const auto alpha = settings->addRepository(QStringLiteral("/s/alpha"));
-  settings->addRepository(QStringLiteral("/s/beta"));
-  settings->createCategory(QStringLiteral("Work"), std::nullopt);
+  const auto alpha = settings->addRepository("/s/alpha");
+  settings->addRepository("/s/beta");
+  settings->createCategory("Work", std::nullopt);
 
   settings->deleteRepository(*alpha);
-  EXPECT_EQ(names(settings->getRepositories()), QStringList{QStringLiteral("beta")});
+  EXPECT_EQ(names(settings->getRepositories()), QStringList{"beta"});
   settings->deleteAllRepositories();
   EXPECT_TRUE(settings->getRepositories().empty());
   EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
 TEST_F(RegistryTest, ScanRootTurnsFoldersIntoAChainOfCategoriesSharedBySiblings) {
-  const QString root = QStringLiteral("/home/ada/src");
-  settings->addRepository(root + QStringLiteral("/work/backend/api"), root);
+  const QString root = "/home/ada/src";
+  settings->addRepository(root + "/work/backend/api", root);
   advance(1);
-  settings->addRepository(root + QStringLiteral("/work/backend/db"), root);
-  settings->addRepository(root + QStringLiteral("/work/site"), root);
-  settings->addRepository(root + QStringLiteral("/toplevel"), root);
-  settings->addRepository(QStringLiteral("/elsewhere/tool"), root);
-  // A sibling folder whose name begins like the root is not inside it.
-  settings->addRepository(QStringLiteral("/home/ada/srcold/x/y"), root);
+  for (const QString& path : {root + "/work/backend/db", root + "/work/site", root + "/toplevel", QString("/elsewhere/tool"),
+                              QString("/home/ada/srcold/x/y")})  // a sibling whose name begins like the root is not inside it
+    settings->addRepository(path, root);
 
-  EXPECT_EQ(rows(QStringLiteral("SELECT categoryId, categoryName, FKParentCategoryId FROM categories ORDER BY categoryId")),
-            (QStringList{QStringLiteral("1|work|-1"), QStringLiteral("2|backend|1")}));
-  EXPECT_EQ(rows(QStringLiteral("SELECT reposityryName, FKCategoryId FROM repositories ORDER BY repositoryId")),
-            (QStringList{QStringLiteral("api|2"), QStringLiteral("db|2"), QStringLiteral("site|1"), QStringLiteral("toplevel|-1"),
-                         QStringLiteral("tool|-1"), QStringLiteral("y|-1")}));
+  EXPECT_EQ(rows("SELECT categoryId, categoryName, FKParentCategoryId FROM categories ORDER BY categoryId"),
+            (QStringList{"1|work|-1", "2|backend|1"}));
+  EXPECT_EQ(rows("SELECT reposityryName, FKCategoryId FROM repositories ORDER BY repositoryId"),
+            (QStringList{"api|2", "db|2", "site|1", "toplevel|-1", "tool|-1", "y|-1"}));
   // A trailing separator on the root changes nothing.
-  EXPECT_EQ(settings->getCategoryId(root + QStringLiteral("/work/backend/cache"), root + QStringLiteral("/")), 2);
+  EXPECT_EQ(settings->getCategoryId(root + "/work/backend/cache", root + "/"), 2);
 }
 
 TEST_F(RegistryTest, NewCategoriesArePlacedByTheClockBehindOlderOnes) {
-  const int64_t first = settings->createCategory(QStringLiteral("First"), std::nullopt);
+  const int64_t first = settings->createCategory("First", std::nullopt);
   advance(5);
-  const int64_t second = settings->createCategory(QStringLiteral("Second"), first);
-  const auto categories = settings->getCategories();
-  ASSERT_EQ(categories.size(), 2u);
-  EXPECT_EQ(categories[0], (CategoryRecord{first, QStringLiteral("First"), clock.toSecsSinceEpoch() - 5, std::nullopt}));
-  EXPECT_EQ(categories[1], (CategoryRecord{second, QStringLiteral("Second"), clock.toSecsSinceEpoch(), first}));
-  settings->renameCategory(second, QStringLiteral("Renamed"));
-  EXPECT_EQ(settings->getCategories()[1].name, QStringLiteral("Renamed"));
+  const int64_t second = settings->createCategory("Second", first);
+  EXPECT_EQ(settings->getCategories(), (std::vector<CategoryRecord>{{first, "First", clock.toSecsSinceEpoch() - 5, std::nullopt},
+                                                                    {second, "Second", clock.toSecsSinceEpoch(), first}}));
+  settings->renameCategory(second, "Renamed");
+  EXPECT_EQ(settings->getCategories()[1].name, "Renamed");
   EXPECT_EQ(settings->getParentCategory(second), first);
   EXPECT_FALSE(settings->getParentCategory(first).has_value());
   EXPECT_FALSE(settings->getParentCategory(999).has_value());

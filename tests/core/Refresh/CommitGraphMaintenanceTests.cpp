@@ -21,14 +21,14 @@ class CommitGraphMaintenanceTest : public ::testing::Test {
   void SetUp() override {
     repo.commitFile("a.txt", "1\n", "first");
     repo.commitFile("a.txt", "2\n", "second");
-    Preferences::shared().remove(QStringLiteral("keepCommitGraphUpToDate"));
-    Preferences::shared().remove(QStringLiteral("commitGraphChangedPaths"));
+    Preferences::shared().remove("keepCommitGraphUpToDate");
+    Preferences::shared().remove("commitGraphChangedPaths");
   }
   void TearDown() override {
-    Preferences::shared().remove(QStringLiteral("keepCommitGraphUpToDate"));
-    Preferences::shared().remove(QStringLiteral("commitGraphChangedPaths"));
+    Preferences::shared().remove("keepCommitGraphUpToDate");
+    Preferences::shared().remove("commitGraphChangedPaths");
   }
-  QString chain() const { return repo.gitDir() + QStringLiteral("/objects/info/commit-graphs/commit-graph-chain"); }
+  QString chain() const { return repo.gitDir() + "/objects/info/commit-graphs/commit-graph-chain"; }
   bool runIfNeeded(int commits) {
     auto job = CommitGraphMaintenance::scheduleIfNeeded(repo.module(), commits, queue);
     EXPECT_TRUE(queue->waitForDone(30000));
@@ -70,7 +70,7 @@ TEST_F(CommitGraphMaintenanceTest, NeverRunsWhenTurnedOffOrWhileAnotherGitHoldsT
   EXPECT_FALSE(QFileInfo::exists(chain()));
   Preferences::shared().setKeepCommitGraphUpToDate(true);
 
-  QFile lock(repo.gitDir() + QStringLiteral("/index.lock"));
+  QFile lock(repo.gitDir() + "/index.lock");
   ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
   lock.close();
   EXPECT_TRUE(CommitGraphMaintenance::isLocked(repo.module()));
@@ -81,14 +81,14 @@ TEST_F(CommitGraphMaintenanceTest, NeverRunsWhenTurnedOffOrWhileAnotherGitHoldsT
 }
 
 TEST_F(CommitGraphMaintenanceTest, PathFiltersAreAChoice) {
-  EXPECT_FALSE(WriteCommitGraphGitCommand::arguments(false).contains(QStringLiteral("--changed-paths")));
+  EXPECT_FALSE(WriteCommitGraphGitCommand::arguments(false).contains("--changed-paths"));
   Preferences::shared().setCommitGraphChangedPaths(true);
   EXPECT_TRUE(runIfNeeded(kLarge));
   // A graph with path filters carries their chunks: "BIDX" and "BDAT" in the file.
-  const QString graphs = repo.gitDir() + QStringLiteral("/objects/info/commit-graphs/");
+  const QString graphs = repo.gitDir() + "/objects/info/commit-graphs/";
   QFile chainFile(chain());
   ASSERT_TRUE(chainFile.open(QIODevice::ReadOnly));
-  QFile graph(graphs + QStringLiteral("graph-") + QString::fromLatin1(chainFile.readAll().trimmed()) + QStringLiteral(".graph"));
+  QFile graph(graphs + "graph-" + QString::fromLatin1(chainFile.readAll().trimmed()) + ".graph");
   ASSERT_TRUE(graph.open(QIODevice::ReadOnly));
   const QByteArray bytes = graph.readAll();
   EXPECT_TRUE(bytes.contains("BIDX") && bytes.contains("BDAT"));

@@ -1,9 +1,8 @@
 #pragma once
-// Records the git subcommands that child processes run while an instance lives, to
+// Records the git argument lists that child processes run while an instance lives, to
 // prove which reads a refresh skipped.
 #include <QStringList>
 #include <mutex>
-#include <vector>
 
 #include "Git/Process/Task.h"
 
@@ -11,58 +10,47 @@ class LaunchRecorder {
  public:
   LaunchRecorder() {
     clear();
-    Task::setLaunchObserver(&record);
+    Task::setLaunchObserver([](const QStringList& arguments) {
+      std::lock_guard lock(state().mutex);
+      state().launches.push_back(arguments);
+    });
   }
   ~LaunchRecorder() { Task::setLaunchObserver(nullptr); }
   LaunchRecorder(const LaunchRecorder&) = delete;
   LaunchRecorder& operator=(const LaunchRecorder&) = delete;
 
   void clear() {
-    std::lock_guard lock(mutex());
-    launches().clear();
+    std::lock_guard lock(state().mutex);
+    state().launches.clear();
   }
-  std::vector<QStringList> all() const {
-    std::lock_guard lock(mutex());
-    return launches();
-  }
-  // "status" for "--no-optional-locks status --porcelain -z".
+  // "status" for "--no-optional-locks status --porcelain -z": the first word that is no
+  // option nor the value of "-c" or "-C".
   QStringList subcommands() const {
+    std::lock_guard lock(state().mutex);
     QStringList names;
-    for (const QStringList& args : all()) names << subcommand(args);
+    for (const QStringList& args : state().launches) {
+      qsizetype i = 0;
+      while (i < args.size() && args[i].startsWith('-')) i += (args[i] == "-c" || args[i] == "-C") ? 2 : 1;
+      if (i < args.size()) names << args[i];
+    }
     return names;
   }
   int count(const QString& name) const { return static_cast<int>(subcommands().count(name)); }
   // Launches whose arguments end with `tail` (an exact command's own list).
   int countEndingWith(const QStringList& tail) const {
-    int n = 0;
-    for (const QStringList& args : all()) {
-      if (args.size() >= tail.size() && args.mid(args.size() - tail.size()) == tail) ++n;
-    }
-    return n;
-  }
-
-  static QString subcommand(const QStringList& args) {
-    for (qsizetype i = 0; i < args.size(); ++i) {
-      if (args[i] == QLatin1String("-c") || args[i] == QLatin1String("-C")) {
-        ++i;
-      } else if (!args[i].startsWith(QLatin1Char('-'))) {
-        return args[i];
-      }
-    }
-    return {};
+    std::lock_guard lock(state().mutex);
+    return static_cast<int>(std::count_if(state().launches.begin(), state().launches.end(), [&](const QStringList& args) {
+      return args.size() >= tail.size() && args.sliced(args.size() - tail.size()) == tail;
+    }));
   }
 
  private:
-  static void record(const QStringList& arguments) {
-    std::lock_guard lock(mutex());
-    launches().push_back(arguments);
-  }
-  static std::mutex& mutex() {
-    static std::mutex m;
-    return m;
-  }
-  static std::vector<QStringList>& launches() {
-    static std::vector<QStringList> list;
-    return list;
+  struct State {
+    std::mutex mutex;
+    QList<QStringList> launches;
+  };
+  static State& state() {
+    static State shared;
+    return shared;
   }
 };

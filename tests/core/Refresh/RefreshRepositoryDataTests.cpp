@@ -20,7 +20,7 @@ namespace {
 
 const QDateTime kDate = QDateTime::fromSecsSinceEpoch(1700000000, Qt::UTC);
 
-ReferencePtr local(const QString& name, const QString& sha = QStringLiteral("a1")) {
+ReferencePtr local(const QString& name, const QString& sha = "a1") {
   return std::make_shared<const LocalBranch>(sha, "refs/heads/" + name, name, name, kDate, false, std::nullopt);
 }
 ReferencePtr remote(const QString& name) {
@@ -53,7 +53,7 @@ TEST(Consolidate, KeepsWhatWasNotReadAndReplacesWhatWas) {
   EXPECT_EQ(afterTags[3], old[3]);
 
   // Local branches were read: "dev" is gone and "main" moved.
-  const ReferencePtr movedMain = local("main", QStringLiteral("ff"));
+  const ReferencePtr movedMain = local("main", "ff");
   const ReferenceList afterBranches =
       RefreshRepositoryReferencesGitCommand::consolidate(old, {movedMain}, Subdomain::localBranches());
   EXPECT_EQ(fullReferences(afterBranches),
@@ -91,7 +91,7 @@ TEST_F(RefreshDataTest, TheFirstReadReadsEverythingWhateverTheBits) {
   ASSERT_EQ(data->revisions->size(), 1u);
   EXPECT_EQ(data->references.head, firstSha);
   ASSERT_TRUE(data->references.activeBranch);
-  EXPECT_EQ(data->references.activeBranch->name, QStringLiteral("main"));
+  EXPECT_EQ(data->references.activeBranch->name, "main");
   EXPECT_TRUE(data->remotes.empty());
   EXPECT_TRUE(data->stashes.empty());
   EXPECT_TRUE(data->configUpdateTime.has_value());
@@ -118,7 +118,7 @@ TEST_F(RefreshDataTest, AnUntouchedConfigIsNotReadAgainAndAnEditedOneIs) {
   auto edited = refresh(data, Subdomain::remotes());
   ASSERT_TRUE(edited.isSuccess());
   ASSERT_EQ(edited.value()->remotes.size(), 1u);
-  EXPECT_EQ(edited.value()->remotes[0].name, QStringLiteral("origin"));
+  EXPECT_EQ(edited.value()->remotes[0].name, "origin");
   EXPECT_EQ(launches.countEndingWith(GetRemotesGitCommand::arguments()), 1);
   // The history wasn't asked for: the same list object, and no log read.
   EXPECT_EQ(edited.value()->revisions, data->revisions);
@@ -174,12 +174,12 @@ TEST_F(RefreshDataTest, AFilterOfTheActiveBranchFollowsACheckoutAndOthersStay) {
   // and the main thread stores the moved filter when it takes the snapshot.
   GitModuleSettings drafted = GitModuleSettings::load(repo.module());
   EXPECT_EQ(drafted.filterReferences, QStringList{"refs/heads/main"});
-  drafted.draftMessage = QStringLiteral("Work in progress");
+  drafted.draftMessage = "Work in progress";
   drafted.save(repo.module());
   EXPECT_TRUE(RefreshRepositoryReferencesGitCommand::storeFollowedFilter(repo.module(), &data->references, moved.value()->references,
                                                                           moved.value()->settings.filterReferences));
   EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, QStringList{"refs/heads/feature"});
-  EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Work in progress"));
+  EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, "Work in progress");
 
   // A filter of several branches is the user's choice, not a binding.
   const QStringList chosen{"refs/heads/feature", "refs/heads/other"};
@@ -191,7 +191,7 @@ TEST_F(RefreshDataTest, AFilterOfTheActiveBranchFollowsACheckoutAndOthersStay) {
   repo.git({"checkout", "-q", "main"});
   auto back = refresh(reread.value(), Subdomain::head() | Subdomain::localBranches());
   ASSERT_TRUE(back.isSuccess());
-  EXPECT_EQ(back.value()->references.activeBranch->name, QStringLiteral("main"));
+  EXPECT_EQ(back.value()->references.activeBranch->name, "main");
   EXPECT_EQ(GitModuleSettings::load(repo.module()).filterReferences, chosen);
   EXPECT_FALSE(RefreshRepositoryReferencesGitCommand::storeFollowedFilter(repo.module(), &reread.value()->references,
                                                                            back.value()->references, back.value()->settings.filterReferences));
@@ -215,19 +215,26 @@ TEST_F(RefreshDataTest, GitLfsHookAndCancellation) {
   EXPECT_TRUE(RefreshRepositoryDataGitCommand::execute(repo.module(), data, Subdomain::all(), {}, canceled).isError<Error::Canceled>());
 }
 
-TEST_F(RefreshDataTest, ARepositoryWithoutCommitsHasNoHistoryAndNoHead) {
-  TempRepository empty(true, QStringLiteral("empty"));
+TEST_F(RefreshDataTest, AnUnbornHeadHasNoHeadAndShowsTheOtherBranchesHistory) {
+  TempRepository empty(true, "empty");
   JobProgress progress;
   auto result = RefreshRepositoryDataGitCommand::execute(empty.module(), nullptr, Subdomain::all(), {}, progress);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   EXPECT_FALSE(result.value()->references.head);
   EXPECT_TRUE(result.value()->revisions->empty());
+
+  repo.commitFile("b.txt", "two\n", "second");
+  repo.git({"checkout", "-q", "--orphan", "fresh"});
+  const RepositoryDataPtr data = first();
+  ASSERT_TRUE(data);
+  EXPECT_FALSE(data->references.head.has_value());
+  EXPECT_EQ(data->revisions->size(), 2u);
 }
 
 // Submodules follow ".gitmodules" and Git Flow follows the config file, whatever the
 // bits of the refresh that comes next.
 TEST_F(RefreshDataTest, ASubmoduleAndGitFlowAddedOutsideAreSeenByTheNextRefresh) {
-  TempRepository library(true, QStringLiteral("library"));
+  TempRepository library(true, "library");
   library.commitFile("lib.txt", "lib\n", "library");
   const RepositoryDataPtr data = first();
   ASSERT_TRUE(data);
@@ -236,17 +243,15 @@ TEST_F(RefreshDataTest, ASubmoduleAndGitFlowAddedOutsideAreSeenByTheNextRefresh)
 
   QThread::msleep(10);  // the file times must move
   repo.git({"-c", "protocol.file.allow=always", "submodule", "add", "-q", library.path(), "lib"});
-  for (const char* entry : {"gitflow.branch.master=main", "gitflow.branch.develop=develop", "gitflow.prefix.feature=feature/",
-                            "gitflow.prefix.release=release/", "gitflow.prefix.hotfix=hotfix/", "gitflow.prefix.versiontag="}) {
-    const QStringList pair = QString::fromLatin1(entry).split(QLatin1Char('='));
-    repo.git({"config", pair[0], pair[1]});
-  }
+  for (const QString entry : {"branch.master=main", "branch.develop=develop", "prefix.feature=feature/",
+                              "prefix.release=release/", "prefix.hotfix=hotfix/", "prefix.versiontag="})
+    repo.git({"config", "gitflow." + entry.section('=', 0, 0), entry.section('=', 1)});
 
   auto next = refresh(data, Subdomain::localBranches());
   ASSERT_TRUE(next.isSuccess());
   ASSERT_EQ(next.value()->submodules.size(), 1u);
   ASSERT_TRUE(next.value()->gitFlowSettings.has_value());
-  EXPECT_EQ(next.value()->gitFlowSettings->developBranch, QStringLiteral("develop"));
+  EXPECT_EQ(next.value()->gitFlowSettings->developBranch, "develop");
 
   // Untouched files are not read again.
   LaunchRecorder launches;
@@ -262,21 +267,10 @@ TEST_F(RefreshDataTest, NewIssueTrackerRulesAreNotTakenForNoChange) {
   auto next = refresh(data, Subdomain::bugTrackerSettings());
   ASSERT_TRUE(next.isSuccess()) << (next ? "" : describe(next.error()).toStdString());
   ASSERT_EQ(next.value()->bugtrackers.bugtrackers.size(), 1u);
-  EXPECT_EQ(next.value()->bugtrackers.bugtrackers[0]->name, QStringLiteral("Jira"));
+  EXPECT_EQ(next.value()->bugtrackers.bugtrackers[0]->name, "Jira");
 
   // The same rules read again are no change.
   EXPECT_TRUE(refresh(next.value(), Subdomain::bugTrackerSettings()).isError<Error::NoChanges>());
-}
-
-TEST_F(RefreshDataTest, AnUnbornHeadBesideOtherBranchesShowsTheirHistory) {
-  repo.commitFile("b.txt", "two\n", "second");
-  repo.git({"checkout", "-q", "--orphan", "fresh"});
-  const RepositoryDataPtr data = first();
-  ASSERT_TRUE(data);
-  EXPECT_FALSE(data->references.head.has_value());
-  ASSERT_TRUE(data->revisions);
-  EXPECT_EQ(data->revisions->size(), 2u);
-
 }
 
 TEST_F(RefreshDataTest, AFailedLogGivesGitsOwnReason) {
@@ -289,8 +283,8 @@ TEST_F(RefreshDataTest, AFailedLogGivesGitsOwnReason) {
   auto revisions = GetRevisionsGitCommand::execute(repo.module(), false, false, progress);
   ASSERT_TRUE(revisions.isFailure());
   const QString text = describe(revisions.error());
-  EXPECT_TRUE(text.contains(parent.left(7)) || text.contains(QStringLiteral("Could not read"))) << text.toStdString();
-  EXPECT_FALSE(text.contains(QStringLiteral("exited with status"))) << text.toStdString();
+  EXPECT_TRUE(text.contains(parent.left(7)) || text.contains("Could not read")) << text.toStdString();
+  EXPECT_FALSE(text.contains("exited with status")) << text.toStdString();
 }
 
 // A repository that keeps its references in a reftable has no reflog files: git is asked.
@@ -298,7 +292,7 @@ TEST_F(RefreshDataTest, StashesAreAskedOfGitWhenReferencesLiveInAReftable) {
   LaunchRecorder launches;
   EXPECT_TRUE(GetStashesGitCommand::execute(repo.module()).value().empty());
   EXPECT_EQ(launches.count("log"), 0);
-  ASSERT_TRUE(QDir(repo.gitDir()).mkdir(QStringLiteral("reftable")));
+  ASSERT_TRUE(QDir(repo.gitDir()).mkdir("reftable"));
   EXPECT_TRUE(GetStashesGitCommand::execute(repo.module()).value().empty());
   EXPECT_EQ(launches.count("log"), 1);
 }

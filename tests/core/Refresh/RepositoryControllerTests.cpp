@@ -166,8 +166,8 @@ TEST_F(RepositoryControllerTest, TheStatusManagerRefreshesTheStatusWhenDue) {
 }
 
 TEST(RepositoryController, AStatusAskedForBeforeTheFirstDataStillKnowsTheSubmodules) {
-  TempRepository library(true, QStringLiteral("library"));
-  TempRepository app(true, QStringLiteral("app"));
+  TempRepository library(true, "library");
+  TempRepository app(true, "app");
   library.commitFile("lib.c", "int lib;\n", "Library");
   app.commitFile("main.c", "int main;\n", "App");
   app.git({"submodule", "add", "-q", library.path(), "ext/lib"});
@@ -180,7 +180,7 @@ TEST(RepositoryController, AStatusAskedForBeforeTheFirstDataStillKnowsTheSubmodu
   ASSERT_TRUE(waitUntilIdle(controller));
   ASSERT_TRUE(controller.repositoryStatus());
   const ChangedFileList& files = controller.repositoryStatus()->changedFiles;
-  const auto found = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->path == QStringLiteral("ext/lib"); });
+  const auto found = std::find_if(files.begin(), files.end(), [](const ChangedFilePtr& f) { return f->path == "ext/lib"; });
   ASSERT_NE(found, files.end());
   EXPECT_NE((*found)->changedSubmodule(), nullptr);
 }

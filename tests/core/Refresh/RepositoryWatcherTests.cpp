@@ -65,15 +65,15 @@ TEST(OutsideChange, FilesOfTheGitDirectoryAndTheWorkTree) {
       {"objects/ab/cdef", Subdomain::none()},
   };
   for (const auto& row : rows) EXPECT_EQ(OutsideChange::inGitDirectory(QString::fromLatin1(row.path)), row.expected) << row.path;
-  EXPECT_EQ(OutsideChange::inWorkTree(QStringLiteral("src/main.c")), Subdomain::changedFiles());
-  EXPECT_EQ(OutsideChange::inWorkTree(QStringLiteral(".gitmodules")), Subdomain::submodules() | Subdomain::changedFiles());
-  EXPECT_EQ(OutsideChange::inWorkTree(QStringLiteral(".git/index")), Subdomain::none());
+  EXPECT_EQ(OutsideChange::inWorkTree("src/main.c"), Subdomain::changedFiles());
+  EXPECT_EQ(OutsideChange::inWorkTree(".gitmodules"), Subdomain::submodules() | Subdomain::changedFiles());
+  EXPECT_EQ(OutsideChange::inWorkTree(".git/index"), Subdomain::none());
 }
 
 TEST_F(RepositoryWatcherTest, TerminalCommandsShowUpByThemselves) {
   const auto data = [&] { return controller.repositoryData(); };
   repo.git({"branch", "topic"});
-  EXPECT_TRUE(seen([&] { return data()->references.referencesByFullPath.contains(QStringLiteral("refs/heads/topic")); }));
+  EXPECT_TRUE(seen([&] { return data()->references.referencesByFullPath.contains("refs/heads/topic"); }));
 
   repo.git({"checkout", "-q", "topic"});
   EXPECT_TRUE(seen([&] { return data()->references.activeBranch && data()->references.activeBranch->name == QLatin1String("topic"); }));
@@ -116,17 +116,17 @@ TEST_F(RepositoryWatcherTest, ABurstOfChangesGivesOneRefresh) {
   EXPECT_LE(changed.count(), 2);
   const auto bits = changed.first().first().value<Subdomain>();
   EXPECT_TRUE(bits.contains(Subdomain::localBranches() | Subdomain::revisions()));
-  EXPECT_TRUE(seen([&] { return controller.repositoryData()->references.referencesByFullPath.contains(QStringLiteral("refs/heads/burst9")); }));
+  EXPECT_TRUE(seen([&] { return controller.repositoryData()->references.referencesByFullPath.contains("refs/heads/burst9"); }));
 }
 
 TEST_F(RepositoryWatcherTest, WhatTheApplicationsOwnOperationsChangeIsNotNews) {
   QSignalSpy changed(controller.watcher(), &RepositoryWatcher::changed);
   const GitModule module = repo.module();
-  queue->schedule(Job::make(QStringLiteral("Create Branch"), Job::Show::everywhere(), Job::ProgressType::infinite,
-                            [module](JobProgress& progress) {
-                              runGitCommand(module, {QStringLiteral("branch"), QStringLiteral("ours")}, &progress);
-                              runGitCommand(module, {QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("ours")}, &progress);
-                            }));
+  queue->schedule(
+      Job::make("Create Branch", Job::Show::everywhere(), Job::ProgressType::infinite, [module](JobProgress& progress) {
+        runGitCommand(module, {"branch", "ours"}, &progress);
+        runGitCommand(module, {"checkout", "-q", "ours"}, &progress);
+      }));
   ASSERT_TRUE(queue->waitForDone(10000));
   QTest::qWait(RepositoryWatcher::longestWaitMilliseconds + 600);
   EXPECT_EQ(changed.count(), 0);

@@ -51,7 +51,7 @@ TEST(NaturalCompareTest, IgnoresCaseAndComparesDigitRunsAsNumbers) {
 // The sort compares keys; they must order exactly as the comparison does, for any text.
 TEST(NaturalCompareTest, SortKeysOrderAsTheComparison) {
   std::mt19937 random(11);
-  const QString alphabet = QStringLiteral("0001239aAzZ-/. \u00e4\u00c4\u00df\u1e9e");
+  const QString alphabet = "0001239aAzZ-/. \u00e4\u00c4\u00df\u1e9e";
   std::uniform_int_distribution<int> length(0, 7);
   std::uniform_int_distribution<int> pick(0, alphabet.size() - 1);
   const auto text = [&] {
@@ -62,7 +62,7 @@ TEST(NaturalCompareTest, SortKeysOrderAsTheComparison) {
   for (int i = 0; i < 20000; ++i) {
     const QString a = text();
     const QString b = text();
-    QString keys = QStringLiteral("prefix");  // keys are appended to a shared buffer
+    QString keys = "prefix";  // keys are appended to a shared buffer
     const qsizetype startA = keys.size();
     NaturalCompare::appendSortKey(a, keys);
     const qsizetype startB = keys.size();
@@ -81,13 +81,10 @@ ChangedFilePtr file(const QString& path, ChangeType type, bool staged, std::opti
 
 TEST(ChangedFileOrderTest, PathThenSideThenTypeThenSource) {
   ChangedFileList files{
-      file(QStringLiteral("b"), ChangeType::modified, true),
-      file(QStringLiteral("a10"), ChangeType::modified, false),
-      file(QStringLiteral("b"), ChangeType::renamed, false, QStringLiteral("old")),
-      file(QStringLiteral("b"), ChangeType::deleted, false),
-      file(QStringLiteral("A2"), ChangeType::added, true),
-      file(QStringLiteral("b"), ChangeType::renamed, false),
-      file(QStringLiteral("b"), ChangeType::modified, false),
+      file("b", ChangeType::modified, true),        file("a10", ChangeType::modified, false),
+      file("b", ChangeType::renamed, false, "old"), file("b", ChangeType::deleted, false),
+      file("A2", ChangeType::added, true),          file("b", ChangeType::renamed, false),
+      file("b", ChangeType::modified, false),
   };
   GetChangedFilesGitCommand::sort(files);
   EXPECT_EQ(describe(files),
@@ -99,7 +96,7 @@ TEST(ChangedFileOrderTest, PathThenSideThenTypeThenSource) {
 // list does not shuffle between two refreshes.
 TEST(ChangedFileOrderTest, SortIsStableAndConsistentOnManyFiles) {
   std::mt19937 random(7);
-  const QString letters = QStringLiteral("aAbB0123456789/._-\u00e4\u00c4");
+  const QString letters = "aAbB0123456789/._-\u00e4\u00c4";
   std::uniform_int_distribution<int> length(1, 8);
   std::uniform_int_distribution<int> letter(0, letters.size() - 1);
   std::uniform_int_distribution<int> coin(0, 1);

@@ -14,8 +14,8 @@
 
 namespace {
 
-const QString nonAscii = QStringLiteral("\u00e4rger \u65e5\u672c.txt");
-const QString withNewline = QStringLiteral("two\nlines.txt");
+const QString nonAscii = "\u00e4rger \u65e5\u672c.txt";
+const QString withNewline = "two\nlines.txt";
 
 class StatusReadTest : public ::testing::Test {
  protected:
@@ -33,29 +33,29 @@ class StatusReadTest : public ::testing::Test {
 };
 
 TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
-  repo.writeFile(QStringLiteral(".gitignore"), "*.log\n");
-  repo.writeFile(QStringLiteral("both.txt"), "one\n");
-  repo.writeFile(QStringLiteral("moved.txt"), QByteArray("a line that makes the rename detectable\n").repeated(20));
-  repo.writeFile(QStringLiteral("gone.txt"), "bye\n");
-  repo.writeFile(QStringLiteral("becomes-link"), "plain file\n");
-  repo.writeFile(QStringLiteral("dir/a b.txt"), "blank\n");
-  repo.commit(QStringLiteral("base"));
+  repo.writeFile(".gitignore", "*.log\n");
+  repo.writeFile("both.txt", "one\n");
+  repo.writeFile("moved.txt", QByteArray("a line that makes the rename detectable\n").repeated(20));
+  repo.writeFile("gone.txt", "bye\n");
+  repo.writeFile("becomes-link", "plain file\n");
+  repo.writeFile("dir/a b.txt", "blank\n");
+  repo.commit("base");
 
-  repo.writeFile(QStringLiteral("both.txt"), "two\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("both.txt")});
-  repo.writeFile(QStringLiteral("both.txt"), "three\n");
-  repo.git({QStringLiteral("mv"), QStringLiteral("moved.txt"), QStringLiteral("renamed.txt")});
-  repo.removeFile(QStringLiteral("gone.txt"));
-  repo.removeFile(QStringLiteral("becomes-link"));
-  ASSERT_TRUE(QFile::link(QStringLiteral("both.txt"), repo.path() + QStringLiteral("/becomes-link")));
-  repo.writeFile(QStringLiteral("dir/a b.txt"), "changed\n");
+  repo.writeFile("both.txt", "two\n");
+  repo.git({"add", "both.txt"});
+  repo.writeFile("both.txt", "three\n");
+  repo.git({"mv", "moved.txt", "renamed.txt"});
+  repo.removeFile("gone.txt");
+  repo.removeFile("becomes-link");
+  ASSERT_TRUE(QFile::link("both.txt", repo.path() + "/becomes-link"));
+  repo.writeFile("dir/a b.txt", "changed\n");
   repo.writeFile(nonAscii, "new\n");
-  repo.git({QStringLiteral("add"), nonAscii});
+  repo.git({"add", nonAscii});
   repo.writeFile(withNewline, "untracked\n");
-  repo.writeFile(QStringLiteral("deep/er/untracked.txt"), "x\n");
-  repo.writeFile(QStringLiteral("build.log"), "ignored\n");
-  repo.writeFile(QStringLiteral("both.txt.~LOCAL"), "merge tool side\n");
-  repo.writeFile(QStringLiteral("both.txt.~REMOTE"), "merge tool side\n");
+  repo.writeFile("deep/er/untracked.txt", "x\n");
+  repo.writeFile("build.log", "ignored\n");
+  repo.writeFile("both.txt.~LOCAL", "merge tool side\n");
+  repo.writeFile("both.txt.~REMOTE", "merge tool side\n");
 
   const QStringList tracked{"unstaged changed 'becomes-link'",
                             "unstaged modified 'both.txt'",
@@ -65,8 +65,8 @@ TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
                          "staged renamed 'renamed.txt' from 'moved.txt'",
                          "unstaged added '" + withNewline + "' untracked new",
                          "staged added '" + nonAscii + "'"};
-  const QString deepUntracked = QStringLiteral("unstaged added 'deep/er/untracked.txt' untracked new");
-  const QString ignored = QStringLiteral("unstaged ignored 'build.log' untracked");
+  const QString deepUntracked = "unstaged added 'deep/er/untracked.txt' untracked new";
+  const QString ignored = "unstaged ignored 'build.log' untracked";
 
   EXPECT_EQ(status(), tracked + QStringList{deepUntracked} + rest);
   QStringList withoutUntracked = tracked + rest;
@@ -76,31 +76,31 @@ TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
 }
 
 TEST_F(StatusReadTest, CopiesWhenTheRepositoryAsksForThem) {
-  repo.commitFile(QStringLiteral("a.txt"), QByteArray("shared content line\n").repeated(30), QStringLiteral("base"));
-  repo.git({QStringLiteral("config"), QStringLiteral("status.renames"), QStringLiteral("copies")});
-  QFile::copy(repo.path() + QStringLiteral("/a.txt"), repo.path() + QStringLiteral("/b.txt"));
-  repo.writeFile(QStringLiteral("a.txt"), QByteArray("shared content line\n").repeated(30) + "more\n");
+  repo.commitFile("a.txt", QByteArray("shared content line\n").repeated(30), "base");
+  repo.git({"config", "status.renames", "copies"});
+  QFile::copy(repo.path() + "/a.txt", repo.path() + "/b.txt");
+  repo.writeFile("a.txt", QByteArray("shared content line\n").repeated(30) + "more\n");
   repo.stageAll();
   EXPECT_EQ(status(), (QStringList{"staged modified 'a.txt'", "staged copied 'b.txt' from 'a.txt'"}));
 }
 
 TEST_F(StatusReadTest, ConflictsOfAMergeAreUnmergedEntries) {
-  repo.commitFile(QStringLiteral("same.txt"), "base\n", QStringLiteral("base"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("side")});
-  repo.writeFile(QStringLiteral("added-both.txt"), "side\n");
-  repo.commitFile(QStringLiteral("same.txt"), "side\n", QStringLiteral("side"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
-  repo.writeFile(QStringLiteral("added-both.txt"), "main\n");
-  repo.writeFile(QStringLiteral("clean.txt"), "merges cleanly\n");
-  repo.commitFile(QStringLiteral("same.txt"), "main\n", QStringLiteral("main"));
-  repo.git({QStringLiteral("merge"), QStringLiteral("side")}, true);
+  repo.commitFile("same.txt", "base\n", "base");
+  repo.git({"checkout", "-q", "-b", "side"});
+  repo.writeFile("added-both.txt", "side\n");
+  repo.commitFile("same.txt", "side\n", "side");
+  repo.git({"checkout", "-q", "main"});
+  repo.writeFile("added-both.txt", "main\n");
+  repo.writeFile("clean.txt", "merges cleanly\n");
+  repo.commitFile("same.txt", "main\n", "main");
+  repo.git({"merge", "side"}, true);
   // What an outside merge tool leaves beside a conflicted file is not listed.
-  repo.writeFile(QStringLiteral("same.txt.~BASE"), "base\n");
+  repo.writeFile("same.txt.~BASE", "base\n");
   EXPECT_EQ(status(), (QStringList{"unstaged unmerged 'added-both.txt'", "unstaged unmerged 'same.txt'"}));
 }
 
 TEST_F(StatusReadTest, FailuresAreValues) {
-  auto missing = GetChangedFilesGitCommand::execute(GitModule{repo.path() + QStringLiteral("/nowhere"), {}, {}}, {}, false, false);
+  auto missing = GetChangedFilesGitCommand::execute(GitModule{repo.path() + "/nowhere", {}, {}}, {}, false, false);
   EXPECT_TRUE(missing.isError<Error::GitWorkingDirectoryNotExists>());
 
   // A canceled refresh ends quietly, not with git's complaint.
@@ -111,18 +111,18 @@ TEST_F(StatusReadTest, FailuresAreValues) {
   TempRepository plainFolder(false);
   auto notRepository = GetChangedFilesGitCommand::execute(plainFolder.module(), {}, false, false);
   ASSERT_TRUE(notRepository.isError<Error::GitUnknownError>());
-  EXPECT_TRUE(notRepository.errorAs<Error::GitUnknownError>()->error.contains(QStringLiteral("not a git repository")));
+  EXPECT_TRUE(notRepository.errorAs<Error::GitUnknownError>()->error.contains("not a git repository"));
 }
 
 TEST_F(StatusReadTest, FilesOfACommitAgainstItsParentTheEmptyTreeOrAnotherCommit) {
   repo.writeFile(nonAscii, "x\n");
-  repo.writeFile(QStringLiteral("keep.txt"), QByteArray("content to follow across a rename\n").repeated(10));
-  const QString root = repo.commit(QStringLiteral("root"));
-  repo.git({QStringLiteral("mv"), QStringLiteral("keep.txt"), QStringLiteral("kept.txt")});
+  repo.writeFile("keep.txt", QByteArray("content to follow across a rename\n").repeated(10));
+  const QString root = repo.commit("root");
+  repo.git({"mv", "keep.txt", "kept.txt"});
   repo.writeFile(nonAscii, "y\n");
-  const QString second = repo.commit(QStringLiteral("second"));
-  repo.writeFile(QStringLiteral("third.txt"), "3\n");
-  const QString third = repo.commit(QStringLiteral("third"));
+  const QString second = repo.commit("second");
+  repo.writeFile("third.txt", "3\n");
+  const QString third = repo.commit("third");
 
   auto rootFiles = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), root, std::nullopt, {});
   ASSERT_TRUE(rootFiles.isSuccess());
@@ -141,26 +141,26 @@ TEST_F(StatusReadTest, FilesOfACommitAgainstItsParentTheEmptyTreeOrAnotherCommit
                                                   "unstaged modified '" + nonAscii + "'"}));
   for (const auto& f : range.value()) EXPECT_EQ(f->treeIsh, third);
 
-  EXPECT_TRUE(GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), QStringLiteral("no-such-commit"), std::nullopt, {})
+  EXPECT_TRUE(GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), "no-such-commit", std::nullopt, {})
                   .isError<Error::GitUnknownError>());
 }
 
 TEST_F(StatusReadTest, StagedFilesForAmendSeeTheIndexAgainstThePreviousCommit) {
-  repo.writeFile(QStringLiteral("first.txt"), "1\n");
-  repo.commit(QStringLiteral("root"));
-  repo.writeFile(QStringLiteral("staged.txt"), "s\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("staged.txt")});
-  repo.writeFile(QStringLiteral("unstaged.txt"), "u\n");
+  repo.writeFile("first.txt", "1\n");
+  repo.commit("root");
+  repo.writeFile("staged.txt", "s\n");
+  repo.git({"add", "staged.txt"});
+  repo.writeFile("unstaged.txt", "u\n");
 
   // The last commit is the root: everything it holds plus the index counts as added.
   auto onRoot = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
   ASSERT_TRUE(onRoot.isSuccess());
   EXPECT_EQ(describe(onRoot.value()), (QStringList{"staged added 'first.txt'", "staged added 'staged.txt'"}));
-  EXPECT_EQ(onRoot.value()[0]->fileMode, QStringLiteral("100644"));
+  EXPECT_EQ(onRoot.value()[0]->fileMode, "100644");
 
-  repo.commit(QStringLiteral("second"));  // takes unstaged.txt too
-  repo.writeFile(QStringLiteral("first.txt"), "changed\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("first.txt")});
+  repo.commit("second");  // takes unstaged.txt too
+  repo.writeFile("first.txt", "changed\n");
+  repo.git({"add", "first.txt"});
   auto onSecond = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
   ASSERT_TRUE(onSecond.isSuccess());
   EXPECT_EQ(describe(onSecond.value()),

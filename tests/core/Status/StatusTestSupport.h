@@ -7,13 +7,13 @@
 #include "Models/ChangedFile.h"
 
 inline QString describe(const ChangedFile& file) {
-  QString text = (file.staged ? QStringLiteral("staged ") : QStringLiteral("unstaged ")) +
-                 ChangedFile::changeTypeName(file.changeType) + QStringLiteral(" '") + file.path + QLatin1Char('\'');
-  if (file.oldPath) text += QStringLiteral(" from '") + *file.oldPath + QLatin1Char('\'');
-  if (!file.tracked) text += QStringLiteral(" untracked");
-  if (file.isNew) text += QStringLiteral(" new");
-  if (file.isDirectory) text += QStringLiteral(" directory");
-  if (const Submodule* submodule = file.changedSubmodule()) text += QStringLiteral(" submodule=") + submodule->name;
+  QString text = (file.staged ? QStringLiteral("staged ") : "unstaged ") + ChangedFile::changeTypeName(file.changeType) + " '" +
+                 file.path + QLatin1Char('\'');
+  if (file.oldPath) text += " from '" + *file.oldPath + QLatin1Char('\'');
+  if (!file.tracked) text += " untracked";
+  if (file.isNew) text += " new";
+  if (file.isDirectory) text += " directory";
+  if (const Submodule* submodule = file.changedSubmodule()) text += " submodule=" + submodule->name;
   return text;
 }
 

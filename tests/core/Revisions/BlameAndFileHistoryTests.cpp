@@ -38,8 +38,8 @@ TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
   // The rename does not own the lines, and both runs of a commit share its info.
   EXPECT_EQ(chunks[0].revisionInfo, chunks[2].revisionInfo);
   EXPECT_EQ(chunks[1].revisionInfo, chunks[3].revisionInfo);
-  EXPECT_EQ(chunks[0].revisionInfo->author, QStringLiteral("Ada"));
-  EXPECT_EQ(chunks[1].revisionInfo->message, QStringLiteral("Shout two and four"));
+  EXPECT_EQ(chunks[0].revisionInfo->author, "Ada");
+  EXPECT_EQ(chunks[1].revisionInfo->message, "Shout two and four");
   EXPECT_FALSE(chunks[1].revisionInfo->authorMail.contains('<'));
   EXPECT_TRUE(chunks[1].revisionInfo->authorDate.isValid());
 
@@ -77,6 +77,12 @@ TEST(Blame, BrokenOutputIsAFailureNotAGuess) {
   EXPECT_TRUE(GetBlameGitCommand::parse("hello world\n").isError<Error::CannotParse>());
 }
 
+QStringList subjects(const std::vector<RevisionWithFiles>& entries) {
+  QStringList result;
+  for (const auto& entry : entries) result << entry.revision->message();
+  return result;
+}
+
 TEST(FileHistory, FollowsTheFileBackPastItsRename) {
   TempRepository repo;
   repo.commitFile("dir/a.txt", "1\n", "Create");
@@ -89,30 +95,38 @@ TEST(FileHistory, FollowsTheFileBackPastItsRename) {
 
   const auto result = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt");
   ASSERT_TRUE(result.isSuccess());
-  QStringList subjects;
-  for (const auto& entry : result.value()) subjects << entry.revision->message();
-  EXPECT_EQ(subjects, (QStringList{"Grow again", "Rename", "Grow", "Create"}));
+  EXPECT_EQ(subjects(result.value()), (QStringList{"Grow again", "Rename", "Grow", "Create"}));
   const auto& rename = result.value()[1].changedFiles;
   ASSERT_EQ(rename.size(), 1u);
   EXPECT_EQ(rename[0]->changeType, ChangeType::renamed);
-  EXPECT_EQ(rename[0]->oldPath, QStringLiteral("dir/a.txt"));
-  EXPECT_EQ(rename[0]->path, QStringLiteral("dir/b ë.txt"));
-  EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, QStringLiteral("dir/a.txt"));
+  EXPECT_EQ(rename[0]->oldPath, "dir/a.txt");
+  EXPECT_EQ(rename[0]->path, "dir/b ë.txt");
+  EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, "dir/a.txt");
+  // Revisions of one author share one identity.
+  EXPECT_EQ(result.value()[0].revision->authorIdentity(), result.value()[3].revision->authorIdentity());
 
   // A folder's history is everything under it, each commit with its files there.
   const auto folder = GetFileHistoryGitCommand::execute(repo.module(), "dir/");
   ASSERT_TRUE(folder.isSuccess());
-  subjects.clear();
-  for (const auto& entry : folder.value()) subjects << entry.revision->message();
-  EXPECT_EQ(subjects, (QStringList{"Beside it", "Grow again", "Rename", "Grow", "Create"}));
-  EXPECT_EQ(folder.value()[0].changedFiles.at(0)->path, QStringLiteral("dir/sub/c.txt"));
+  EXPECT_EQ(subjects(folder.value()), (QStringList{"Beside it", "Grow again", "Rename", "Grow", "Create"}));
+  EXPECT_EQ(folder.value()[0].changedFiles.at(0)->path, "dir/sub/c.txt");
   EXPECT_EQ(folder.value()[2].changedFiles.at(0)->changeType, ChangeType::renamed);
 
   // A limiting revision narrows it.
-  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("HEAD~2"));
+  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", "HEAD~2");
   ASSERT_TRUE(limited.isSuccess());
   EXPECT_EQ(limited.value().size(), 3u);
-  EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", QStringLiteral("no-such-branch")).isFailure());
+  EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", "no-such-branch").isFailure());
+}
+
+// "path/" for a folder, "path@sha" for a submodule's commit.
+QStringList shape(const GitResult<std::vector<FileTreeItem>>& items) {
+  QStringList result;
+  for (const FileTreeItem& item : items.value()) {
+    const bool folder = item.itemType == FileTreeItemType::directory;
+    result << item.filePath + (folder ? "/" : item.itemType == FileTreeItemType::revision ? "@" + item.treeSha : "");
+  }
+  return result;
 }
 
 TEST(FileTree, FoldersOpenOneAtATimeAndASubmoduleIsACommit) {
@@ -125,25 +139,12 @@ TEST(FileTree, FoldersOpenOneAtATimeAndASubmoduleIsACommit) {
 
   const auto top = GetTreeItemsGitCommand::execute(repo.module(), repo.headSha(), "");
   ASSERT_TRUE(top.isSuccess());
-  ASSERT_EQ(top.value().size(), 3u);
-  EXPECT_EQ(top.value()[0].fileName, QStringLiteral(".gitmodules"));
-  EXPECT_EQ(top.value()[0].itemType, FileTreeItemType::file);
-  EXPECT_EQ(top.value()[1].filePath, QStringLiteral("src"));
-  EXPECT_EQ(top.value()[1].itemType, FileTreeItemType::directory);
-
-  const auto vendor = GetTreeItemsGitCommand::execute(repo.module(), top.value()[2].treeSha, "vendor");
-  ASSERT_TRUE(vendor.isSuccess());
-  ASSERT_EQ(vendor.value().size(), 1u);
-  EXPECT_EQ(vendor.value()[0].filePath, QStringLiteral("vendor/lib"));
-  EXPECT_EQ(vendor.value()[0].itemType, FileTreeItemType::revision);
-  EXPECT_EQ(vendor.value()[0].treeSha, inner.headSha());
-
+  EXPECT_EQ(shape(top), (QStringList{".gitmodules", "src/", "vendor/"}));
+  EXPECT_EQ(shape(GetTreeItemsGitCommand::execute(repo.module(), top.value()[2].treeSha, "vendor")),
+            QStringList{"vendor/lib@" + inner.headSha()});
   const auto src = GetTreeItemsGitCommand::execute(repo.module(), top.value()[1].treeSha, "src");
-  ASSERT_TRUE(src.isSuccess());
-  ASSERT_EQ(src.value().size(), 1u);
-  EXPECT_EQ(src.value()[0].filePath, QStringLiteral("src/deep"));
-  EXPECT_EQ(src.value()[0].itemType, FileTreeItemType::directory);
-
+  EXPECT_EQ(shape(src), QStringList{"src/deep/"});
+  EXPECT_EQ(src.value()[0].fileName, "deep");
   EXPECT_TRUE(GetTreeItemsGitCommand::execute(repo.module(), QString(40, 'e'), "").isFailure());
 }
 

@@ -7,9 +7,9 @@
 
 namespace {
 
-const QString kA = QStringLiteral("0123456789abcdef0123456789abcdef01234567");
-const QString kB = QStringLiteral("89abcdef0123456789abcdef0123456789abcdef");
-const QString kC = QStringLiteral("fedcba9876543210fedcba9876543210fedcba98");
+const QString kA = "0123456789abcdef0123456789abcdef01234567";
+const QString kB = "89abcdef0123456789abcdef0123456789abcdef";
+const QString kC = "fedcba9876543210fedcba9876543210fedcba98";
 
 Sha sha(const QString& hex) { return *Sha::fromHex(QStringView(hex)); }
 
@@ -18,7 +18,7 @@ TEST(ShaTest, RoundTripsAndRejectsAnythingButFortyHexDigits) {
   ASSERT_TRUE(parsed);
   EXPECT_EQ(parsed->toString(), kA);  // printed in lower case
   EXPECT_EQ(Sha::fromHex(QByteArrayView(kA.toLatin1())), parsed);
-  EXPECT_EQ(parsed->abbreviated(), QStringLiteral("0123456"));
+  EXPECT_EQ(parsed->abbreviated(), "0123456");
   EXPECT_FALSE(parsed->isNull());
   EXPECT_TRUE(Sha().isNull());
 
@@ -59,28 +59,23 @@ TEST(RevisionTest, HoldsItsFieldsAndComparesByValue) {
   EXPECT_NE(interner.intern(QByteArrayView("Ada Lovelace"), QByteArrayView("ada@other.org")), ada);
   EXPECT_EQ(interner.size(), 2);
 
-  const Revision merge(sha(kA), sha(kB), ParentShas{sha(kB), sha(kC)}, CompactText::fromText(QStringLiteral("Merge ‘x’ — ✓")),
-                       ada, 1700000000);
-  EXPECT_EQ(merge.message(), QStringLiteral("Merge ‘x’ — ✓"));
-  EXPECT_EQ(merge.authorEmail(), QStringLiteral("ada@example.org"));
+  const Revision merge(sha(kA), sha(kB), ParentShas{sha(kB), sha(kC)}, CompactText::fromText("Merge ‘x’ — ✓"), ada, 1700000000);
+  EXPECT_EQ(merge.message(), "Merge ‘x’ — ✓");
+  EXPECT_EQ(merge.authorEmail(), "ada@example.org");
   EXPECT_TRUE(Revision(sha(kA), sha(kB), {}, {}, nullptr, 0).author().isEmpty());
 
-  auto same = Revision::create(kA, kB, {kB, kC}, QStringLiteral("Merge ‘x’ — ✓"), QStringLiteral("Ada Lovelace"),
-                               QStringLiteral("ada@example.org"), 1700000000);
+  auto same = Revision::create(kA, kB, {kB, kC}, "Merge ‘x’ — ✓", "Ada Lovelace", "ada@example.org", 1700000000);
   ASSERT_TRUE(same);
   EXPECT_TRUE(*same == merge);
-  auto otherMessage = Revision::create(kA, kB, {kB, kC}, QStringLiteral("Merge"), QStringLiteral("Ada Lovelace"),
-                                       QStringLiteral("ada@example.org"), 1700000000);
+  auto otherMessage = Revision::create(kA, kB, {kB, kC}, "Merge", "Ada Lovelace", "ada@example.org", 1700000000);
   EXPECT_FALSE(*otherMessage == merge);
-  EXPECT_FALSE(Revision::create(QStringLiteral("abc"), kB, {}, {}, {}, {}, 0));
-  EXPECT_FALSE(Revision::create(kA, kB, {QStringLiteral("nope")}, {}, {}, {}, 0));
+  EXPECT_FALSE(Revision::create("abc", kB, {}, {}, {}, {}, 0));
+  EXPECT_FALSE(Revision::create(kA, kB, {"nope"}, {}, {}, {}, 0));
 
   // A stash never equals a plain revision with the same data, and compares its name.
-  const StashRevision stash0(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText(QStringLiteral("WIP")), ada, 5,
-                             QStringLiteral("stash@{0}"));
-  const StashRevision stash1(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText(QStringLiteral("WIP")), ada, 5,
-                             QStringLiteral("stash@{1}"));
-  const Revision plain(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText(QStringLiteral("WIP")), ada, 5);
+  const StashRevision stash0(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText("WIP"), ada, 5, "stash@{0}");
+  const StashRevision stash1(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText("WIP"), ada, 5, "stash@{1}");
+  const Revision plain(sha(kA), sha(kB), ParentShas(sha(kB)), CompactText::fromText("WIP"), ada, 5);
   EXPECT_TRUE(stash0.isStash());
   EXPECT_FALSE(stash0 == plain);
   EXPECT_FALSE(plain == stash0);

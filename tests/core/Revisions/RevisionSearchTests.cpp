@@ -12,7 +12,7 @@
 #include "Jobs/JobQueue.h"
 #include "Repository/RepositoryController.h"
 #include "Repository/RevisionSearchCommand.h"
-#include "support/TempRepository.h"
+#include "RevisionsTestSupport.h"
 
 namespace {
 
@@ -86,9 +86,9 @@ TEST_F(SearchHistory, FileSearchesCarryTheirFilesUpToTheLastRecord) {
   const auto found = search(RevisionSearchType::diffPath, "docs");
   ASSERT_EQ(found.size(), 1u);
   ASSERT_EQ(found[0].changedFiles.size(), 1u);
-  EXPECT_EQ(found[0].changedFiles[0]->path, QStringLiteral("docs/readme.txt"));
+  EXPECT_EQ(found[0].changedFiles[0]->path, "docs/readme.txt");
   EXPECT_EQ(found[0].changedFiles[0]->changeType, ChangeType::added);
-  EXPECT_EQ(found[0].revision->author(), QStringLiteral("Ben Keller"));
+  EXPECT_EQ(found[0].revision->author(), "Ben Keller");
 }
 
 TEST_F(SearchHistory, AFailingGitIsAFailure) {
@@ -99,15 +99,7 @@ TEST_F(SearchHistory, AFailingGitIsAFailure) {
 
 TEST(RevisionSearchLimit, MoreThanAThousandMatchesGiveTheFirstThousand) {
   TempRepository big;
-  QByteArray script;
-  for (int i = 1; i <= 1100; ++i) {
-    const QByteArray n = QByteArray::number(i);
-    const QByteArray message = "match " + n;
-    script += "commit refs/heads/main\nmark :" + n + "\nauthor A <a@x> " + QByteArray::number(1600000000 + i) +
-              " +0000\ncommitter C <c@x> 1600000000 +0000\ndata " + QByteArray::number(message.size()) + "\n" + message + "\n";
-    if (i > 1) script += "from :" + QByteArray::number(i - 1) + "\n";
-  }
-  big.gitBytes({"fast-import", "--quiet"}, script);
+  importLinearHistory(big, 1100, "match ");
   int count = 0;
   QString first;
   const auto result = RevisionSearchGitCommand::execute(
@@ -118,7 +110,7 @@ TEST(RevisionSearchLimit, MoreThanAThousandMatchesGiveTheFirstThousand) {
       nullptr);
   ASSERT_TRUE(result.isSuccess());
   EXPECT_EQ(count, RevisionSearchGitCommand::maxCount);
-  EXPECT_EQ(first, QStringLiteral("match 1100"));
+  EXPECT_EQ(first, "match 1100");
 }
 
 TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingOnFromTheLast) {

@@ -59,13 +59,3 @@ ChangedFilePtr RevisionParser::readChangedFile(const QString& line) {
   }
   return file;
 }
-
-std::vector<ChangedFilePtr> RevisionParser::readChangedFiles(const QStringList& lines, qsizetype& index) {
-  std::vector<ChangedFilePtr> files;
-  while (index < lines.size()) {
-    const QString& line = lines.at(index++);
-    if (line.isEmpty()) break;
-    if (auto file = readChangedFile(line)) files.push_back(std::move(file));
-  }
-  return files;
-}

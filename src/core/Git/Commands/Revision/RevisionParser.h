@@ -19,9 +19,6 @@ class RevisionParser {
   // "M\tpath", "R100\told\tnew": one changed file; nothing (and a log line) with fewer
   // than two fields.
   static ChangedFilePtr readChangedFile(const QString& line);
-  // Reads changed-file lines from `index` up to an empty line or the end, and leaves
-  // `index` behind that empty line.
-  static std::vector<ChangedFilePtr> readChangedFiles(const QStringList& lines, qsizetype& index);
 
  private:
   IdentityInterner interner_;  // shared by all revisions this parser makes

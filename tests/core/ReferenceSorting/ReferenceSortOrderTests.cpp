@@ -5,8 +5,8 @@
 
 namespace {
 TagPtr tag(const QString& name, qint64 time) {
-  return std::make_shared<Tag>(QStringLiteral("0123"), QStringLiteral("refs/tags/") + name, name, name,
-                               QDateTime::fromSecsSinceEpoch(time, Qt::UTC), std::nullopt);
+  return std::make_shared<Tag>("0123", "refs/tags/" + name, name, name, QDateTime::fromSecsSinceEpoch(time, Qt::UTC),
+                               std::nullopt);
 }
 QStringList names(const std::vector<TagPtr>& tags) {
   QStringList out;

@@ -61,8 +61,8 @@ class ReferencesRepositoryTest : public ::testing::Test {
     clone.git({"branch", "ünïcode-ß"});
   }
 
-  TempRepository upstream{true, QStringLiteral("upstream")};
-  TempRepository clone{false, QStringLiteral("clone")};
+  TempRepository upstream{true, "upstream"};
+  TempRepository clone{false, "clone"};
   QString first, second;
 };
 
@@ -75,31 +75,24 @@ TEST_F(ReferencesRepositoryTest, ReadsBranchesRemotesAndBothKindsOfTag) {
                          "refs/remotes/origin/main", "refs/tags/blob-tag", "refs/tags/light", "refs/tags/tree-tag",
                          "refs/tags/v1.0"}));  // no origin/HEAD
 
-  auto main = find<LocalBranch>(refs, "refs/heads/main");
-  ASSERT_TRUE(main);
-  EXPECT_TRUE(main->isActive);
-  EXPECT_EQ(main->sha, second);
-  EXPECT_EQ(main->upstreamFullReference, QStringLiteral("refs/remotes/origin/main"));
-  EXPECT_EQ(main->committerDate.toSecsSinceEpoch(), 1600000000);
-
-  auto unicode = find<LocalBranch>(refs, "refs/heads/ünïcode-ß");
-  ASSERT_TRUE(unicode);
-  EXPECT_FALSE(unicode->isActive);
-  EXPECT_FALSE(unicode->upstreamFullReference);
-  ASSERT_TRUE(find<RemoteBranch>(refs, "refs/remotes/origin/feature/x"));
-  EXPECT_EQ(find<RemoteBranch>(refs, "refs/remotes/origin/feature/x")->sha, first);
-
-  auto annotated = find<Tag>(refs, "refs/tags/v1.0");
-  ASSERT_TRUE(annotated);
-  EXPECT_NE(annotated->sha, first);  // the tag object
-  EXPECT_EQ(annotated->dereferencedSha, first);
-  EXPECT_EQ(annotated->committerDate.toSecsSinceEpoch(), 1500000000);  // from the commit, not the tag
-
-  auto light = find<Tag>(refs, "refs/tags/light");
-  ASSERT_TRUE(light);
-  EXPECT_EQ(light->sha, second);
-  EXPECT_FALSE(light->dereferencedSha);
-
+  // A tag object's date is its commit's; a local branch tracks its remote one.
+  const QString tagObject = clone.git({"rev-parse", "refs/tags/v1.0"}).trimmed();
+  const ReferenceList expected{
+      std::make_shared<const LocalBranch>(first, "refs/heads/feature/x", "feature/x", "feature/x", utc(1500000000), false,
+                                          "refs/remotes/origin/feature/x"),
+      std::make_shared<const LocalBranch>(second, "refs/heads/main", "main", "main", utc(1600000000), true,
+                                          "refs/remotes/origin/main"),
+      std::make_shared<const LocalBranch>(second, "refs/heads/ünïcode-ß", "ünïcode-ß", "ünïcode-ß", utc(1600000000), false,
+                                          std::nullopt),
+      std::make_shared<const RemoteBranch>(first, "refs/remotes/origin/feature/x", "feature/x", "origin/feature/x",
+                                           utc(1500000000), "origin"),
+      std::make_shared<const Tag>(second, "refs/tags/light", "light", "light", utc(1600000000), std::nullopt),
+      std::make_shared<const Tag>(tagObject, "refs/tags/v1.0", "v1.0", "v1.0", utc(1500000000), first)};
+  for (const auto& reference : expected) {
+    ASSERT_TRUE(find<Reference>(refs, reference->fullReference)) << reference->fullReference.toStdString();
+    EXPECT_EQ(*find<Reference>(refs, reference->fullReference), *reference);
+  }
+  EXPECT_NE(tagObject, first);
   for (const char* dateless : {"refs/tags/blob-tag", "refs/tags/tree-tag"}) {
     ASSERT_TRUE(find<Tag>(refs, dateless)) << dateless;
     EXPECT_FALSE(find<Tag>(refs, dateless)->committerDate.isValid()) << dateless;
@@ -207,7 +200,7 @@ TEST(EmptyRepositoryTest, HasNoReferencesNoRemotesAndNoHead) {
 }
 
 TEST(MissingRepositoryTest, FailsWithTheDirectory) {
-  const GitModule gone{QStringLiteral("/nonexistent/jelv/repo"), QStringLiteral("/nonexistent/jelv/repo/.git"), std::nullopt};
+  const GitModule gone{"/nonexistent/jelv/repo", "/nonexistent/jelv/repo/.git", std::nullopt};
   EXPECT_TRUE(GetReferencesGitCommand::execute(gone, Subdomain::all()).isError<Error::GitWorkingDirectoryNotExists>());
   EXPECT_TRUE(GetHeadGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
   EXPECT_TRUE(GetBehindAheadInfoGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
@@ -228,12 +221,12 @@ TEST(GetRemotesGitCommandTest, ReadsUrlsAndImplicitFetchInConfigurationOrder) {
   const auto& remotes = result.value();
   EXPECT_EQ(names(remotes), (QStringList{"origin", "my.fork", "local"}));
 
-  EXPECT_EQ(remotes[0].repositoryUrl.rawUrlString, QStringLiteral("https://github.com/jelv/jelv.git"));
-  EXPECT_EQ(remotes[0].repositoryUrl.repositoryName, QStringLiteral("jelv"));
+  EXPECT_EQ(remotes[0].repositoryUrl.rawUrlString, "https://github.com/jelv/jelv.git");
+  EXPECT_EQ(remotes[0].repositoryUrl.repositoryName, "jelv");
   EXPECT_FALSE(remotes[0].disableImplicitFetch);
-  EXPECT_EQ(remotes[1].repositoryUrl.user, QStringLiteral("someone"));
+  EXPECT_EQ(remotes[1].repositoryUrl.user, "someone");
   EXPECT_TRUE(remotes[1].disableImplicitFetch);  // git prints the key in lower case
-  EXPECT_EQ(remotes[2].repositoryUrl.rawUrlString, QStringLiteral("/srv/git/repo.v2 backup/x.git"));
+  EXPECT_EQ(remotes[2].repositoryUrl.rawUrlString, "/srv/git/repo.v2 backup/x.git");
 }
 
 TEST(GetRemotesParseTest, GathersLinesPerRemoteAndLogsWhatItCannotRead) {
@@ -252,9 +245,9 @@ TEST(GetRemotesParseTest, GathersLinesPerRemoteAndLogsWhatItCannotRead) {
   ASSERT_EQ(names(remotes), (QStringList{"origin", "up", "last"}));
   EXPECT_FALSE(remotes[0].disableImplicitFetch);
   // The later url of a remote wins.
-  EXPECT_EQ(remotes[1].repositoryUrl.rawUrlString, QStringLiteral("https://example.com/second.git"));
+  EXPECT_EQ(remotes[1].repositoryUrl.rawUrlString, "https://example.com/second.git");
   EXPECT_TRUE(remotes[2].disableImplicitFetch);  // set before the url, kept
-  EXPECT_EQ(remotes[2].repositoryUrl.host, QStringLiteral("example.com"));
+  EXPECT_EQ(remotes[2].repositoryUrl.host, "example.com");
   EXPECT_TRUE(log.contains("Cannot parse remote config line: 'garbage line'"));
   EXPECT_TRUE(log.contains("Cannot parse remote line 'remote.up.url ../relative/path'"));
   EXPECT_TRUE(GetRemotesGitCommand::parse(QString()).empty());

@@ -1,8 +1,18 @@
 #pragma once
-// Helpers of the reference tests: captured log lines and fixed commit dates.
+// Helpers of the reference tests: captured log lines, fixed commit dates, readable references.
 #include <QByteArray>
+#include <ostream>
 
+#include "Models/Reference.h"
 #include "support/LogCapture.h"
+
+inline QDateTime utc(qint64 seconds) { return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC); }
+
+// A reference equals another of the same class and fields; on failure show the common ones.
+inline void PrintTo(const Reference& ref, std::ostream* out) {
+  *out << int(ref.kind()) << ' ' << ref.fullReference.toStdString() << " '" << ref.name.toStdString() << "' '"
+       << ref.fullName.toStdString() << "' " << ref.sha.toStdString() << ' ' << ref.committerDate.toSecsSinceEpoch();
+}
 
 // Sets author and committer dates for the git commands run while it lives.
 class FixedDates {

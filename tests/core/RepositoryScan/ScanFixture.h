@@ -14,9 +14,9 @@ inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << tex
 class ScanTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    root = QFileInfo(tree.path()).canonicalFilePath() + QStringLiteral("/src");
+    root = QFileInfo(tree.path()).canonicalFilePath() + "/src";
     QDir().mkpath(root);
-    settings = std::make_unique<AppSettings>(dbDir.path() + QStringLiteral("/db.sqlite3"));
+    settings = std::make_unique<AppSettings>(dbDir.path() + "/db.sqlite3");
     settings->initializeDatabase();
   }
 
@@ -26,10 +26,8 @@ class ScanTest : public ::testing::Test {
   QString makeRepository(const QString& relative) const {
     const QString path = at(relative);
     QDir().mkpath(path);
-    runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("main")}, path);
-    runProgram(QStringLiteral("git"),
-               {QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("--allow-empty"), QStringLiteral("-m"), QStringLiteral("init")},
-               path);
+    runProgram("git", {"init", "-q", "-b", "main"}, path);
+    runProgram("git", {"commit", "-q", "--allow-empty", "-m", "init"}, path);
     return path;
   }
   void makeFolder(const QString& relative) const { QDir().mkpath(at(relative)); }

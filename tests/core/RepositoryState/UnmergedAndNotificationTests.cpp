@@ -21,8 +21,8 @@ QString sides(const UnmergedFile& file) {
   if (file.baseVersion) stages += QString::number(file.baseVersion->stage());
   if (file.localVersion) stages += QString::number(file.localVersion->stage());
   if (file.remoteVersion) stages += QString::number(file.remoteVersion->stage());
-  return file.path + L(" ") + stages + L(" local:") + QString::number(static_cast<int>(file.localChangeType)) +
-         L(" remote:") + QString::number(static_cast<int>(file.remoteChangeType));
+  return file.path + " " + stages + " local:" + QString::number(static_cast<int>(file.localChangeType)) +
+         " remote:" + QString::number(static_cast<int>(file.remoteChangeType));
 }
 
 // Rows are `git ls-files --unmerged -z` output of real conflicts.
@@ -42,10 +42,10 @@ TEST(UnmergedFilesParserTest, GathersTheStagesOfEachPath) {
   QStringList described;
   for (const auto& file : files) described << sides(file);
   // 0 modified, 1 added, 2 deleted
-  EXPECT_EQ(described, (QStringList{L("both modified.txt 123 local:0 remote:0"), L("added\tby both 23 local:1 remote:1"),
-                                    L("deleted-by-them  12 local:0 remote:2"), L("deleted-by-us 13 local:2 remote:0"),
-                                    L("deleted-by-both 1 local:2 remote:2")}));
-  EXPECT_EQ(files[0].remoteVersion->mode, L("100755"));
+  EXPECT_EQ(described, (QStringList{"both modified.txt 123 local:0 remote:0", "added\tby both 23 local:1 remote:1",
+                                    "deleted-by-them  12 local:0 remote:2", "deleted-by-us 13 local:2 remote:0",
+                                    "deleted-by-both 1 local:2 remote:2"}));
+  EXPECT_EQ(files[0].remoteVersion->mode, "100755");
   EXPECT_EQ(files[0].baseVersion->sha, L(kBlobA));
 }
 
@@ -60,19 +60,18 @@ TEST(UnmergedFilesParserTest, BadEntriesAreLoggedAndDropped) {
         "\n100644 abc 3\tgood\0"
         "100644 abc 1"));  // cut off
   ASSERT_EQ(files.size(), 1u);
-  EXPECT_EQ(sides(files[0]), L("good 23 local:1 remote:1"));
+  EXPECT_EQ(sides(files[0]), "good 23 local:1 remote:1");
   EXPECT_EQ(log.messages(AdvancedLogger::Level::error).size(), 5);
 }
 
 UnmergedFileList conflicts(int count) {
   UnmergedFileList files;
-  for (int i = 0; i < count; ++i) files.push_back(UnmergedFile{L("f") + QString::number(i), {}, {}, {}, {}, {}});
+  for (int i = 0; i < count; ++i) files.push_back(UnmergedFile{"f" + QString::number(i), {}, {}, {}, {}, {}});
   return files;
 }
 
 ReferencePtr branch(const char* name, const char* sha = "aaaa") {
-  return std::make_shared<const LocalBranch>(L(sha), L("refs/heads/") + L(name), L(name), L(name), QDateTime(), false,
-                                             std::nullopt);
+  return std::make_shared<const LocalBranch>(L(sha), "refs/heads/" + L(name), L(name), L(name), QDateTime(), false, std::nullopt);
 }
 
 TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
@@ -81,13 +80,13 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
     const char* message;
     const char* action;  // null for none
   };
-  S::RebaseInProgress rebase{branch("topic"), branch("main"), L("abc"), 1, 1, conflicts(1), false, {}};
+  S::RebaseInProgress rebase{branch("topic"), branch("main"), "abc", 1, 1, conflicts(1), false, {}};
   S::RebaseInProgress clean = rebase;
   clean.unmergedFiles.clear();
   clean.done = 2;
   clean.total = 4;
   S::RebaseInProgress amending = rebase;
-  amending.amend = L("0123abc");
+  amending.amend = "0123abc";
   const Row rows[] = {
       {S::MergeInProgress{branch("main"), branch("topic"), conflicts(1)},
        "Merging branch 'topic' into 'main'. Fix 1 conflict and then continue.", "Resolve"},
@@ -96,7 +95,7 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
       {amending, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Amending '0123abc'", "Resolve"},
       {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", "Resolve"},
       {S::SequencerInProgress{}, "Cherry-pick in progress", "Resolve"},
-      {S::RevertInProgress{L("cafe"), {}}, "Reverting commit cafe", "Resolve"},
+      {S::RevertInProgress{"cafe", {}}, "Reverting commit cafe", "Resolve"},
       {S::UnmergedFiles{branch("main"), conflicts(1)}, "Index contains 1 unmerged file", "Resolve"},
   };
   for (const Row& row : rows) {
@@ -108,26 +107,26 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
 }
 
 TEST(ReferenceMatchingTest, ShasAndNamesFindTheirReferences) {
-  const auto remote = std::make_shared<const RemoteBranch>(L("1111"), L("refs/remotes/origin/main"), L("main"),
-                                                           L("origin/main"), QDateTime(), L("origin"));
+  const auto remote =
+      std::make_shared<const RemoteBranch>("1111", "refs/remotes/origin/main", "main", "origin/main", QDateTime(), "origin");
   const auto local = branch("main", "2222");
   const ReferenceList references{remote, local};
 
-  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForSha(L("1111"), references), remote);
-  const auto unknown = GetRepositoryStateGitCommand::referenceForSha(L("3333"), references);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForSha("1111", references), remote);
+  const auto unknown = GetRepositoryStateGitCommand::referenceForSha("3333", references);
   EXPECT_EQ(unknown->kind(), Reference::Kind::plain);
-  EXPECT_EQ(unknown->sha, L("3333"));
+  EXPECT_EQ(unknown->sha, "3333");
 
   // "main" is the short name of both; the local branch is meant.
-  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("main"), references), local);
-  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("origin/main"), references), remote);
-  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("refs/remotes/origin/main"), references), remote);
-  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName(L("gone"), references)->name, L("gone"));
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName("main", references), local);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName("origin/main", references), remote);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName("refs/remotes/origin/main", references), remote);
+  EXPECT_EQ(GetRepositoryStateGitCommand::referenceForName("gone", references)->name, "gone");
 }
 
 TEST(RebaseTodoTest, EntriesSkipBlanksAndComments) {
-  EXPECT_EQ(GetRepositoryStateGitCommand::todoEntries(L("pick a1 one\n\n  # comment\n   squash b2 two  \r\n#x\nexec make")),
-            (QStringList{L("pick a1 one"), L("squash b2 two"), L("exec make")}));
+  EXPECT_EQ(GetRepositoryStateGitCommand::todoEntries("pick a1 one\n\n  # comment\n   squash b2 two  \r\n#x\nexec make"),
+            (QStringList{"pick a1 one", "squash b2 two", "exec make"}));
 }
 
 }  // namespace

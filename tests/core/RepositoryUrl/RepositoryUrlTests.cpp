@@ -74,17 +74,16 @@ TEST(RepositoryUrl, BreaksUpTheFormsThatRemotesUse) {
 }
 
 TEST(RepositoryUrl, ScpFormBecomesAnSshUrl) {
-  EXPECT_EQ(RepositoryUrl(QStringLiteral("git@github.com:owner/repo.git")).urlString,
-            Opt("ssh://git@github.com/owner/repo.git"));
+  EXPECT_EQ(RepositoryUrl("git@github.com:owner/repo.git").urlString, Opt("ssh://git@github.com/owner/repo.git"));
   // the ":" is no port in scp form, and an absolute path keeps one slash
-  EXPECT_EQ(RepositoryUrl::rewriteScpForm(QStringLiteral("git@host:22/repo.git")), "ssh://git@host/22/repo.git");
-  EXPECT_EQ(RepositoryUrl::rewriteScpForm(QStringLiteral("git@host:/srv/repo.git")), "ssh://git@host/srv/repo.git");
-  EXPECT_EQ(RepositoryUrl::rewriteScpForm(QStringLiteral("https://host/a:b")), "https://host/a:b");
-  const RepositoryUrl bare(QStringLiteral("git@github.com"));
+  EXPECT_EQ(RepositoryUrl::rewriteScpForm("git@host:22/repo.git"), "ssh://git@host/22/repo.git");
+  EXPECT_EQ(RepositoryUrl::rewriteScpForm("git@host:/srv/repo.git"), "ssh://git@host/srv/repo.git");
+  EXPECT_EQ(RepositoryUrl::rewriteScpForm("https://host/a:b"), "https://host/a:b");
+  const RepositoryUrl bare("git@github.com");
   EXPECT_EQ(bare.remoteType, RemoteType::gitHub());
   EXPECT_EQ(bare.networkProtocol, NetworkProtocol::ssh);
   EXPECT_FALSE(bare.user || bare.repositoryName);
-  EXPECT_EQ(RepositoryUrl::rewriteScpForm(QStringLiteral("./relative:path")), "./relative:path");
+  EXPECT_EQ(RepositoryUrl::rewriteScpForm("./relative:path"), "./relative:path");
 }
 
 TEST(RepositoryUrl, TextThatIsNoUrlLeavesEmptyFieldsAndALogLine) {
@@ -100,7 +99,7 @@ TEST(RepositoryUrl, TextThatIsNoUrlLeavesEmptyFieldsAndALogLine) {
     EXPECT_EQ(url.remoteType, RemoteType::unknown());
     EXPECT_FALSE(url.cloneUrl(NetworkProtocol::https) || url.cloneUrl(NetworkProtocol::ssh) || url.webPageUrl());
     ASSERT_EQ(log.messages().size(), 1);
-    EXPECT_EQ(log.messages().first(), QStringLiteral("Unknown repository url format: ") + QString::fromUtf8(text));
+    EXPECT_EQ(log.messages().first(), "Unknown repository url format: " + QString::fromUtf8(text));
   }
 }
 
@@ -169,20 +168,19 @@ TEST(RepositoryUrl, WebPageAndPullRequestOfEachService) {
     SCOPED_TRACE(c.text);
     const RepositoryUrl url{QString::fromUtf8(c.text)};
     EXPECT_EQ(url.webPageUrl(), c.webPage);
-    EXPECT_EQ(url.pullRequestUrl(QStringLiteral("feature/x"), QStringLiteral("main")), c.pullRequest);
+    EXPECT_EQ(url.pullRequestUrl("feature/x", "main"), c.pullRequest);
   }
 }
 
 TEST(RepositoryUrl, HostileNamesCannotReshapeBuiltUrls) {
   // decoded pieces that hold "/" or "?" are escaped again when a URL is built
-  const RepositoryUrl url(QStringLiteral("https://github.com/own%2Fer/re%3Fpo.git"));
+  const RepositoryUrl url("https://github.com/own%2Fer/re%3Fpo.git");
   EXPECT_EQ(url.user, Opt("own/er"));
   EXPECT_EQ(url.repositoryName, Opt("re?po"));
   EXPECT_EQ(url.webPageUrl(), Opt("https://github.com/own%2Fer/re%3Fpo"));
-  EXPECT_EQ(url.pullRequestUrl(QStringLiteral("a&b#c"), QStringLiteral("x y")),
-            Opt("https://github.com/own%2Fer/re%3Fpo/compare/x%20y...a%26b%23c?expand=1"));
+  EXPECT_EQ(url.pullRequestUrl("a&b#c", "x y"), Opt("https://github.com/own%2Fer/re%3Fpo/compare/x%20y...a%26b%23c?expand=1"));
   // dot segments are resolved before the owner is read
-  EXPECT_EQ(RepositoryUrl(QStringLiteral("https://github.com/owner/../other/repo.git")).user, Opt("other"));
+  EXPECT_EQ(RepositoryUrl("https://github.com/owner/../other/repo.git").user, Opt("other"));
 }
 
 TEST(RemoteType, StoredFormRoundTripsAndReadsOlderSpellings) {

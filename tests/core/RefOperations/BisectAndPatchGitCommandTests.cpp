@@ -39,8 +39,9 @@ TEST(BisectGitCommandTest, MarksLeadToTheFirstBadCommit) {
 }
 
 TEST(BisectGitCommandTest, ReadsTheFirstBadCommitOnlyFromItsOwnLine) {
-  EXPECT_EQ(BisectGitCommand::parseFirstBadCommit("0123abcd4567ef890123abcd4567ef8901234567 is the first bad commit\ncommit 0123"),
-            QStringLiteral("0123abcd4567ef890123abcd4567ef8901234567"));
+  EXPECT_EQ(
+      BisectGitCommand::parseFirstBadCommit("0123abcd4567ef890123abcd4567ef8901234567 is the first bad commit\ncommit 0123"),
+      "0123abcd4567ef890123abcd4567ef8901234567");
   EXPECT_EQ(BisectGitCommand::parseFirstBadCommit("Bisecting: 2 revisions left to test after this (roughly 1 step)\n"
                                                   "[89ab0123cdef] is the first bad commit in the subject"),
             std::nullopt);

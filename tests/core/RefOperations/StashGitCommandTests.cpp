@@ -34,7 +34,7 @@ TEST(StashGitCommandTest, SaveTakesNewFilesOnlyWhenAskedTo) {
     EXPECT_EQ(stashList(repo), QStringList{"On main: work in progress"});
     EXPECT_EQ(repo.readFile("a.txt"), "a\n");
     // Left behind, or stashed and gone with the rest.
-    EXPECT_EQ(trimmed(repo.git({"status", "--porcelain"})), stageNewFiles ? QString() : QStringLiteral("?? new.txt"));
+    EXPECT_EQ(trimmed(repo.git({"status", "--porcelain"})), stageNewFiles ? QString() : "?? new.txt");
 
     ASSERT_TRUE(StashGitCommand::apply(repo.module(), "stash@{0}", true).isSuccess());
     EXPECT_EQ(repo.readFile("a.txt"), "a changed\n");
@@ -98,7 +98,7 @@ TEST(StashGitCommandTest, NothingToSaveIsAPlainMessage) {
   twoFiles(repo);
   for (const GitVoidResult& result : {StashGitCommand::save(repo.module(), "m", true), StashGitCommand::snapshot(repo.module(), "m")}) {
     ASSERT_TRUE(result.isError<Error::Generic>());
-    EXPECT_EQ(std::get<Error::Generic>(result.error()).text, QStringLiteral("There are no local changes to stash."));
+    EXPECT_EQ(std::get<Error::Generic>(result.error()).text, "There are no local changes to stash.");
   }
   EXPECT_TRUE(stashList(repo).isEmpty());
 }

@@ -1,10 +1,8 @@
-// Tags and remotes on real repositories; a tag pushed to and deleted on a bare remote.
+// Tags and remotes on real repositories.
 #include <gtest/gtest.h>
 
 #include "Git/Commands/Remotes/GetRemotesGitCommand.h"
 #include "Git/Commands/Remotes/RemoteGitCommand.h"
-#include "Git/Commands/Remotes/PushGitCommand.h"
-#include "Jobs/JobProgress.h"
 #include "Git/Commands/Repository/TagGitCommand.h"
 #include "support/TempRepository.h"
 
@@ -58,31 +56,4 @@ TEST(RemoteGitCommandTest, AddEditAndRemoveAsGetRemotesReadsThem) {
   ASSERT_TRUE(remotes.isSuccess());
   EXPECT_TRUE(remotes.value().empty());
   EXPECT_TRUE(RemoteGitCommand::remove(repo.module(), "upstream").isError<Error::GitUnknownError>());
-}
-
-TEST(TagGitCommandTest, ATagPushedAndDeletedOnTheRemoteWithBranchesDeletedThereToo) {
-  JobProgress progress;
-  TempRepository remote(false, "remote.git");
-  runProgram("git", {"init", "-q", "--bare", remote.path()});
-  TempRepository repo;
-  repo.commitFile("a.txt", "1\n", "First");
-  repo.git({"remote", "add", "origin", remote.path()});
-  repo.git({"push", "-q", "origin", "main", "main:refs/heads/topic"});
-  repo.git({"tag", "-a", "v1", "-m", "one"});
-
-  ASSERT_TRUE(PushGitCommand::pushReference(repo.module(), "origin", "refs/tags/v1", progress).isSuccess());
-  EXPECT_EQ(remote.git({"for-each-ref", "--format=%(refname)"}).trimmed().split('\n'),
-            (QStringList{"refs/heads/main", "refs/heads/topic", "refs/tags/v1"}));
-
-  ASSERT_TRUE(PushGitCommand::deleteReference(repo.module(), "origin", "refs/tags/v1", progress).isSuccess());
-  ASSERT_TRUE(PushGitCommand::deleteReference(repo.module(), "origin", "refs/heads/topic", progress).isSuccess());
-  EXPECT_EQ(remote.git({"for-each-ref", "--format=%(refname)"}).trimmed(), "refs/heads/main");
-  // The local tag is not touched by deleting it on the remote.
-  EXPECT_EQ(repo.git({"tag", "-l"}).trimmed(), "v1");
-
-  // A remote that cannot be reached gives git's reason.
-  repo.git({"remote", "add", "nowhere", remote.path() + "/missing.git"});
-  const GitVoidResult unreachable = PushGitCommand::pushReference(repo.module(), "nowhere", "refs/tags/v1", progress);
-  ASSERT_TRUE(unreachable.isFailure());
-  EXPECT_TRUE(describe(unreachable.error()).contains("missing.git")) << describe(unreachable.error()).toStdString();
 }

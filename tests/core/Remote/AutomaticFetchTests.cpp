@@ -14,17 +14,17 @@ TEST(AutomaticFetch, FetchesRemotesThatTakePartAndOnlyWhenSwitchedOn) {
   GitHttpServer server;
   QString why;
   ASSERT_TRUE(server.start(&why)) << why.toStdString();
-  server.createBareRepository(QStringLiteral("project.git"));
-  server.createBareRepository(QStringLiteral("other.git"));
+  server.createBareRepository("project.git");
+  server.createBareRepository("other.git");
   TempRepository upstream;
-  const QString sha = upstream.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("first"));
+  const QString sha = upstream.commitFile("a.txt", "one\n", "first");
   for (const char* name : {"project.git", "other.git"}) {
-    upstream.git({QStringLiteral("push"), QStringLiteral("-q"), server.url(QString::fromLatin1(name), true), QStringLiteral("main")});
+    upstream.git({"push", "-q", server.url(QString::fromLatin1(name), true), "main"});
   }
   TempRepository local;
-  local.git({QStringLiteral("remote"), QStringLiteral("add"), QStringLiteral("origin"), server.url(QStringLiteral("project.git"), true)});
-  local.git({QStringLiteral("remote"), QStringLiteral("add"), QStringLiteral("quiet"), server.url(QStringLiteral("other.git"), true)});
-  local.git({QStringLiteral("config"), QStringLiteral("remote.quiet.disableimplicitfetch"), QStringLiteral("true")});
+  local.git({"remote", "add", "origin", server.url("project.git", true)});
+  local.git({"remote", "add", "quiet", server.url("other.git", true)});
+  local.git({"config", "remote.quiet.disableimplicitfetch", "true"});
 
   auto queue = std::make_shared<JobQueue>();
   RepositoryController controller(local.module(), queue);
@@ -34,7 +34,7 @@ TEST(AutomaticFetch, FetchesRemotesThatTakePartAndOnlyWhenSwitchedOn) {
   auto fetchJobs = [&] {
     QStringList names;
     for (const auto& job : queue->userJobs()) {
-      if (job->name().startsWith(QStringLiteral("Fetch "))) names << job->name();
+      if (job->name().startsWith("Fetch ")) names << job->name();
     }
     return names;
   };
@@ -46,12 +46,15 @@ TEST(AutomaticFetch, FetchesRemotesThatTakePartAndOnlyWhenSwitchedOn) {
 
   Preferences::shared().setFetchRemotesAutomatically(true);
   manager.updateTimerTick();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return local.git({QStringLiteral("rev-parse"), QStringLiteral("-q"), QStringLiteral("--verify"),
-                                                      QStringLiteral("origin/main")}, true).trimmed() == sha; }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        return local.git({"rev-parse", "-q", "--verify", "origin/main"}, true).trimmed() == sha;
+      },
+      20000));
   ASSERT_TRUE(QTest::qWaitFor([&] { return queue->activeJobsCount() == 0; }, 20000));
-  EXPECT_EQ(fetchJobs(), QStringList{QStringLiteral("Fetch origin")});
+  EXPECT_EQ(fetchJobs(), QStringList{"Fetch origin"});
   int status = 0;
-  local.git({QStringLiteral("rev-parse"), QStringLiteral("-q"), QStringLiteral("--verify"), QStringLiteral("quiet/main")}, true, &status);
+  local.git({"rev-parse", "-q", "--verify", "quiet/main"}, true, &status);
   EXPECT_NE(status, 0);
   manager.start(0.05);
   EXPECT_TRUE(manager.isActive());

@@ -14,82 +14,66 @@ QString joined(const QStringList& list) { return list.join(QLatin1Char(' ')); }
 
 PushBranchOptions mainToOrigin() {
   PushBranchOptions options;
-  options.remote = QStringLiteral("origin");
-  options.localFullReference = QStringLiteral("refs/heads/main");
-  options.localName = QStringLiteral("main");
+  options.remote = "origin";
+  options.localFullReference = "refs/heads/main";
+  options.localName = "main";
   return options;
 }
 
 }  // namespace
 
-TEST(RemoteArguments, Fetch) {
-  const struct {
-    FetchTarget target;
-    FetchOptions options;
-    const char* expected;
-  } cases[] = {
-      {FetchTarget::ofRemote(QStringLiteral("origin")), {}, "fetch origin --verbose --progress"},
-      {FetchTarget::all(), {true, true, false, false}, "fetch --prune --tags --all --verbose --progress"},
-      {FetchTarget::defaultTarget(), {false, false, true, false}, "fetch --force --verbose --progress"},
-      {FetchTarget::ofRemote(QStringLiteral("up")), {true, true, true, false}, "fetch --prune --tags --force up --verbose --progress"},
+TEST(RemoteArguments, FetchPullAndPush) {
+  PushBranchOptions force = mainToOrigin(), newName = mainToOrigin();
+  force.remoteBranchName = "main";
+  force.remoteBranchRemote = "origin";
+  force.force = force.setUpstream = true;
+  newName.newName = "release";
+  newName.tags = true;
+  const std::pair<QStringList, const char*> cases[] = {
+      {FetchGitCommand::arguments(FetchTarget::ofRemote("origin"), {}), "fetch origin --verbose --progress"},
+      {FetchGitCommand::arguments(FetchTarget::all(), {true, true, false, false}),
+       "fetch --prune --tags --all --verbose --progress"},
+      {FetchGitCommand::arguments(FetchTarget::defaultTarget(), {false, false, true, false}),
+       "fetch --force --verbose --progress"},
+      {FetchGitCommand::arguments(FetchTarget::ofRemote("up"), {true, true, true, false}),
+       "fetch --prune --tags --force up --verbose --progress"},
+      {PullGitCommand::arguments("origin", "main", false, false), "pull origin main --verbose --progress"},
+      // Autostash only ever comes with a rebase.
+      {PullGitCommand::arguments("origin", "main", false, true), "pull origin main --verbose --progress"},
+      {PullGitCommand::arguments("origin", "main", true, true), "pull --rebase --autostash origin main --verbose --progress"},
+      {FastForwardPullCommand::arguments("origin", "dev", "dev", false), "fetch --progress origin dev:dev --verbose"},
+      {FastForwardPullCommand::arguments("origin", "dev", "dev", true), "pull --ff-only origin dev --verbose"},
+      {FastForwardCommand::arguments("refs/heads/dev", "refs/remotes/origin/dev", false),
+       "update-ref refs/heads/dev refs/remotes/origin/dev"},
+      {PushGitCommand::branchArguments(force),
+       "-c push.default=upstream push origin refs/heads/main:refs/heads/main --force-with-lease --set-upstream --verbose "
+       "--progress"},
+      {PushGitCommand::branchArguments(newName),
+       "-c push.default=upstream push origin refs/heads/main:release --tags --verbose --progress"},
+      {PushGitCommand::branchesArguments("origin", {"refs/heads/a", "refs/heads/b"}),
+       "push origin refs/heads/a refs/heads/b --set-upstream --verbose --progress"},
+      {PushGitCommand::referenceArguments("origin", "refs/tags/v1"), "push origin refs/tags/v1 --progress --verbose"},
   };
-  for (const auto& c : cases) EXPECT_EQ(joined(FetchGitCommand::arguments(c.target, c.options)), QString::fromUtf8(c.expected));
-}
-
-TEST(RemoteArguments, Pull) {
-  EXPECT_EQ(joined(PullGitCommand::arguments(QStringLiteral("origin"), QStringLiteral("main"), false, false)),
-            QStringLiteral("pull origin main --verbose --progress"));
-  // Autostash only ever comes with a rebase.
-  EXPECT_EQ(joined(PullGitCommand::arguments(QStringLiteral("origin"), QStringLiteral("main"), false, true)),
-            QStringLiteral("pull origin main --verbose --progress"));
-  EXPECT_EQ(joined(PullGitCommand::arguments(QStringLiteral("origin"), QStringLiteral("main"), true, true)),
-            QStringLiteral("pull --rebase --autostash origin main --verbose --progress"));
-  EXPECT_EQ(joined(FastForwardPullCommand::arguments(QStringLiteral("origin"), QStringLiteral("dev"), QStringLiteral("dev"), false)),
-            QStringLiteral("fetch --progress origin dev:dev --verbose"));
-  EXPECT_EQ(joined(FastForwardPullCommand::arguments(QStringLiteral("origin"), QStringLiteral("dev"), QStringLiteral("dev"), true)),
-            QStringLiteral("pull --ff-only origin dev --verbose"));
-  EXPECT_EQ(joined(FastForwardCommand::arguments(QStringLiteral("refs/heads/dev"), QStringLiteral("refs/remotes/origin/dev"), false)),
-            QStringLiteral("update-ref refs/heads/dev refs/remotes/origin/dev"));
-  const GitVoidResult noUpstream = FastForwardCommand::execute({}, QStringLiteral("refs/heads/dev"), std::nullopt, false, nullptr);
-  ASSERT_TRUE(noUpstream.isError<Error::CannotReachHere>());
+  for (const auto& [arguments, expected] : cases) EXPECT_EQ(joined(arguments), QString::fromUtf8(expected));
+  EXPECT_EQ(JobProgress::commandLineForLog(PushGitCommand::branchArguments(force)),
+            "$ git push origin refs/heads/main:refs/heads/main --force-with-lease --set-upstream --verbose");
+  EXPECT_TRUE(FastForwardCommand::execute({}, "refs/heads/dev", std::nullopt, false, nullptr).isError<Error::CannotReachHere>());
 }
 
 TEST(RemoteArguments, PushRefspecs) {
-  PushBranchOptions force = mainToOrigin();
-  force.remoteBranchName = QStringLiteral("main");
-  force.remoteBranchRemote = QStringLiteral("origin");
-  force.force = true;
-  force.setUpstream = true;
-  EXPECT_EQ(joined(PushGitCommand::branchArguments(force)),
-            QStringLiteral("-c push.default=upstream push origin refs/heads/main:refs/heads/main --force-with-lease --set-upstream "
-                           "--verbose --progress"));
-
+  EXPECT_EQ(PushGitCommand::refspec(mainToOrigin()), "refs/heads/main");
   PushBranchOptions otherRemote = mainToOrigin();
-  otherRemote.localFullReference = QStringLiteral("refs/heads/topic");
-  otherRemote.localName = QStringLiteral("topic");
-  otherRemote.remoteBranchName = QStringLiteral("feature");
-  otherRemote.remoteBranchRemote = QStringLiteral("fork");
-  EXPECT_EQ(PushGitCommand::refspec(otherRemote), QStringLiteral("refs/heads/topic:refs/heads/topic"));
-
-  PushBranchOptions newName = mainToOrigin();
-  newName.newName = QStringLiteral("release");
-  newName.tags = true;
-  EXPECT_EQ(joined(PushGitCommand::branchArguments(newName)),
-            QStringLiteral("-c push.default=upstream push origin refs/heads/main:release --tags --verbose --progress"));
-
-  EXPECT_EQ(PushGitCommand::refspec(mainToOrigin()), QStringLiteral("refs/heads/main"));
-  EXPECT_EQ(joined(PushGitCommand::branchesArguments(QStringLiteral("origin"), {QStringLiteral("refs/heads/a"), QStringLiteral("refs/heads/b")})),
-            QStringLiteral("push origin refs/heads/a refs/heads/b --set-upstream --verbose --progress"));
-  EXPECT_EQ(joined(PushGitCommand::referenceArguments(QStringLiteral("origin"), QStringLiteral("refs/tags/v1"))),
-            QStringLiteral("push origin refs/tags/v1 --progress --verbose"));
-  EXPECT_EQ(JobProgress::commandLineForLog(PushGitCommand::branchArguments(force)),
-            QStringLiteral("$ git push origin refs/heads/main:refs/heads/main --force-with-lease --set-upstream --verbose"));
+  otherRemote.localFullReference = "refs/heads/topic";
+  otherRemote.localName = "topic";
+  otherRemote.remoteBranchName = "feature";
+  otherRemote.remoteBranchRemote = "fork";
+  EXPECT_EQ(PushGitCommand::refspec(otherRemote), "refs/heads/topic:refs/heads/topic");
 }
 
 TEST(RemoteArguments, Classification) {
   using Kind = RemoteOperation::Kind;
-  const GitModule module{QStringLiteral("/r"), QStringLiteral("/r/.git"), std::nullopt};
-  const QString origin = QStringLiteral("origin");
+  const GitModule module{"/r", "/r/.git", std::nullopt};
+  const QString origin = "origin";
   const struct {
     Kind kind;
     bool withRemote;
@@ -110,21 +94,21 @@ TEST(RemoteArguments, Classification) {
       {Kind::fetch, true, "fatal: unable to access 'http://127.0.0.1:1/x/': Failed to connect", ResultError(Error::GitUnknownError{}).index()},
   };
   for (const auto& c : cases) {
-    const ResultError error = RemoteOperation::classify(c.kind, QStringLiteral("out"), QString::fromUtf8(c.error), module,
+    const ResultError error = RemoteOperation::classify(c.kind, "out", QString::fromUtf8(c.error), module,
                                                         c.withRemote ? std::optional<QString>(origin) : std::nullopt);
     EXPECT_EQ(error.index(), c.expectedIndex) << c.error;
     if (const auto* tag = std::get_if<Error::TagMismatch>(&error)) {
       EXPECT_EQ(tag->remote, origin);
       EXPECT_EQ(tag->gitModule, module);
-      EXPECT_EQ(tag->output, QStringLiteral("out"));
+      EXPECT_EQ(tag->output, "out");
     }
   }
 }
 
 TEST(RemoteArguments, CloneFolderAndDestination) {
-  EXPECT_EQ(CloneGitCommand::folderName(QStringLiteral("https://host/group/repo.git")), QStringLiteral("repo"));
-  EXPECT_EQ(CloneGitCommand::folderName(QStringLiteral("git@host:group/my-repo.git/")), QStringLiteral("my-repo"));
-  EXPECT_EQ(CloneGitCommand::folderName(QStringLiteral("/srv/git/project/.git")), QStringLiteral("project"));
-  EXPECT_TRUE(CloneGitCommand::destinationProblem(QStringLiteral("relative/path")).has_value());
+  EXPECT_EQ(CloneGitCommand::folderName("https://host/group/repo.git"), "repo");
+  EXPECT_EQ(CloneGitCommand::folderName("git@host:group/my-repo.git/"), "my-repo");
+  EXPECT_EQ(CloneGitCommand::folderName("/srv/git/project/.git"), "project");
+  EXPECT_TRUE(CloneGitCommand::destinationProblem("relative/path").has_value());
   EXPECT_TRUE(CloneGitCommand::destinationProblem(QString()).has_value());
 }

@@ -70,10 +70,10 @@ class InteractiveRebaseTest : public ::testing::Test {
     if (!QDBusConnection::sessionBus().isConnected()) GTEST_SKIP() << "no session bus";
     // A lost answer must fail the test, not hang it.
     qputenv("JELV_RI_TIMEOUT", "20");
-    base = repo.commitFile(QStringLiteral("f.txt"), "zero\n", QStringLiteral("base"));
-    a = repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("A"));
-    b = repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("B"));
-    c = repo.commitFile(QStringLiteral("c.txt"), "c\n", QStringLiteral("C"));
+    base = repo.commitFile("f.txt", "zero\n", "base");
+    a = repo.commitFile("a.txt", "a\n", "A");
+    b = repo.commitFile("b.txt", "b\n", "B");
+    c = repo.commitFile("c.txt", "c\n", "C");
   }
   void TearDown() override { qunsetenv("JELV_RI_TIMEOUT"); }
 
@@ -97,10 +97,10 @@ class InteractiveRebaseTest : public ::testing::Test {
                                                  OperationControlGitCommand::Action::continueOperation);
     });
   }
-  QStringList subjects() const { return repo.git({QStringLiteral("log"), QStringLiteral("--format=%s")}).split(u'\n', Qt::SkipEmptyParts); }
-  QString message(const QString& revision) const { return repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B"), revision}).trimmed(); }
-  QStringList files() const { return repo.git({QStringLiteral("ls-files")}).split(u'\n', Qt::SkipEmptyParts); }
-  bool rebasing() const { return QDir(repo.gitDir() + QStringLiteral("/rebase-merge")).exists(); }
+  QStringList subjects() const { return repo.git({"log", "--format=%s"}).split(u'\n', Qt::SkipEmptyParts); }
+  QString message(const QString& revision) const { return repo.git({"log", "-1", "--format=%B", revision}).trimmed(); }
+  QStringList files() const { return repo.git({"ls-files"}).split(u'\n', Qt::SkipEmptyParts); }
+  bool rebasing() const { return QDir(repo.gitDir() + "/rebase-merge").exists(); }
 
   TempRepository repo;
   QString base, a, b, c;
@@ -115,30 +115,30 @@ TEST_F(InteractiveRebaseTest, RewritesHistoryAsTheListSays) {
     QString messageOfSecond;  // HEAD~1
     QStringList files;
   };
-  const QStringList all{QStringLiteral("a.txt"), QStringLiteral("b.txt"), QStringLiteral("c.txt"), QStringLiteral("f.txt")};
+  const QStringList all{"a.txt", "b.txt", "c.txt", "f.txt"};
   const Case cases[] = {
       {"reorder", [](auto& l) { RebaseTodoList::move(l, {2}, 0); }, {"A", "C", "B", "base"}, "C", all},
       {"squash", [](auto& l) { l[1].command = Command::squash; }, {"C", "A", "base"}, "A\n\nB", all},
       {"fixup", [](auto& l) { l[1].command = Command::fixup; }, {"C", "A", "base"}, "A", all},
-      {"reword", [](auto& l) { l[1].command = Command::reword; l[1].customMessage = QStringLiteral("B again\n\nwith a body"); },
+      {"reword", [](auto& l) { l[1].command = Command::reword; l[1].customMessage = "B again\n\nwith a body"; },
        {"C", "B again", "A", "base"}, "B again\n\nwith a body", all},
       {"drop", [](auto& l) { l[1].command = Command::drop; }, {"C", "A", "base"}, "A",
-       {QStringLiteral("a.txt"), QStringLiteral("c.txt"), QStringLiteral("f.txt")}},
+       {"a.txt", "c.txt", "f.txt"}},
       // git asks for the group's message at its last row, a fixup here.
       {"squash and fixup into one", [](auto& l) { l[0].command = Command::squash; l[1].command = Command::fixup; },
        {"A", "base"}, "base", all},
   };
   const QString start = repo.headSha();
   for (const Case& c : cases) {
-    repo.git({QStringLiteral("reset"), QStringLiteral("-q"), QStringLiteral("--hard"), start});
+    repo.git({"reset", "-q", "--hard", start});
     const GitVoidResult result = rebase(c.edit);
     ASSERT_TRUE(result.isSuccess()) << c.name << ": " << describe(result.error()).toStdString();
     EXPECT_EQ(subjects(), c.subjects) << c.name;
-    EXPECT_EQ(message(QStringLiteral("HEAD~1")), c.messageOfSecond) << c.name;
+    EXPECT_EQ(message("HEAD~1"), c.messageOfSecond) << c.name;
     EXPECT_EQ(files(), c.files) << c.name;
     EXPECT_FALSE(rebasing()) << c.name;
   }
-  EXPECT_EQ(message(QStringLiteral("HEAD")), QStringLiteral("A\n\nC"));
+  EXPECT_EQ(message("HEAD"), "A\n\nC");
 }
 
 TEST_F(InteractiveRebaseTest, TheListArrivesNewestFirstWithDetails) {
@@ -146,27 +146,24 @@ TEST_F(InteractiveRebaseTest, TheListArrivesNewestFirstWithDetails) {
   ASSERT_EQ(received.size(), 3u);
   EXPECT_EQ(received[0].sha, c);
   EXPECT_EQ(received[2].sha, a);
-  EXPECT_EQ(received[1].originalMessage.trimmed(), QStringLiteral("B"));
+  EXPECT_EQ(received[1].originalMessage.trimmed(), "B");
   EXPECT_FALSE(received[1].author.isEmpty());
   EXPECT_TRUE(received[1].authorDate.isValid());
   EXPECT_EQ(repo.headSha(), c);  // nothing changed: every pick stays
 }
 
-TEST_F(InteractiveRebaseTest, CancelAtTheTodoStageLeavesEverythingAsItWas) {
+TEST_F(InteractiveRebaseTest, ACancelOrNoAnswerAtTheTodoStageLeavesEverythingAsItWas) {
   const QString head = repo.headSha();
   EXPECT_TRUE(rebase([](auto& l) { l[1].command = Command::drop; }, {}, true).isFailure());
   EXPECT_EQ(repo.headSha(), head);
   EXPECT_FALSE(rebasing());
-  EXPECT_TRUE(repo.git({QStringLiteral("status"), QStringLiteral("--porcelain")}).isEmpty());
-}
+  EXPECT_TRUE(repo.git({"status", "--porcelain"}).isEmpty());
 
-TEST_F(InteractiveRebaseTest, TheEditorGivesUpWhenNobodyAnswers) {
+  // Nobody answers: the editor gives up.
   qputenv("JELV_RI_TIMEOUT", "1");
-  const QString head = repo.headSha();
-  const GitModule module = repo.module();
   InteractiveRebaseGitCommand::Options options;
   options.destination = base;
-  EXPECT_TRUE(InteractiveRebaseGitCommand::execute(module, options).isFailure());
+  EXPECT_TRUE(InteractiveRebaseGitCommand::execute(repo.module(), options).isFailure());
   EXPECT_EQ(repo.headSha(), head);
   EXPECT_FALSE(rebasing());
 }
@@ -174,14 +171,14 @@ TEST_F(InteractiveRebaseTest, TheEditorGivesUpWhenNobodyAnswers) {
 TEST_F(InteractiveRebaseTest, EditStopsAndContinueGoesOn) {
   ASSERT_TRUE(rebase([](auto& l) { l[1].command = Command::edit; }).isSuccess());
   ASSERT_TRUE(rebasing());
-  EXPECT_EQ(message(QStringLiteral("HEAD")), QStringLiteral("B"));
-  repo.writeFile(QStringLiteral("b.txt"), "b amended\n");
-  repo.git({QStringLiteral("commit"), QStringLiteral("-q"), QStringLiteral("-a"), QStringLiteral("--amend"), QStringLiteral("--no-edit")});
+  EXPECT_EQ(message("HEAD"), "B");
+  repo.writeFile("b.txt", "b amended\n");
+  repo.git({"commit", "-q", "-a", "--amend", "--no-edit"});
   const GitVoidResult result = continueRebase();
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   EXPECT_FALSE(rebasing());
   EXPECT_EQ(subjects(), (QStringList{"C", "B", "A", "base"}));
-  EXPECT_EQ(repo.git({QStringLiteral("show"), QStringLiteral("HEAD~1:b.txt")}), QStringLiteral("b amended\n"));
+  EXPECT_EQ(repo.git({"show", "HEAD~1:b.txt"}), "b amended\n");
 }
 
 class ConflictingRebaseTest : public InteractiveRebaseTest {
@@ -190,16 +187,16 @@ class ConflictingRebaseTest : public InteractiveRebaseTest {
     InteractiveRebaseTest::SetUp();
     if (IsSkipped()) return;
     // D changes the line that E changes again: without D, E can't apply.
-    d = repo.commitFile(QStringLiteral("f.txt"), "one\n", QStringLiteral("D"));
-    e = repo.commitFile(QStringLiteral("f.txt"), "two\n", QStringLiteral("E"));
-    repo.commitFile(QStringLiteral("g.txt"), "g\n", QStringLiteral("G"));
+    d = repo.commitFile("f.txt", "one\n", "D");
+    e = repo.commitFile("f.txt", "two\n", "E");
+    repo.commitFile("g.txt", "g\n", "G");
   }
   // Rows: G, E, D, C, B, A. D is dropped and E reworded.
   GitVoidResult stopAtConflict() {
     return rebase([](auto& l) {
       l[2].command = Command::drop;
       l[1].command = Command::reword;
-      l[1].customMessage = QStringLiteral("E reworded");
+      l[1].customMessage = "E reworded";
     });
   }
   QString d, e;
@@ -211,24 +208,15 @@ TEST_F(ConflictingRebaseTest, AConflictStopsThenContinueKeepsTheNewMessage) {
   // Not while the conflict stands.
   const GitVoidResult early = continueRebase();
   ASSERT_TRUE(early.isFailure());
-  EXPECT_TRUE(describe(early.error()).contains(QStringLiteral("1 file"))) << describe(early.error()).toStdString();
+  EXPECT_TRUE(describe(early.error()).contains("1 file")) << describe(early.error()).toStdString();
 
-  repo.writeFile(QStringLiteral("f.txt"), "two\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("f.txt")});
+  repo.writeFile("f.txt", "two\n");
+  repo.git({"add", "f.txt"});
   const GitVoidResult result = continueOperation();
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   EXPECT_FALSE(rebasing());
   EXPECT_EQ(subjects(), (QStringList{"G", "E reworded", "C", "B", "A", "base"}));
-  EXPECT_EQ(message(QStringLiteral("HEAD~1")), QStringLiteral("E reworded"));
-}
-
-TEST_F(ConflictingRebaseTest, AbortAfterAConflictRestoresTheBranch) {
-  const QString head = repo.headSha();
-  ASSERT_TRUE(stopAtConflict().isSuccess());
-  ASSERT_TRUE(rebasing());
-  repo.git({QStringLiteral("rebase"), QStringLiteral("--abort")});
-  EXPECT_EQ(repo.headSha(), head);
-  EXPECT_FALSE(rebasing());
+  EXPECT_EQ(message("HEAD~1"), "E reworded");
 }
 
 TEST_F(InteractiveRebaseTest, RootRewritesTheFirstCommit) {
@@ -237,7 +225,7 @@ TEST_F(InteractiveRebaseTest, RootRewritesTheFirstCommit) {
   const GitVoidResult result = rebase(
       [](auto& l) {
         l.back().command = Command::reword;
-        l.back().customMessage = QStringLiteral("the beginning");
+        l.back().customMessage = "the beginning";
       },
       options);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
@@ -246,40 +234,39 @@ TEST_F(InteractiveRebaseTest, RootRewritesTheFirstCommit) {
 }
 
 TEST_F(InteractiveRebaseTest, SignsTheRewrittenCommitsWithTheRepositorysKey) {
-  if (QStandardPaths::findExecutable(QStringLiteral("gpg")).isEmpty()) GTEST_SKIP() << "no gpg";
+  if (QStandardPaths::findExecutable("gpg").isEmpty()) GTEST_SKIP() << "no gpg";
   QTemporaryDir home;
   const QByteArray oldHome = qgetenv("GNUPGHOME");
   qputenv("GNUPGHOME", home.path().toLocal8Bit());
   int status = 0;
-  runProgram(QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--pinentry-mode"), QStringLiteral("loopback"),
-                                     QStringLiteral("--passphrase"), QString(), QStringLiteral("--quick-gen-key"),
-                                     QStringLiteral("Rebase Test <rebase@example.com>"), QStringLiteral("ed25519"),
-                                     QStringLiteral("sign"), QStringLiteral("never")},
+  runProgram("gpg",
+             {"--batch", "--pinentry-mode", "loopback", "--passphrase", QString(), "--quick-gen-key",
+              "Rebase Test <rebase@example.com>", "ed25519", "sign", "never"},
              {}, &status);
   ASSERT_EQ(status, 0);
   QString fingerprint;
-  for (const QString& line : QString::fromUtf8(runProgram(QStringLiteral("gpg"), {QStringLiteral("--list-secret-keys"), QStringLiteral("--with-colons")})).split(u'\n')) {
-    if (line.startsWith(QStringLiteral("fpr:")) && fingerprint.isEmpty()) fingerprint = line.section(u':', 9, 9);
+  for (const QString& line : QString::fromUtf8(runProgram("gpg", {"--list-secret-keys", "--with-colons"})).split(u'\n')) {
+    if (line.startsWith("fpr:") && fingerprint.isEmpty()) fingerprint = line.section(u':', 9, 9);
   }
   ASSERT_FALSE(fingerprint.isEmpty());
 
   InteractiveRebaseGitCommand::Options options;
   options.signingKey = fingerprint;
   const GitVoidResult result = rebase([](auto& l) { RebaseTodoList::move(l, {2}, 0); }, options);
-  runProgram(QStringLiteral("gpgconf"), {QStringLiteral("--kill"), QStringLiteral("gpg-agent")});
+  runProgram("gpgconf", {"--kill", "gpg-agent"});
   if (oldHome.isNull()) qunsetenv("GNUPGHOME"); else qputenv("GNUPGHOME", oldHome);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   EXPECT_EQ(subjects(), (QStringList{"A", "C", "B", "base"}));
-  for (const QString& revision : {QStringLiteral("HEAD"), QStringLiteral("HEAD~1")}) {
-    EXPECT_TRUE(repo.git({QStringLiteral("cat-file"), QStringLiteral("commit"), revision}).contains(QStringLiteral("gpgsig"))) << revision.toStdString();
+  for (const QString revision : {"HEAD", "HEAD~1"}) {
+    EXPECT_TRUE(repo.git({"cat-file", "commit", revision}).contains("gpgsig")) << revision.toStdString();
   }
   // The base was not rewritten and stays unsigned.
-  EXPECT_FALSE(repo.git({QStringLiteral("cat-file"), QStringLiteral("commit"), base}).contains(QStringLiteral("gpgsig")));
+  EXPECT_FALSE(repo.git({"cat-file", "commit", base}).contains("gpgsig"));
 }
 
 TEST(RebaseBackupBranch, NameHoldsNoColon) {
-  const QString name = RebaseTodoListGitCommand::backupBranchName(QStringLiteral("main"), QDateTime(QDate(2026, 11, 23), QTime(22, 5, 7)));
-  EXPECT_EQ(name, QStringLiteral("backup/main-2026-11-23-22-05-07"));
+  const QString name = RebaseTodoListGitCommand::backupBranchName("main", QDateTime(QDate(2026, 11, 23), QTime(22, 5, 7)));
+  EXPECT_EQ(name, "backup/main-2026-11-23-22-05-07");
 }
 
 }  // namespace

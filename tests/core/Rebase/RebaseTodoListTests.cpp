@@ -6,8 +6,8 @@ namespace {
 
 using Command = InteractiveRebaseCommand;
 
-const QString shaA = QStringLiteral("327a537fe72515c7122ae7b9244cb6748caa66a9");
-const QString shaB = QStringLiteral("50ba4148bb4a377e0ee77ff7f98b5f1fe5527856");
+const QString shaA = "327a537fe72515c7122ae7b9244cb6748caa66a9";
+const QString shaB = "50ba4148bb4a377e0ee77ff7f98b5f1fe5527856";
 
 // Rows newest first, named by their message.
 std::vector<TodoListItem> items(const std::vector<std::pair<Command, QString>>& rows) {
@@ -30,11 +30,12 @@ TEST(RebaseTodoList, ReadsTheIdsOfGitsLinesAndSkipsTheRest) {
   };
   const Case cases[] = {
       // As git 2.39 writes it with our instruction format and "^" comments.
-      {"git's own list", QStringLiteral("p 327a537 #!_%1 ^ empty\np 50ba414 #!_%2 Second\n\n^ Rebase 50ba414 onto a0337f8 (2 commands)\n^\n")
-                             .arg(shaA, shaB),
+      {"git's own list",
+       QStringLiteral("p 327a537 #!_%1 ^ empty\np 50ba414 #!_%2 Second\n\n^ Rebase 50ba414 onto a0337f8 (2 commands)\n^\n")
+           .arg(shaA, shaB),
        {shaA, shaB}},
-      {"only comments", QStringLiteral("^ Rebase onto a0337f8\n^\n# note\n"), {}},
-      {"a short line with a marker", QStringLiteral("p 327a537 #!_327a537fe72515c7122ae7b\n"), {}},
+      {"only comments", "^ Rebase onto a0337f8\n^\n# note\n", {}},
+      {"a short line with a marker", "p 327a537 #!_327a537fe72515c7122ae7b\n", {}},
       {"a line with the comment prefix", QStringLiteral("# p 327a537 #!_%1 subject\n").arg(shaA), {}},
       {"an id that isn't hex", QStringLiteral("p 327a537 #!_%1 subject\n").arg(QString(40, u'z')), {}},
       {"the command word is not read", QStringLiteral("squash 327a537 #!_%1 subject\n").arg(shaA), {shaA}},
@@ -43,8 +44,8 @@ TEST(RebaseTodoList, ReadsTheIdsOfGitsLinesAndSkipsTheRest) {
 }
 
 TEST(RebaseTodoList, WritesOldestFirstAndNoopWhenEmpty) {
-  EXPECT_EQ(RebaseTodoList::todoText({}), QStringLiteral("noop\n"));
-  auto list = items({{Command::squash, QStringLiteral("b")}, {Command::pick, QStringLiteral("a")}});
+  EXPECT_EQ(RebaseTodoList::todoText({}), "noop\n");
+  auto list = items({{Command::squash, "b"}, {Command::pick, "a"}});
   EXPECT_EQ(RebaseTodoList::todoText(list), QStringLiteral("pick %1\nsquash %2\n").arg(list[1].sha, list[0].sha));
 }
 
@@ -83,22 +84,19 @@ TEST(RebaseTodoList, DrawsSquashGroupsAndTurnsASquashWithNothingBelowIntoAPick) 
 }
 
 TEST(RebaseTodoList, GroupMessageJoinsSquashesOldestFirstAndIsAskedAtEveryMember) {
-  auto list = items({{Command::squash, QStringLiteral("C")},
-                     {Command::fixup, QStringLiteral("B")},
-                     {Command::pick, QStringLiteral("A")},
-                     {Command::reword, QStringLiteral("Z")}});
-  list[3].customMessage = QStringLiteral("Z new");
+  auto list = items({{Command::squash, "C"}, {Command::fixup, "B"}, {Command::pick, "A"}, {Command::reword, "Z"}});
+  list[3].customMessage = "Z new";
   RebaseTodoList::normalize(list);
   ASSERT_TRUE(list[2].groupMessage);
-  EXPECT_EQ(*list[2].groupMessage, QStringLiteral("A\n\nC"));
+  EXPECT_EQ(*list[2].groupMessage, "A\n\nC");
   const QHash<QString, QString> messages = RebaseTodoList::messages(list);
-  EXPECT_EQ(messages.value(list[0].sha), QStringLiteral("A\n\nC"));
-  EXPECT_EQ(messages.value(list[1].sha), QStringLiteral("A\n\nC"));
+  EXPECT_EQ(messages.value(list[0].sha), "A\n\nC");
+  EXPECT_EQ(messages.value(list[1].sha), "A\n\nC");
   EXPECT_FALSE(messages.contains(list[2].sha));
-  EXPECT_EQ(messages.value(list[3].sha), QStringLiteral("Z new"));
+  EXPECT_EQ(messages.value(list[3].sha), "Z new");
 
   // Fixups alone keep the target's message: git asks nothing.
-  auto fixups = items({{Command::fixup, QStringLiteral("B")}, {Command::pick, QStringLiteral("A")}});
+  auto fixups = items({{Command::fixup, "B"}, {Command::pick, "A"}});
   RebaseTodoList::normalize(fixups);
   EXPECT_TRUE(RebaseTodoList::messages(fixups).isEmpty());
 }
@@ -112,14 +110,14 @@ TEST(RebaseTodoList, MovesRowsAsABlock) {
     std::vector<int> moved;
   };
   const Case cases[] = {
-      {"one row up", {2}, 0, QStringLiteral("cabde"), {0}},
-      {"one row down", {0}, 3, QStringLiteral("bcade"), {2}},
-      {"two apart to the end", {0, 2}, 5, QStringLiteral("bdeac"), {3, 4}},
-      {"onto itself", {1}, 1, QStringLiteral("abcde"), {1}},
+      {"one row up", {2}, 0, "cabde", {0}},
+      {"one row down", {0}, 3, "bcade", {2}},
+      {"two apart to the end", {0, 2}, 5, "bdeac", {3, 4}},
+      {"onto itself", {1}, 1, "abcde", {1}},
   };
   for (const Case& c : cases) {
     std::vector<std::pair<Command, QString>> rows;
-    for (QChar ch : QStringLiteral("abcde")) rows.push_back({Command::pick, QString(ch)});
+    for (QChar ch : QString("abcde")) rows.push_back({Command::pick, QString(ch)});
     auto list = items(rows);
     EXPECT_EQ(RebaseTodoList::move(list, c.rows, c.before), c.moved) << c.name;
     QString order;

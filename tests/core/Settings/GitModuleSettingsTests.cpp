@@ -12,11 +12,9 @@
 
 namespace {
 
-QString L(const char* text) { return QString::fromUtf8(text); }
-
 class GitModuleSettingsTest : public ::testing::Test {
  protected:
-  void writeSettings(const QByteArray& content) { repo.writeFile(L(".git/jelv-settings"), content); }
+  void writeSettings(const QByteArray& content) { repo.writeFile(".git/jelv-settings", content); }
   GitModuleSettings load() { return GitModuleSettings::load(repo.module()); }
 
   TempRepository repo;
@@ -34,7 +32,7 @@ TEST_F(GitModuleSettingsTest, MissingBrokenOrForeignFilesGiveTheDefaults) {
   // A broken file stays on disk until the next save replaces it.
   writeSettings("{\"tabWidth\": 8,");
   load();
-  EXPECT_EQ(repo.readFile(L(".git/jelv-settings")), QByteArray("{\"tabWidth\": 8,"));
+  EXPECT_EQ(repo.readFile(".git/jelv-settings"), QByteArray("{\"tabWidth\": 8,"));
 }
 
 TEST_F(GitModuleSettingsTest, EachKeyIsReadOnItsOwn) {
@@ -44,10 +42,10 @@ TEST_F(GitModuleSettingsTest, EachKeyIsReadOnItsOwn) {
                     "showBugtrackerLinks": false, "trustSharedCommands": true, "unknownKey": {}})");
   LogCapture log;
   const GitModuleSettings settings = load();
-  EXPECT_EQ(settings.draftMessage, L("wip: parser"));
-  EXPECT_EQ(settings.signingKey, L("ABCD1234"));
+  EXPECT_EQ(settings.draftMessage, "wip: parser");
+  EXPECT_EQ(settings.signingKey, "ABCD1234");
   EXPECT_TRUE(settings.signOff);
-  EXPECT_EQ(settings.starredReferences, (QStringList{L("refs/heads/main"), L("refs/tags/v1")}));  // the number drops out
+  EXPECT_EQ(settings.starredReferences, (QStringList{"refs/heads/main", "refs/tags/v1"}));  // the number drops out
   EXPECT_TRUE(settings.filterReferences.isEmpty());  // a string is not a list
   EXPECT_EQ(settings.tabWidth, 4);
   EXPECT_FALSE(settings.hideTags);  // 1 is not a boolean
@@ -58,26 +56,26 @@ TEST_F(GitModuleSettingsTest, EachKeyIsReadOnItsOwn) {
 
 TEST_F(GitModuleSettingsTest, OlderPinnedReferencesAreReadWhenTheNewKeyIsMissing) {
   writeSettings(R"({"pinnedReferences": ["refs/heads/old"]})");
-  EXPECT_EQ(load().starredReferences, QStringList{L("refs/heads/old")});
+  EXPECT_EQ(load().starredReferences, QStringList{"refs/heads/old"});
 
   writeSettings(R"({"pinnedReferences": ["refs/heads/old"], "starredReferences": ["refs/heads/new"]})");
-  EXPECT_EQ(load().starredReferences, QStringList{L("refs/heads/new")});
+  EXPECT_EQ(load().starredReferences, QStringList{"refs/heads/new"});
 
   writeSettings(R"({"pinnedReferences": ["refs/heads/old"], "starredReferences": null})");
-  EXPECT_EQ(load().starredReferences, QStringList{L("refs/heads/old")});
+  EXPECT_EQ(load().starredReferences, QStringList{"refs/heads/old"});
 
   // The next save writes the new key only.
   GitModuleSettings settings = load();
   settings.save(repo.module());
-  const QByteArray saved = repo.readFile(L(".git/jelv-settings"));
+  const QByteArray saved = repo.readFile(".git/jelv-settings");
   EXPECT_TRUE(saved.contains("\"starredReferences\":[\"refs/heads/old\"]"));
   EXPECT_FALSE(saved.contains("pinnedReferences"));
 }
 
 TEST_F(GitModuleSettingsTest, EncodesKeysInTheirOrderAndRoundTrips) {
   GitModuleSettings settings;
-  settings.draftMessage = L("Fix \"quotes\"\nand \u00e4 lines");
-  settings.starredReferences = {L("refs/heads/main")};
+  settings.draftMessage = "Fix \"quotes\"\nand \u00e4 lines";
+  settings.starredReferences = {"refs/heads/main"};
   settings.tabWidth = 2;
   EXPECT_EQ(*settings.encode(),
             QByteArray(R"({"draftMessage":"Fix \"quotes\"\nand )") + "\xc3\xa4" +
@@ -85,7 +83,7 @@ TEST_F(GitModuleSettingsTest, EncodesKeysInTheirOrderAndRoundTrips) {
                 R"("hideTags":false,"hideRemoteBranches":false,"hideStashes":false,"showBugtrackerLinks":true,)"
                 R"("trustSharedCommands":false})");
 
-  settings.signingKey = L("KEY");
+  settings.signingKey = "KEY";
   settings.hideStashes = true;
   const QByteArray withKey = *settings.encode();
   EXPECT_TRUE(withKey.startsWith(R"({"draftMessage":)"));
@@ -98,10 +96,10 @@ TEST_F(GitModuleSettingsTest, EncodesKeysInTheirOrderAndRoundTrips) {
 
 TEST_F(GitModuleSettingsTest, SaveFailuresOnlyReachTheLog) {
   GitModule gone = repo.module();
-  gone.gitDirectoryUrl = repo.path() + L("/no/such/directory");
+  gone.gitDirectoryUrl = repo.path() + "/no/such/directory";
   LogCapture log;
   GitModuleSettings().save(gone);
-  EXPECT_TRUE(log.contains(L("Cannot write settings to '") + gone.gitDirectoryUrl + L("/jelv-settings'")));
+  EXPECT_TRUE(log.contains("Cannot write settings to '" + gone.gitDirectoryUrl + "/jelv-settings'"));
   EXPECT_FALSE(QFileInfo::exists(gone.gitDirectoryUrl));
 }
 
@@ -109,37 +107,36 @@ TEST_F(GitModuleSettingsTest, SaveFailuresOnlyReachTheLog) {
 // loses one of the changes: only the main thread writes.
 TEST_F(GitModuleSettingsTest, ASaveOffTheMainThreadIsRefused) {
   GitModuleSettings starred;
-  starred.starredReferences = {L("refs/heads/main")};
+  starred.starredReferences = {"refs/heads/main"};
   starred.save(repo.module());
   LogCapture log;
   std::thread worker([&] {
     GitModuleSettings other = load();
-    other.draftMessage = L("from a worker");
+    other.draftMessage = "from a worker";
     other.starredReferences.clear();
     other.save(repo.module());
   });
   worker.join();
   EXPECT_EQ(load(), starred);
-  EXPECT_TRUE(log.contains(L("only the main thread writes them")));
+  EXPECT_TRUE(log.contains("only the main thread writes them"));
 }
 
 TEST_F(GitModuleSettingsTest, ASubmoduleKeepsItsSettingsInItsOwnGitDirectory) {
   Preferences::shared().setGitInstance(GitInstanceType::system());
-  TempRepository library(true, L("library"));
-  library.commitFile(L("lib.txt"), "1\n", L("library"));
-  repo.commitFile(L("main.txt"), "main\n", L("main"));
-  repo.git({L("-c"), L("protocol.file.allow=always"), L("submodule"), L("add"), L("-q"), library.path(), L("lib")});
+  TempRepository library(true, "library");
+  library.commitFile("lib.txt", "1\n", "library");
+  repo.commitFile("main.txt", "main\n", "main");
+  repo.git({"-c", "protocol.file.allow=always", "submodule", "add", "-q", library.path(), "lib"});
 
-  const QString submodulePath = repo.path() + L("/lib");
-  const QString gitDirectory =
-      QString::fromUtf8(runProgram(L("git"), {L("rev-parse"), L("--absolute-git-dir")}, submodulePath)).trimmed();
-  ASSERT_TRUE(QFileInfo(submodulePath + L("/.git")).isFile());  // a "gitdir:" pointer, not the directory
+  const QString submodulePath = repo.path() + "/lib";
+  const QString gitDirectory = QString::fromUtf8(runProgram("git", {"rev-parse", "--absolute-git-dir"}, submodulePath)).trimmed();
+  ASSERT_TRUE(QFileInfo(submodulePath + "/.git").isFile());  // a "gitdir:" pointer, not the directory
   const GitModule submodule{submodulePath, gitDirectory, repo.path()};
 
   GitModuleSettings settings;
   settings.tabWidth = 3;
   settings.save(submodule);
-  EXPECT_TRUE(QFileInfo::exists(repo.gitDir() + L("/modules/lib/jelv-settings")));
+  EXPECT_TRUE(QFileInfo::exists(repo.gitDir() + "/modules/lib/jelv-settings"));
   EXPECT_EQ(GitModuleSettings::load(submodule).tabWidth, 3);
   EXPECT_EQ(load().tabWidth, 4);  // the superproject's settings are its own
 }

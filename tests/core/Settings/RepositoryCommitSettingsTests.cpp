@@ -12,7 +12,7 @@
 namespace {
 QString localValue(const TempRepository& repo, const QString& key) {
   int status = 0;
-  return repo.git({QStringLiteral("config"), QStringLiteral("--local"), QStringLiteral("--get"), key}, true, &status).trimmed();
+  return repo.git({"config", "--local", "--get", key}, true, &status).trimmed();
 }
 }  // namespace
 
@@ -20,7 +20,7 @@ TEST(ConfigValueGitCommands, ReadWriteAndRemoveLocalKeys) {
   Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   const GitModule module = repo.module();
-  const QString key = QStringLiteral("user.name");
+  const QString key = "user.name";
 
   auto missing = GetConfigValueGitCommand::execute(module, key, ConfigLocation::local);
   ASSERT_TRUE(missing.isSuccess());
@@ -28,21 +28,20 @@ TEST(ConfigValueGitCommands, ReadWriteAndRemoveLocalKeys) {
   // The global file of the test environment has an identity.
   auto global = GetConfigValueGitCommand::execute(module, key, ConfigLocation::global);
   ASSERT_TRUE(global.isSuccess());
-  EXPECT_EQ(global.value(), std::optional<QString>(QStringLiteral("Jelv Test")));
+  EXPECT_EQ(global.value(), std::optional<QString>("Jelv Test"));
 
   // Inner and trailing blanks survive the round trip.
-  ASSERT_TRUE(SetConfigValueGitCommand::execute(module, key, QStringLiteral("Ada  Lovelace "), ConfigLocation::local));
+  ASSERT_TRUE(SetConfigValueGitCommand::execute(module, key, "Ada  Lovelace ", ConfigLocation::local));
   auto written = GetConfigValueGitCommand::execute(module, key, ConfigLocation::local);
   ASSERT_TRUE(written.isSuccess());
-  EXPECT_EQ(written.value(), std::optional<QString>(QStringLiteral("Ada  Lovelace ")));
+  EXPECT_EQ(written.value(), std::optional<QString>("Ada  Lovelace "));
 
   ASSERT_TRUE(SetConfigValueGitCommand::execute(module, key, std::nullopt, ConfigLocation::local));
   EXPECT_TRUE(localValue(repo, key).isEmpty());
   // Removing again is no failure: the key is absent as asked.
   EXPECT_TRUE(SetConfigValueGitCommand::execute(module, key, std::nullopt, ConfigLocation::local));
   // A key without a section is refused by git and reported.
-  EXPECT_TRUE(SetConfigValueGitCommand::execute(module, QStringLiteral("nosection"), QStringLiteral("x"), ConfigLocation::local)
-                  .isFailure());
+  EXPECT_TRUE(SetConfigValueGitCommand::execute(module, "nosection", "x", ConfigLocation::local).isFailure());
 }
 
 TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
@@ -54,34 +53,34 @@ TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
   ASSERT_TRUE(loaded.isSuccess());
   const RepositoryCommitSettings before = loaded.value();
   EXPECT_TRUE(before.userName.isEmpty());
-  EXPECT_EQ(before.globalUserName, QStringLiteral("Jelv Test"));
+  EXPECT_EQ(before.globalUserName, "Jelv Test");
   EXPECT_FALSE(before.templatePath.has_value());
 
   RepositoryCommitSettings after = before;
-  after.userName = QStringLiteral("  Ada Lovelace ");
-  after.userEmail = QStringLiteral("ada@example.com");
-  after.signingKey = QStringLiteral("ABCD1234");
+  after.userName = "  Ada Lovelace ";
+  after.userEmail = "ada@example.com";
+  after.signingKey = "ABCD1234";
   after.signOff = true;
-  after.commitTemplate = QStringLiteral("Subject\n\nWhy:\n");
+  after.commitTemplate = "Subject\n\nWhy:\n";
   ASSERT_TRUE(RepositoryCommitSettings::save(module, before, after));
   // The config write leaves the settings file alone; the main thread stores signing.
   EXPECT_FALSE(GitModuleSettings::load(module).signOff);
   RepositoryCommitSettings::saveSigning(module, before, after);
 
-  EXPECT_EQ(localValue(repo, QStringLiteral("user.name")), QStringLiteral("Ada Lovelace"));
-  EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
+  EXPECT_EQ(localValue(repo, "user.name"), "Ada Lovelace");
+  EXPECT_EQ(localValue(repo, "user.email"), "ada@example.com");
   const GitModuleSettings stored = GitModuleSettings::load(module);
-  EXPECT_EQ(stored.signingKey, std::optional<QString>(QStringLiteral("ABCD1234")));
+  EXPECT_EQ(stored.signingKey, std::optional<QString>("ABCD1234"));
   EXPECT_TRUE(stored.signOff);
-  const QString templatePath = localValue(repo, QStringLiteral("commit.template"));
-  EXPECT_EQ(templatePath, repo.gitDir() + QStringLiteral("/commit_msg_template.txt"));
-  EXPECT_EQ(repo.readFile(QStringLiteral(".git/commit_msg_template.txt")), QByteArray("Subject\n\nWhy:\n"));
+  const QString templatePath = localValue(repo, "commit.template");
+  EXPECT_EQ(templatePath, repo.gitDir() + "/commit_msg_template.txt");
+  EXPECT_EQ(repo.readFile(".git/commit_msg_template.txt"), QByteArray("Subject\n\nWhy:\n"));
 
   auto reread = RepositoryCommitSettings::load(module);
   ASSERT_TRUE(reread.isSuccess());
-  EXPECT_EQ(reread.value().userName, QStringLiteral("Ada Lovelace"));
-  EXPECT_EQ(reread.value().commitTemplate, QStringLiteral("Subject\n\nWhy:\n"));
-  EXPECT_EQ(reread.value().signingKey, QStringLiteral("ABCD1234"));
+  EXPECT_EQ(reread.value().userName, "Ada Lovelace");
+  EXPECT_EQ(reread.value().commitTemplate, "Subject\n\nWhy:\n");
+  EXPECT_EQ(reread.value().signingKey, "ABCD1234");
 
   // Emptied fields remove the local keys; the template file stays but is no longer used.
   RepositoryCommitSettings cleared = reread.value();
@@ -90,9 +89,9 @@ TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
   cleared.signingKey.clear();
   ASSERT_TRUE(RepositoryCommitSettings::save(module, reread.value(), cleared));
   RepositoryCommitSettings::saveSigning(module, reread.value(), cleared);
-  EXPECT_TRUE(localValue(repo, QStringLiteral("user.name")).isEmpty());
-  EXPECT_EQ(localValue(repo, QStringLiteral("user.email")), QStringLiteral("ada@example.com"));
-  EXPECT_TRUE(localValue(repo, QStringLiteral("commit.template")).isEmpty());
+  EXPECT_TRUE(localValue(repo, "user.name").isEmpty());
+  EXPECT_EQ(localValue(repo, "user.email"), "ada@example.com");
+  EXPECT_TRUE(localValue(repo, "commit.template").isEmpty());
   EXPECT_TRUE(QFile::exists(templatePath));
   EXPECT_FALSE(GitModuleSettings::load(module).signingKey.has_value());
   EXPECT_TRUE(GitModuleSettings::load(module).signOff);
@@ -106,9 +105,9 @@ TEST(RepositoryCommitSettings, AnUnchangedSheetWritesNothing) {
   auto loaded = RepositoryCommitSettings::load(repo.module());
   ASSERT_TRUE(loaded.isSuccess());
   // A stale config lock makes every config write fail.
-  repo.writeFile(QStringLiteral(".git/config.lock"), "");
+  repo.writeFile(".git/config.lock", "");
   EXPECT_TRUE(RepositoryCommitSettings::save(repo.module(), loaded.value(), loaded.value()));
   RepositoryCommitSettings renamed = loaded.value();
-  renamed.userName = QStringLiteral("Someone");
+  renamed.userName = "Someone";
   EXPECT_TRUE(RepositoryCommitSettings::save(repo.module(), loaded.value(), renamed).isFailure());
 }

@@ -10,7 +10,7 @@
 TEST(BatchLimits, LongListsAreSplitAndEveryPathArrives) {
   constexpr int count = 4500;
   TempRepository repo;
-  repo.commitFile(QStringLiteral("README"), "r\n", QStringLiteral("Base"));
+  repo.commitFile("README", "r\n", "Base");
   QStringList paths;
   std::vector<ChangedFilePtr> untracked, stagedAdded, stagedModified, unstagedModified;
   for (int i = 0; i < count; ++i) {
@@ -35,7 +35,7 @@ TEST(BatchLimits, LongListsAreSplitAndEveryPathArrives) {
   EXPECT_TRUE(stagedPaths(repo).isEmpty());
   EXPECT_EQ(untrackedPaths(repo), paths);
 
-  repo.commit(QStringLiteral("Many files"));
+  repo.commit("Many files");
   for (int i = 0; i < count; ++i) repo.writeFile(paths.at(i), "changed\n");
   repo.stageAll();
   LaunchCounter unstageModified;

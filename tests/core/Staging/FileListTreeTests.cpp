@@ -28,14 +28,14 @@ ChangedFilePtr modified(const QString& path) { return changedFile(path, ChangeTy
 // Folders come first, single-folder chains become one row, and the files keep the order
 // of the list they came from.
 TEST(FileListTree, GroupsByFolderAndMergesChainsOfSingleFolders) {
-  const ChangedFileList files{modified(QStringLiteral("README.md")),
-                              modified(QStringLiteral("docs/guide/intro.md")),
-                              modified(QStringLiteral("src/app/main.cpp")),
-                              modified(QStringLiteral("src/core/b.cpp")),
-                              modified(QStringLiteral("src/core/a.cpp")),
-                              modified(QStringLiteral("src/util.h")),
-                              changedFile(QStringLiteral("vendor/lib/"), ChangeType::unknown, false, true, true),
-                              modified(QStringLiteral("z.txt"))};
+  const ChangedFileList files{modified("README.md"),
+                              modified("docs/guide/intro.md"),
+                              modified("src/app/main.cpp"),
+                              modified("src/core/b.cpp"),
+                              modified("src/core/a.cpp"),
+                              modified("src/util.h"),
+                              changedFile("vendor/lib/", ChangeType::unknown, false, true, true),
+                              modified("z.txt")};
   EXPECT_EQ(picture(files), QStringLiteral("docs/guide/\n"
                                            "  intro.md\n"
                                            "src/\n"
@@ -52,15 +52,15 @@ TEST(FileListTree, GroupsByFolderAndMergesChainsOfSingleFolders) {
 }
 
 TEST(FileListTree, FolderRowsGiveEveryFileUnderThemAndAreFoundByTheirPath) {
-  const ChangedFileList files{modified(QStringLiteral("a/b/c/one.txt")), modified(QStringLiteral("a/b/c/two.txt")),
-                              modified(QStringLiteral("a/b/d/three.txt")), modified(QStringLiteral("top.txt"))};
+  const ChangedFileList files{modified("a/b/c/one.txt"), modified("a/b/c/two.txt"), modified("a/b/d/three.txt"),
+                              modified("top.txt")};
   const auto root = FileListTree::build(files);
   // "a/b" is merged; c and d stay apart because b holds two folders.
-  const FileListViewItem* ab = root->findDirectory(QStringLiteral("a/b"));
+  const FileListViewItem* ab = root->findDirectory("a/b");
   ASSERT_NE(ab, nullptr);
-  EXPECT_EQ(ab->name, QStringLiteral("a/b"));
-  EXPECT_EQ(root->findDirectory(QStringLiteral("a")), nullptr);
-  const FileListViewItem* c = root->findDirectory(QStringLiteral("a/b/c"));
+  EXPECT_EQ(ab->name, "a/b");
+  EXPECT_EQ(root->findDirectory("a"), nullptr);
+  const FileListViewItem* c = root->findDirectory("a/b/c");
   ASSERT_NE(c, nullptr);
   EXPECT_EQ(c->parent, ab);
 
@@ -78,7 +78,6 @@ TEST(FileListTree, FolderRowsGiveEveryFileUnderThemAndAreFoundByTheirPath) {
 // The same path on both sides of the index is two rows in two lists; within one list a
 // rename is filed under its new folder.
 TEST(FileListTree, RenamedFilesSitUnderTheirNewFolder) {
-  const ChangedFileList files{changedFile(QStringLiteral("new/place.txt"), ChangeType::renamed, true, false, false,
-                                          QStringLiteral("old/place.txt"))};
-  EXPECT_EQ(picture(files), QStringLiteral("new/\n  place.txt"));
+  const ChangedFileList files{changedFile("new/place.txt", ChangeType::renamed, true, false, false, "old/place.txt")};
+  EXPECT_EQ(picture(files), "new/\n  place.txt");
 }

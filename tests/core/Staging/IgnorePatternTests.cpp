@@ -13,32 +13,32 @@ QStringList titles(const std::vector<PatternMenuItem>& items) {
 }  // namespace
 
 TEST(PatternMenuItems, OffersTheFileItsExtensionEachFolderAndACustomPattern) {
-  EXPECT_EQ(titles(ignoreMenuItems(QStringLiteral("src/ui/view.cpp"))),
-            (QStringList{QStringLiteral("Ignore view.cpp"), QStringLiteral("Ignore All .cpp"), QStringLiteral("Ignore All Files in 'src/ui'"),
-                         QStringLiteral("Ignore All Files in 'src'"), QStringLiteral("Custom Pattern…")}));
+  EXPECT_EQ(titles(ignoreMenuItems("src/ui/view.cpp")),
+            (QStringList{"Ignore view.cpp", "Ignore All .cpp", "Ignore All Files in 'src/ui'", "Ignore All Files in 'src'",
+                         "Custom Pattern…"}));
   // No extension for "Makefile" or a dotfile, no folder at the top.
-  EXPECT_EQ(titles(ignoreMenuItems(QStringLiteral(".env"))), (QStringList{QStringLiteral("Ignore .env"), QStringLiteral("Custom Pattern…")}));
-  EXPECT_EQ(titles(ignoreMenuItems(QStringLiteral("Makefile"))).size(), 2);
-  EXPECT_EQ(ignoreMenuItems(QStringLiteral("Makefile")).back().kind, PatternMenuItem::Kind::customPattern);
+  EXPECT_EQ(titles(ignoreMenuItems(".env")), (QStringList{"Ignore .env", "Custom Pattern…"}));
+  EXPECT_EQ(titles(ignoreMenuItems("Makefile")).size(), 2);
+  EXPECT_EQ(ignoreMenuItems("Makefile").back().kind, PatternMenuItem::Kind::customPattern);
 
-  const auto lfs = lfsTrackMenuItems(QStringLiteral("assets/big.psd"));
-  EXPECT_EQ(titles(lfs), (QStringList{QStringLiteral("Track big.psd"), QStringLiteral("Track All .psd"),
-                                      QStringLiteral("Track All Files in 'assets'"), QStringLiteral("Custom Pattern…"), QStringLiteral("Unlock")}));
-  EXPECT_EQ(lfs.at(1).pattern, QStringLiteral("*.psd"));
-  EXPECT_EQ(lfs.at(2).pattern, QStringLiteral("assets/**"));
+  const auto lfs = lfsTrackMenuItems("assets/big.psd");
+  EXPECT_EQ(titles(lfs),
+            (QStringList{"Track big.psd", "Track All .psd", "Track All Files in 'assets'", "Custom Pattern…", "Unlock"}));
+  EXPECT_EQ(lfs.at(1).pattern, "*.psd");
+  EXPECT_EQ(lfs.at(2).pattern, "assets/**");
   EXPECT_EQ(lfs.back().kind, PatternMenuItem::Kind::unlock);
 }
 
 // Each offered pattern, written to .gitignore, catches what its title promises and no more.
 TEST(PatternMenuItems, PatternsIgnoreExactlyWhatTheTitleSays) {
   TempRepository repo;
-  const QString target = QStringLiteral("docs/[draft] #1 notes.txt");
+  const QString target = "docs/[draft] #1 notes.txt";
   const QStringList files{target,
-                          QStringLiteral("docs/d #1 notes.txt"),  // what "[draft]" would match as a glob
-                          QStringLiteral("docs/other.txt"),
-                          QStringLiteral("top.txt"),
-                          QStringLiteral("sub/docs/[draft] #1 notes.txt"),  // same name deeper down
-                          QStringLiteral("trailing ")};
+                          "docs/d #1 notes.txt",  // what "[draft]" would match as a glob
+                          "docs/other.txt",
+                          "top.txt",
+                          "sub/docs/[draft] #1 notes.txt",  // same name deeper down
+                          "trailing "};
   for (const QString& file : files) repo.writeFile(file, "x\n");
 
   const auto items = ignoreMenuItems(target);
@@ -61,29 +61,29 @@ TEST(PatternMenuItems, PatternsIgnoreExactlyWhatTheTitleSays) {
     EXPECT_EQ(sortedPreview, expected) << expectation.item.title.toStdString() << " as " << expectation.item.pattern.toStdString();
   }
 
-  const auto trailing = ignoreMenuItems(QStringLiteral("trailing "));
-  EXPECT_EQ(IgnorePatternGitCommand::preview(repo.module(), trailing.at(0).pattern).value(), QStringList{QStringLiteral("trailing ")});
+  const auto trailing = ignoreMenuItems("trailing ");
+  EXPECT_EQ(IgnorePatternGitCommand::preview(repo.module(), trailing.at(0).pattern).value(), QStringList{"trailing "});
 }
 
 TEST(IgnorePattern, PreviewListsTrackedAndUntrackedMatchesAndAppendHidesThem) {
   TempRepository repo;
-  repo.commitFile(QStringLiteral("logs/tracked.log"), "1\n", QStringLiteral("Tracked log"));
-  repo.writeFile(QStringLiteral("logs/tracked.log"), "changed\n");
-  repo.writeFile(QStringLiteral("logs/\u00FCber.log"), "2\n");
-  repo.writeFile(QStringLiteral("keep.txt"), "3\n");
-  repo.writeFile(QStringLiteral(".gitignore"), "*.tmp");  // no final newline
+  repo.commitFile("logs/tracked.log", "1\n", "Tracked log");
+  repo.writeFile("logs/tracked.log", "changed\n");
+  repo.writeFile("logs/\u00FCber.log", "2\n");
+  repo.writeFile("keep.txt", "3\n");
+  repo.writeFile(".gitignore", "*.tmp");  // no final newline
 
-  const GitResult<QStringList> preview = IgnorePatternGitCommand::preview(repo.module(), QStringLiteral("*.log"));
+  const GitResult<QStringList> preview = IgnorePatternGitCommand::preview(repo.module(), "*.log");
   ASSERT_TRUE(preview.isSuccess());
   QStringList listed = preview.value();
   listed.sort();
-  EXPECT_EQ(listed, (QStringList{QStringLiteral("logs/tracked.log"), QStringLiteral("logs/\u00FCber.log")}));
+  EXPECT_EQ(listed, (QStringList{"logs/tracked.log", "logs/\u00FCber.log"}));
 
-  ASSERT_TRUE(IgnorePatternGitCommand::append(repo.module(), QStringLiteral("*.log")).isSuccess());
-  EXPECT_EQ(repo.readFile(QStringLiteral(".gitignore")), QByteArray("*.tmp\n*.log\n"));
-  EXPECT_EQ(untrackedPaths(repo), (QStringList{QStringLiteral(".gitignore"), QStringLiteral("keep.txt")}));
+  ASSERT_TRUE(IgnorePatternGitCommand::append(repo.module(), "*.log").isSuccess());
+  EXPECT_EQ(repo.readFile(".gitignore"), QByteArray("*.tmp\n*.log\n"));
+  EXPECT_EQ(untrackedPaths(repo), (QStringList{".gitignore", "keep.txt"}));
 
   TempRepository fresh;
-  ASSERT_TRUE(IgnorePatternGitCommand::append(fresh.module(), QStringLiteral("/build/")).isSuccess());
-  EXPECT_EQ(fresh.readFile(QStringLiteral(".gitignore")), QByteArray("/build/\n"));
+  ASSERT_TRUE(IgnorePatternGitCommand::append(fresh.module(), "/build/").isSuccess());
+  EXPECT_EQ(fresh.readFile(".gitignore"), QByteArray("/build/\n"));
 }

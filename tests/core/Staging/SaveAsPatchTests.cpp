@@ -15,28 +15,27 @@ TEST(SaveAsPatch, ThePatchRecreatesTheChangesInACleanCheckout) {
   const QByteArray latin1("caf\xe9 cr\xe8me\n");
   QByteArray binary(300, '\0');
   for (int i = 0; i < binary.size(); ++i) binary[i] = static_cast<char>(i * 7);
-  repo.commitFile(QStringLiteral("menu.txt"), "cafe\n", QStringLiteral("base"));
-  repo.commitFile(QStringLiteral("logo.bin"), QByteArray(300, '\1'), QStringLiteral("logo"));
-  repo.writeFile(QStringLiteral("menu.txt"), latin1);
-  repo.writeFile(QStringLiteral("logo.bin"), binary);
-  repo.writeFile(QStringLiteral("src/new.h"), "#pragma once\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("src/new.h")});
-  repo.writeFile(QStringLiteral("notes/todo.txt"), "one\ntwo\n");
+  repo.commitFile("menu.txt", "cafe\n", "base");
+  repo.commitFile("logo.bin", QByteArray(300, '\1'), "logo");
+  repo.writeFile("menu.txt", latin1);
+  repo.writeFile("logo.bin", binary);
+  repo.writeFile("src/new.h", "#pragma once\n");
+  repo.git({"add", "src/new.h"});
+  repo.writeFile("notes/todo.txt", "one\ntwo\n");
 
   auto status = GetChangedFilesGitCommand::execute(repo.module(), {}, false, false);
   ASSERT_TRUE(status.isSuccess());
   ASSERT_EQ(status.value().changedFiles.size(), 4u);
   QTemporaryDir out;
-  const QString path = out.filePath(QStringLiteral("changes.patch"));
+  const QString path = out.filePath("changes.patch");
   ASSERT_TRUE(SaveChangesAsPatchGitCommand::execute(repo.module(), status.value().changedFiles, path));
 
-  repo.git({QStringLiteral("reset"), QStringLiteral("-q"), QStringLiteral("--hard")});
-  repo.git({QStringLiteral("clean"), QStringLiteral("-fdq")});
-  ASSERT_EQ(repo.readFile(QStringLiteral("menu.txt")), QByteArray("cafe\n"));
-  repo.git({QStringLiteral("apply"), path});
-  EXPECT_EQ(repo.readFile(QStringLiteral("menu.txt")), latin1);
-  EXPECT_EQ(repo.readFile(QStringLiteral("logo.bin")), binary);
-  EXPECT_EQ(repo.readFile(QStringLiteral("src/new.h")), QByteArray("#pragma once\n"));
-  EXPECT_EQ(repo.readFile(QStringLiteral("notes/todo.txt")), QByteArray("one\ntwo\n"));
-
+  repo.git({"reset", "-q", "--hard"});
+  repo.git({"clean", "-fdq"});
+  ASSERT_EQ(repo.readFile("menu.txt"), QByteArray("cafe\n"));
+  repo.git({"apply", path});
+  EXPECT_EQ(repo.readFile("menu.txt"), latin1);
+  EXPECT_EQ(repo.readFile("logo.bin"), binary);
+  EXPECT_EQ(repo.readFile("src/new.h"), QByteArray("#pragma once\n"));
+  EXPECT_EQ(repo.readFile("notes/todo.txt"), QByteArray("one\ntwo\n"));
 }

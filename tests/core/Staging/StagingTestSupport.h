@@ -23,7 +23,7 @@ inline ChangedFilePtr changedFile(const QString& path, ChangeType type, bool sta
 
 // Paths that git lists with -z, so blanks and non-ASCII arrive as they are.
 inline QStringList gitPaths(const TempRepository& repo, const QStringList& args) {
-  const QByteArray out = repo.gitBytes(args + QStringList{QStringLiteral("-z")});
+  const QByteArray out = repo.gitBytes(args + QStringList{"-z"});
   QStringList paths;
   for (const QByteArray& piece : out.split('\0')) {
     if (!piece.isEmpty()) paths << QString::fromUtf8(piece);
@@ -32,15 +32,11 @@ inline QStringList gitPaths(const TempRepository& repo, const QStringList& args)
   return paths;
 }
 
-inline QStringList stagedPaths(const TempRepository& repo) {
-  return gitPaths(repo, {QStringLiteral("diff"), QStringLiteral("--cached"), QStringLiteral("--name-only")});
-}
+inline QStringList stagedPaths(const TempRepository& repo) { return gitPaths(repo, {"diff", "--cached", "--name-only"}); }
 inline QStringList untrackedPaths(const TempRepository& repo) {
-  return gitPaths(repo, {QStringLiteral("ls-files"), QStringLiteral("--others"), QStringLiteral("--exclude-standard")});
+  return gitPaths(repo, {"ls-files", "--others", "--exclude-standard"});
 }
-inline QStringList modifiedPaths(const TempRepository& repo) {
-  return gitPaths(repo, {QStringLiteral("diff"), QStringLiteral("--name-only")});
-}
+inline QStringList modifiedPaths(const TempRepository& repo) { return gitPaths(repo, {"diff", "--name-only"}); }
 
 // Counts the git children an operation starts.
 class LaunchCounter {

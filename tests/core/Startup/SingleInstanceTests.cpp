@@ -12,13 +12,13 @@ TEST(SingleInstance, ASecondLaunchHandsItsArgumentsToTheFirst) {
   ASSERT_EQ(first.claim(), SingleInstance::Role::primary);
 
   // The second launch has a bus connection of its own.
-  QDBusConnection other = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("second-launch"));
+  QDBusConnection other = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "second-launch");
   {
     SingleInstance second(other);
     EXPECT_EQ(second.claim(), SingleInstance::Role::secondary);
 
     QSignalSpy received(&first, &SingleInstance::argumentsReceived);
-    const QStringList arguments{QStringLiteral("/src/a"), QStringLiteral("github-mac://openRepo//src/b")};
+    const QStringList arguments{"/src/a", "github-mac://openRepo//src/b"};
     bool answered = false;
     // The call blocks until the first answers, which needs this thread's event loop.
     std::thread launch([&] { answered = SingleInstance::forward(other, arguments); });
@@ -28,10 +28,10 @@ TEST(SingleInstance, ASecondLaunchHandsItsArgumentsToTheFirst) {
     EXPECT_TRUE(answered);
     EXPECT_EQ(received.at(0).at(0).toStringList(), arguments);
   }
-  QDBusConnection::disconnectFromBus(QStringLiteral("second-launch"));
+  QDBusConnection::disconnectFromBus("second-launch");
 }
 
 TEST(SingleInstance, ForwardingWithoutARunningInstanceFails) {
   if (!QDBusConnection::sessionBus().isConnected()) GTEST_SKIP() << "no session bus";
-  EXPECT_FALSE(SingleInstance::forward(QDBusConnection::sessionBus(), {QStringLiteral("/src/a")}, 2000));
+  EXPECT_FALSE(SingleInstance::forward(QDBusConnection::sessionBus(), {"/src/a"}, 2000));
 }

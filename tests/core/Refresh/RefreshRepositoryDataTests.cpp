@@ -232,8 +232,8 @@ TEST_F(RefreshDataTest, AnUnbornHeadHasNoHeadAndShowsTheOtherBranchesHistory) {
 }
 
 // Submodules follow ".gitmodules" and Git Flow follows the config file, whatever the
-// bits of the refresh that comes next.
-TEST_F(RefreshDataTest, ASubmoduleAndGitFlowAddedOutsideAreSeenByTheNextRefresh) {
+// bits of the refresh that comes next; issue-tracker rules follow their file.
+TEST_F(RefreshDataTest, ASubmoduleGitFlowAndIssueTrackerRulesAddedOutsideAreSeenByTheNextRefresh) {
   TempRepository library(true, "library");
   library.commitFile("lib.txt", "lib\n", "library");
   const RepositoryDataPtr data = first();
@@ -258,19 +258,14 @@ TEST_F(RefreshDataTest, ASubmoduleAndGitFlowAddedOutsideAreSeenByTheNextRefresh)
   auto again = refresh(next.value(), Subdomain::submodules() | Subdomain::gitFlowSettings());
   EXPECT_TRUE(again.isError<Error::NoChanges>());
   EXPECT_EQ(launches.count("submodule") + launches.count("config"), 0) << launches.subcommands().join(' ').toStdString();
-}
 
-TEST_F(RefreshDataTest, NewIssueTrackerRulesAreNotTakenForNoChange) {
-  const RepositoryDataPtr data = first();
-  ASSERT_TRUE(data);
+  // New issue-tracker rules are a change of their own; the same rules read again are none.
   repo.writeFile(".issuetracker", "[issuetracker \"Jira\"]\n\tregex = \"PROJ-(\\\\d+)\"\n\turl = \"https://jira.example.com/browse/PROJ-$1\"\n");
-  auto next = refresh(data, Subdomain::bugTrackerSettings());
-  ASSERT_TRUE(next.isSuccess()) << (next ? "" : describe(next.error()).toStdString());
-  ASSERT_EQ(next.value()->bugtrackers.bugtrackers.size(), 1u);
-  EXPECT_EQ(next.value()->bugtrackers.bugtrackers[0]->name, "Jira");
-
-  // The same rules read again are no change.
-  EXPECT_TRUE(refresh(next.value(), Subdomain::bugTrackerSettings()).isError<Error::NoChanges>());
+  auto rules = refresh(next.value(), Subdomain::bugTrackerSettings());
+  ASSERT_TRUE(rules.isSuccess()) << (rules ? "" : describe(rules.error()).toStdString());
+  ASSERT_EQ(rules.value()->bugtrackers.bugtrackers.size(), 1u);
+  EXPECT_EQ(rules.value()->bugtrackers.bugtrackers[0]->name, "Jira");
+  EXPECT_TRUE(refresh(rules.value(), Subdomain::bugTrackerSettings()).isError<Error::NoChanges>());
 }
 
 TEST_F(RefreshDataTest, AFailedLogGivesGitsOwnReason) {

@@ -105,13 +105,10 @@ TEST_F(RepositoryStateReadTest, MergeWithConflictsThenResolved) {
   ASSERT_TRUE(resolved.is<S::MergeInProgress>());
   EXPECT_EQ(barText(resolved), "Merging branch 'side' into 'main'. All conflicts fixed.");
   EXPECT_FALSE(RepositoryStateNotification::make(resolved)->mainAction);
-}
 
-TEST_F(RepositoryStateReadTest, MergeHeadWinsOverEveryOtherMarker) {
-  divergedBranches();
-  repo.git({"merge", "side"}, true);
+  // MERGE_HEAD wins over every other marker.
   for (const char* marker : {"CHERRY_PICK_HEAD", "REVERT_HEAD", "SQUASH_MSG", "BISECT_START"}) {
-    repo.writeFile(".git/" + L(marker), sha("main").toUtf8() + "\n");
+    repo.writeFile(".git/" + L(marker), mainSha.toUtf8() + "\n");
   }
   QDir().mkpath(repo.gitDir() + "/sequencer");
   QDir().mkpath(repo.gitDir() + "/rebase-merge");

@@ -13,6 +13,8 @@
 #include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+
 namespace {
 
 using S = RepositoryState;
@@ -34,6 +36,14 @@ class RepositoryStateReadTest : public ::testing::Test {
     auto result = read();
     EXPECT_TRUE(result.isSuccess()) << (result ? "" : describe(result.error()).toStdString());
     return result ? result.value() : RepositoryState();
+  }
+  // A rebase's progress in one line: "active-sha done/total amended-sha unmerged-count".
+  static QString progress(const RepositoryState& state) {
+    const auto* r = state.as<S::RebaseInProgress>();
+    if (!r) return "no rebase";
+    return QStringList{r->activeSha.value_or("-"), QStringLiteral("%1/%2").arg(r->done).arg(r->total), r->amend.value_or("-"),
+                       QString::number(r->unmergedFiles.size())}
+        .join(' ');
   }
   QString barText(const RepositoryState& state) {
     auto notification = RepositoryStateNotification::make(state);
@@ -122,27 +132,18 @@ TEST_F(RepositoryStateReadTest, RebaseOfTheMergeKindStoppedAtAConflict) {
   repo.git({"rebase", "main"}, true);
   ASSERT_TRUE(QFileInfo(repo.gitDir() + "/rebase-merge").isDir());
 
-  RepositoryState rebasing = state();
-  const auto* rebase = rebasing.as<S::RebaseInProgress>();
-  ASSERT_TRUE(rebase);
-  EXPECT_EQ(rebase->our->fullReference, "refs/heads/feature");
-  EXPECT_EQ(rebase->our->sha, featureSha);
-  EXPECT_EQ(rebase->their->fullReference, "refs/heads/main");
-  EXPECT_EQ(rebase->activeSha, c2);
-  EXPECT_EQ(rebase->done, 1);  // c1 is done, c2 is the one stopped at
-  EXPECT_EQ(rebase->total, 3);
-  EXPECT_FALSE(rebase->amend);
-  ASSERT_EQ(rebase->unmergedFiles.size(), 1u);
+  // c1 is done, c2 is the one stopped at.
+  const RepositoryState rebasing = state();
+  ASSERT_TRUE(rebasing.is<S::RebaseInProgress>());
+  EXPECT_EQ(rebasing.as<S::RebaseInProgress>()->our->fullReference, "refs/heads/feature");
+  EXPECT_EQ(rebasing.as<S::RebaseInProgress>()->our->sha, featureSha);
+  EXPECT_EQ(rebasing.as<S::RebaseInProgress>()->their->fullReference, "refs/heads/main");
+  EXPECT_EQ(progress(rebasing), c2 + " 1/3 - 1");
   EXPECT_EQ(barText(rebasing), "Rebasing branch 'feature'. Rebased 1 of 3 commits. Fix 1 conflict");
 
   // Without a finished entry the count must not go below zero, and there is no sha.
   repo.writeFile(".git/rebase-merge/done", "");
-  const RepositoryState withEmptyDone = state();
-  const auto* emptyDone = withEmptyDone.as<S::RebaseInProgress>();
-  ASSERT_TRUE(emptyDone);
-  EXPECT_FALSE(emptyDone->activeSha);
-  EXPECT_EQ(emptyDone->done, 0);
-  EXPECT_EQ(emptyDone->total, 1);
+  EXPECT_EQ(progress(state()), "- 0/1 - 1");
 
   // Without the commit it rebases onto, the read fails as a whole.
   QFile::remove(repo.gitDir() + "/rebase-merge/onto");
@@ -156,14 +157,8 @@ TEST_F(RepositoryStateReadTest, InteractiveRebaseStoppedToEditIsAmending) {
   qunsetenv("GIT_SEQUENCE_EDITOR");
   const QString c1 = sha("feature~2");
 
-  RepositoryState editing = state();
-  const auto* rebase = editing.as<S::RebaseInProgress>();
-  ASSERT_TRUE(rebase);
-  EXPECT_EQ(rebase->amend, c1);
-  EXPECT_EQ(rebase->activeSha, c1);
-  EXPECT_EQ(rebase->done, 0);
-  EXPECT_EQ(rebase->total, 3);
-  EXPECT_TRUE(rebase->unmergedFiles.empty());
+  const RepositoryState editing = state();
+  EXPECT_EQ(progress(editing), c1 + " 0/3 " + c1 + " 0");
   EXPECT_EQ(barText(editing), "Rebasing branch 'feature'. Rebased 0 of 3 commits. Amending '" + c1 + "'");
 }
 
@@ -173,15 +168,11 @@ TEST_F(RepositoryStateReadTest, RebaseOfTheMailboxKindStoppedAtAConflict) {
   repo.git({"rebase", "--apply", "main"}, true);
   ASSERT_TRUE(QFileInfo(repo.gitDir() + "/rebase-apply").isDir());
 
-  RepositoryState rebasing = state();
-  const auto* rebase = rebasing.as<S::RebaseInProgress>();
-  ASSERT_TRUE(rebase);
-  EXPECT_EQ(rebase->our->fullReference, "refs/heads/feature");
-  EXPECT_EQ(rebase->their->fullReference, "refs/heads/main");
-  EXPECT_EQ(rebase->activeSha, c2);
-  EXPECT_EQ(rebase->done, 1);
-  EXPECT_EQ(rebase->total, 3);
-  EXPECT_FALSE(rebase->interactive);
+  const RepositoryState rebasing = state();
+  ASSERT_TRUE(rebasing.is<S::RebaseInProgress>());
+  EXPECT_EQ(rebasing.as<S::RebaseInProgress>()->our->fullReference, "refs/heads/feature");
+  EXPECT_EQ(rebasing.as<S::RebaseInProgress>()->their->fullReference, "refs/heads/main");
+  EXPECT_EQ(progress(rebasing), c2 + " 1/3 - 1");
 
   // A companion that can't be read fails the whole read.
   repo.writeFile(".git/rebase-apply/next", "two\n");

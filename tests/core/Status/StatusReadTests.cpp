@@ -17,6 +17,11 @@ namespace {
 const QString nonAscii = "\u00e4rger \u65e5\u672c.txt";
 const QString withNewline = "two\nlines.txt";
 
+// The files a read gives, or its failure.
+QStringList files(const GitResult<ChangedFileList>& result) {
+  return result ? describe(result.value()) : QStringList{"failed: " + describe(result.error())};
+}
+
 class StatusReadTest : public ::testing::Test {
  protected:
   void SetUp() override { Preferences::shared().setGitInstance(GitInstanceType::system()); }
@@ -124,23 +129,17 @@ TEST_F(StatusReadTest, FilesOfACommitAgainstItsParentTheEmptyTreeOrAnotherCommit
   repo.writeFile("third.txt", "3\n");
   const QString third = repo.commit("third");
 
-  auto rootFiles = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), root, std::nullopt, {});
-  ASSERT_TRUE(rootFiles.isSuccess());
+  const auto read = [&](const QString& sha, std::optional<QString> base) {
+    auto result = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), sha, base, {});
+    for (const auto& f : result ? result.value() : ChangedFileList()) EXPECT_EQ(f->treeIsh, sha);
+    return files(result);
+  };
   // git's order, byte-wise; the quoted non-ASCII name comes back as it is on disk
-  EXPECT_EQ(describe(rootFiles.value()), (QStringList{"unstaged added 'keep.txt'", "unstaged added '" + nonAscii + "'"}));
-  for (const auto& f : rootFiles.value()) EXPECT_EQ(f->treeIsh, root);
-
-  auto secondFiles = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), second, std::nullopt, {});
-  ASSERT_TRUE(secondFiles.isSuccess());
-  EXPECT_EQ(describe(secondFiles.value()),
+  EXPECT_EQ(read(root, std::nullopt), (QStringList{"unstaged added 'keep.txt'", "unstaged added '" + nonAscii + "'"}));
+  EXPECT_EQ(read(second, std::nullopt),
             (QStringList{"unstaged renamed 'kept.txt' from 'keep.txt'", "unstaged modified '" + nonAscii + "'"}));
-
-  auto range = GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), third, root, {});
-  ASSERT_TRUE(range.isSuccess());
-  EXPECT_EQ(describe(range.value()), (QStringList{"unstaged renamed 'kept.txt' from 'keep.txt'", "unstaged added 'third.txt'",
-                                                  "unstaged modified '" + nonAscii + "'"}));
-  for (const auto& f : range.value()) EXPECT_EQ(f->treeIsh, third);
-
+  EXPECT_EQ(read(third, root), (QStringList{"unstaged renamed 'kept.txt' from 'keep.txt'", "unstaged added 'third.txt'",
+                                            "unstaged modified '" + nonAscii + "'"}));
   EXPECT_TRUE(GetRevisionChangedFilesGitCommand::executeInternal(repo.module(), "no-such-commit", std::nullopt, {})
                   .isError<Error::GitUnknownError>());
 }
@@ -154,16 +153,13 @@ TEST_F(StatusReadTest, StagedFilesForAmendSeeTheIndexAgainstThePreviousCommit) {
 
   // The last commit is the root: everything it holds plus the index counts as added.
   auto onRoot = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
-  ASSERT_TRUE(onRoot.isSuccess());
-  EXPECT_EQ(describe(onRoot.value()), (QStringList{"staged added 'first.txt'", "staged added 'staged.txt'"}));
+  EXPECT_EQ(files(onRoot), (QStringList{"staged added 'first.txt'", "staged added 'staged.txt'"}));
   EXPECT_EQ(onRoot.value()[0]->fileMode, "100644");
 
   repo.commit("second");  // takes unstaged.txt too
   repo.writeFile("first.txt", "changed\n");
   repo.git({"add", "first.txt"});
-  auto onSecond = GetStagedFilesForAmendGitCommand::executeInternal(repo.module());
-  ASSERT_TRUE(onSecond.isSuccess());
-  EXPECT_EQ(describe(onSecond.value()),
+  EXPECT_EQ(files(GetStagedFilesForAmendGitCommand::executeInternal(repo.module())),
             (QStringList{"staged modified 'first.txt'", "staged added 'staged.txt'", "staged added 'unstaged.txt'"}));
 }
 

@@ -69,14 +69,6 @@ QColor inkOf(const QImage& image) {
   return best;
 }
 
-// The page in a window of a screenshot's size, its lists read; null when the read did
-// not end.
-StageFileViewController* showLoaded(QMainWindow& window, LocalChangesPage& page) {
-  window.setCentralWidget(page.view());
-  window.resize(1100, 720);
-  window.show();
-  return page.load() ? page.view() : nullptr;
-}
 }  // namespace
 
 // The menu lists the last messages newest first; choosing one fills the fields and
@@ -101,19 +93,15 @@ TEST(CommitBox, RecentMessagesFillTheFields) {
 
 // A squash merge fills in git's prepared message once and turns the button into
 // "Squash Commits"; committing it records the squash.
-TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
-  TempRepository repo;
+TEST_F(LocalChangesTest, SquashInProgressPrefillsTheMessage) {
   repo.commitFile("a.txt", "a\n", "base");
   repo.git({"checkout", "-q", "-b", "topic"});
   repo.commitFile("b.txt", "b\n", "Topic work");
   repo.git({"checkout", "-q", "main"});
   repo.git({"merge", "--squash", "topic"});
 
-  LocalChangesPage page(repo);
-  StageFileViewController& view = *page.view();
-  view.show();
-  ASSERT_TRUE(page.load());
-  CommitController* box = view.commitBox();
+  open();
+  CommitController* box = view->commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Squashed commit of the following:"));
   EXPECT_TRUE(box->descriptionField()->toPlainText().contains(u"Topic work"));
   EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Squash Commits"));
@@ -121,7 +109,7 @@ TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
   // Emptied by the user, the fields stay empty at the next refresh.
   box->subjectField()->clear();
   box->descriptionField()->clear();
-  ASSERT_TRUE(page.reloadAfter([&] { view.reload(); }));
+  ASSERT_TRUE(page->reloadAfter([&] { view->reload(); }));
   EXPECT_TRUE(box->subjectField()->text().isEmpty());
 
   box->subjectField()->setText(QStringLiteral("Squash topic"));
@@ -132,8 +120,7 @@ TEST(CommitBox, SquashInProgressPrefillsTheMessage) {
 
 // A cherry-pick of two commits stops at a conflict on the first; once that is resolved and
 // committed the button continues with the second.
-TEST(CommitBox, ContinueCherryPickAppliesTheRemainingCommits) {
-  TempRepository repo;
+TEST_F(LocalChangesTest, ContinueCherryPickAppliesTheRemainingCommits) {
   repo.commitFile("a.txt", "base\n", "base");
   repo.git({"checkout", "-q", "-b", "topic"});
   repo.commitFile("a.txt", "topic\n", "Topic edits a");
@@ -145,14 +132,11 @@ TEST(CommitBox, ContinueCherryPickAppliesTheRemainingCommits) {
   repo.git({"add", "a.txt"});
   repo.git({"-c", "core.editor=true", "commit", "--no-edit"});
 
-  LocalChangesPage page(repo);
-  StageFileViewController& view = *page.view();
-  view.show();
-  ASSERT_TRUE(page.load());
-  CommitController* box = view.commitBox();
+  open();
+  CommitController* box = view->commitBox();
   ASSERT_EQ(box->commitButton()->text(), QStringLiteral("Continue Cherry-Pick"));
   ASSERT_TRUE(box->commitButton()->isEnabled());
-  ASSERT_TRUE(page.reloadAfter([&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
+  ASSERT_TRUE(page->reloadAfter([&] { QTest::mouseClick(box->commitButton(), Qt::LeftButton); }));
   EXPECT_EQ(lastMessage(repo), QStringLiteral("Topic adds b"));
   EXPECT_FALSE(QFile::exists(repo.gitDir() + QStringLiteral("/sequencer")));
   EXPECT_EQ(box->commitButton()->text(), QStringLiteral("Commit"));
@@ -207,8 +191,7 @@ TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
 // The draft survives a reopen. While amending, the fields hold the last message and the
 // staged list what the amended commit will hold; off again, the draft and the index come
 // back. Ctrl+Return commits and empties the box and the draft.
-TEST(CommitBox, AmendShowsTheAmendedCommitAndGivesTheDraftBack) {
-  TempRepository repo;
+TEST_F(LocalChangesTest, AmendShowsTheAmendedCommitAndGivesTheDraftBack) {
   repo.commitFile("a.txt", "a\n", "First");
   repo.commitFile("b.txt", "b\n", "Add b");
   repo.writeFile("c.txt", "c\n");
@@ -220,37 +203,34 @@ TEST(CommitBox, AmendShowsTheAmendedCommitAndGivesTheDraftBack) {
   }
   EXPECT_EQ(GitModuleSettings::load(repo.module()).draftMessage, QStringLiteral("Draft subject\n\nDraft body"));
 
-  LocalChangesPage page(repo);
-  StageFileViewController& view = *page.view();
-  view.show();
-  ASSERT_TRUE(page.load());
+  open();
   const auto staged = [&] {
     QStringList paths;
-    for (const auto& file : view.stagedList()->files()) paths << file->path;
+    for (const auto& file : view->stagedList()->files()) paths << file->path;
     return paths;
   };
-  CommitController* box = view.commitBox();
+  CommitController* box = view->commitBox();
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
   EXPECT_EQ(staged(), QStringList{"c.txt"});
 
-  ASSERT_TRUE(page.reloadAfter([&] { box->amendBox()->click(); }));
+  ASSERT_TRUE(page->reloadAfter([&] { box->amendBox()->click(); }));
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Add b"));
   EXPECT_EQ(staged(), (QStringList{"b.txt", "c.txt"}));
-  EXPECT_EQ(view.stagedLabel()->text(), QStringLiteral("Staged (2)"));
+  EXPECT_EQ(view->stagedLabel()->text(), QStringLiteral("Staged (2)"));
   // The diff of a file of the amended commit is taken against the commit before it.
-  ASSERT_TRUE(waitFor(&view, SIGNAL(diffLoaded()), [&] { view.stagedList()->selectFile(QStringLiteral("b.txt")); }));
-  EXPECT_TRUE(view.diffView()->toPlainText().contains(u"@@ -0,0 +1,1 @@\nb")) << view.diffView()->toPlainText().toStdString();
+  ASSERT_TRUE(waitFor(view, SIGNAL(diffLoaded()), [&] { view->stagedList()->selectFile(QStringLiteral("b.txt")); }));
+  EXPECT_TRUE(view->diffView()->toPlainText().contains(u"@@ -0,0 +1,1 @@\nb")) << view->diffView()->toPlainText().toStdString();
 
-  ASSERT_TRUE(page.reloadAfter([&] { box->amendBox()->click(); }));
+  ASSERT_TRUE(page->reloadAfter([&] { box->amendBox()->click(); }));
   EXPECT_EQ(staged(), QStringList{"c.txt"});
   EXPECT_EQ(box->subjectField()->text(), QStringLiteral("Draft subject"));
   EXPECT_EQ(box->descriptionField()->toPlainText(), QStringLiteral("Draft body"));
 
-  ASSERT_TRUE(page.reloadAfter([&] { box->amendBox()->click(); }));
+  ASSERT_TRUE(page->reloadAfter([&] { box->amendBox()->click(); }));
   box->subjectField()->setText(QStringLiteral("Add b and c"));
   const QString parent = repo.git({"rev-parse", "HEAD^"}).trimmed();
   box->subjectField()->setFocus();
-  ASSERT_TRUE(page.reloadAfter([&] { QTest::keyClick(box->subjectField(), Qt::Key_Return, Qt::ControlModifier); }));
+  ASSERT_TRUE(page->reloadAfter([&] { QTest::keyClick(box->subjectField(), Qt::Key_Return, Qt::ControlModifier); }));
   EXPECT_EQ(repo.git({"rev-parse", "HEAD^"}).trimmed(), parent);
   EXPECT_EQ(lastMessage(repo), QStringLiteral("Add b and c"));
   EXPECT_EQ(repo.git({"show", "--name-only", "--format="}), QStringLiteral("b.txt\nc.txt\n"));
@@ -285,36 +265,24 @@ TEST(CommitBox, AnAbortedMergeTakesItsMessageBack) {
 // two limits (50 and 70 by default), the error one red.
 TEST(CommitBoxLook, CounterColoursAreDrawnAndFollowThePreferences) {
   TempRepository repo;
-  repo.commitFile("src/a.cpp", "int limit() {\n  return 50;\n}\n", "base");
-  repo.writeFile("src/a.cpp", "int limit() {\n  // Subjects up to 72 characters read well in most tools.\n  return 72;\n}\n");
-  repo.git({"add", "src/a.cpp"});
-
-  QMainWindow window;
-  LocalChangesPage page(repo);
-  StageFileViewController* view = showLoaded(window, page);
-  ASSERT_TRUE(view);
-  // A file's diff on the right, as a user would look at it before committing.
-  waitFor(view, SIGNAL(diffLoaded()), [&] { view->stagedList()->selectFile(QStringLiteral("src/a.cpp")); });
-  CommitController* box = view->commitBox();
-  box->descriptionField()->setPlainText(QStringLiteral("The old limit cut long subjects; the new one is reccomended by most projects."));
-
+  CommitController box(repo.module(), std::make_shared<JobQueue>());
+  box.resize(520, 260);
+  box.show();
   std::vector<QColor> inks;
-  const std::pair<int, const char*> states[] = {{36, "commit-box-normal"}, {62, "commit-box-low"}, {78, "commit-box-high"}};
-  for (const auto& [length, name] : states) {
-    box->subjectField()->setText(QStringLiteral("Explain the parser's new limits").leftJustified(length, QLatin1Char('.')));
+  for (const int length : {36, 62, 78}) {
+    box.subjectField()->setText(QStringLiteral("Explain the parser's new limits").leftJustified(length, QLatin1Char('.')));
     QApplication::processEvents();
-    ASSERT_FALSE(box->counterLabel()->isHidden());
-    inks.push_back(inkOf(box->counterLabel()->grab().toImage()));
-    screenshot(&window, QString::fromLatin1(name));
+    ASSERT_FALSE(box.counterLabel()->isHidden());
+    inks.push_back(inkOf(box.counterLabel()->grab().toImage()));
   }
   EXPECT_NE(inks[0], inks[1]);
   EXPECT_NE(inks[1], inks[2]);
   EXPECT_GT(inks[2].red(), inks[2].green() + 60);
 
   // A limit changed in the preferences applies at once: 78 is no longer too long.
-  EXPECT_FALSE(box->counterLabel()->toolTip().isEmpty());
+  EXPECT_FALSE(box.counterLabel()->toolTip().isEmpty());
   Preferences::shared().setCommitSubjectLimitHigh(100);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return box->counterLabel()->toolTip().isEmpty(); }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return box.counterLabel()->toolTip().isEmpty(); }, 2000));
   Preferences::shared().setCommitSubjectLimitHigh(70);
 }
 

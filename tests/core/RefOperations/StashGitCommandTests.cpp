@@ -75,6 +75,13 @@ TEST(StashGitCommandTest, PartialStashLeavesTheOtherFilesAsTheyWere) {
 TEST(StashGitCommandTest, SnapshotKeepsTheWorkingTreeAndIndexUntouched) {
   TempRepository repo;
   twoFiles(repo);
+  // Nothing to save is a plain message, for a snapshot as for a stash.
+  for (const GitVoidResult& result : {StashGitCommand::save(repo.module(), "m", true), StashGitCommand::snapshot(repo.module(), "m")}) {
+    ASSERT_TRUE(result.isError<Error::Generic>());
+    EXPECT_EQ(std::get<Error::Generic>(result.error()).text, "There are no local changes to stash.");
+  }
+  EXPECT_TRUE(stashList(repo).isEmpty());
+
   repo.writeFile("a.txt", "a changed\n");
   repo.writeFile("b file ä.txt", "b staged\n");
   repo.git({"add", "b file ä.txt"});
@@ -91,16 +98,6 @@ TEST(StashGitCommandTest, SnapshotKeepsTheWorkingTreeAndIndexUntouched) {
   EXPECT_EQ(repo.readFile("a.txt"), "a changed\n");
   EXPECT_EQ(repo.readFile("b file ä.txt"), "b staged\n");
   EXPECT_EQ(stashList(repo).size(), 1);  // apply keeps the entry
-}
-
-TEST(StashGitCommandTest, NothingToSaveIsAPlainMessage) {
-  TempRepository repo;
-  twoFiles(repo);
-  for (const GitVoidResult& result : {StashGitCommand::save(repo.module(), "m", true), StashGitCommand::snapshot(repo.module(), "m")}) {
-    ASSERT_TRUE(result.isError<Error::Generic>());
-    EXPECT_EQ(std::get<Error::Generic>(result.error()).text, "There are no local changes to stash.");
-  }
-  EXPECT_TRUE(stashList(repo).isEmpty());
 }
 
 TEST(StashGitCommandTest, DropRemovesTheChosenEntryOnlyAndAConflictingPopKeepsIt) {

@@ -5,7 +5,6 @@
 #include "Git/Commands/Repository/GetHeadGitCommand.h"
 #include "Git/Commands/Remotes/GetRemotesGitCommand.h"
 #include "Git/Commands/Repository/GetReferencesGitCommand.h"
-#include "Jobs/CancelationToken.h"
 #include "Models/BisectMark.h"
 #include "Models/RepositoryReferences.h"
 #include "ReferencesTestSupport.h"
@@ -38,14 +37,8 @@ QStringList names(const std::vector<Remote>& remotes) {
 class ReferencesRepositoryTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    {
-      FixedDates dates("1500000000 +0000", "1500000000 +0000");
-      first = upstream.commitFile("a.txt", "1\n", "first");
-    }
-    {
-      FixedDates dates("1600000000 +0000", "1600000000 +0000");
-      second = upstream.commitFile("a.txt", "2\n", "second");
-    }
+    first = commitAt("1500000000 +0000", upstream, "a.txt", "1\n", "first");
+    second = commitAt("1600000000 +0000", upstream, "a.txt", "2\n", "second");
     upstream.git({"branch", "feature/x", first});
     {
       // The tag object is made later than the commit it points at.

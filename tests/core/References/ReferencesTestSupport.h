@@ -5,6 +5,7 @@
 
 #include "Models/Reference.h"
 #include "support/LogCapture.h"
+#include "support/TempRepository.h"
 
 inline QDateTime utc(qint64 seconds) { return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC); }
 
@@ -26,3 +27,10 @@ class FixedDates {
     qunsetenv("GIT_COMMITTER_DATE");
   }
 };
+
+// Commits a file with this author and committer date ("1500000000 +0000").
+inline QString commitAt(const QByteArray& date, const TempRepository& repo, const QString& path, const QByteArray& content,
+                        const QString& message) {
+  FixedDates dates(date, date);
+  return repo.commitFile(path, content, message);
+}

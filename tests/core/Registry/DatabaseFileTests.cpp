@@ -30,12 +30,6 @@ TEST_F(RegistryTest, ReopeningKeepsRowsAndAFileFromAnEarlierRunIsReadAsItStands)
             (RepositoryRecord{2, "/src/beta", "Beta", QDateTime(QDate(2023, 5, 6), QTime(7, 8, 9, 123), Qt::UTC), 1, "Work", 4}));
 }
 
-TEST_F(RegistryTest, LastOpenedIsStoredAsUtcTextWithMilliseconds) {
-  clock = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 678), Qt::UTC);
-  settings->addRepository("/src/alpha");
-  EXPECT_EQ(rows("SELECT lastOpened FROM repositories"), QStringList{"2024-01-02T03:04:05.678"});
-}
-
 TEST(RegistryFileTest, AFileDamagedInsideAValidHeaderIsAlsoReplaced) {
   QTemporaryDir dir;
   const QString path = dir.path() + "/db.sqlite3";

@@ -37,11 +37,13 @@ TEST_F(RegistryTest, AddingAKnownPathOnlyTouchesLastOpened) {
 }
 
 TEST_F(RegistryTest, ANewRowIsNamedByItsFolderWithNoTagAndAHandAdditionHasNoCategory) {
+  clock = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 678), Qt::UTC);
   const auto id = settings->addRepository("/home/ada/src/parser");
   const auto repositories = settings->getRepositories();
   ASSERT_EQ(repositories.size(), 1u);
   EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/home/ada/src/parser", "parser", clock, {}, {}, {}}));
-  EXPECT_EQ(rows("SELECT FKCategoryId, colorTag FROM repositories"), QStringList{"NULL|NULL"});
+  // The last opening is stored as UTC text with milliseconds.
+  EXPECT_EQ(rows("SELECT FKCategoryId, colorTag, lastOpened FROM repositories"), QStringList{"NULL|NULL|2024-01-02T03:04:05.678"});
 }
 
 TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategory) {

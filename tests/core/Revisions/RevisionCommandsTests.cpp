@@ -22,15 +22,9 @@ QStringList shas(const RevisionList& list) {
 class RevisionsRepositoryTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    {
-      FixedDates dates("1500000000 +0000", "1500000000 +0000");
-      root = repo.commitFile("a", "1", "root");
-    }
+    root = commitAt("1500000000 +0000", repo, "a", "1", "root");
     repo.git({"checkout", "-q", "-b", "side"});
-    {
-      FixedDates dates("1500000100 +0000", "1500000100 +0000");
-      side = repo.commitFile("side", "1", "side");
-    }
+    side = commitAt("1500000100 +0000", repo, "side", "1", "side");
     repo.git({"checkout", "-q", "main"});
     {
       FixedDates dates("1500000200 +0000", "1500000200 +0000");

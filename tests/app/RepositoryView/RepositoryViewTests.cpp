@@ -25,6 +25,7 @@
 #include "Controls/Diff/DiffTextView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
 #include "Controls/RepositoryStatusBar.h"
+#include "Git/Commands/RepositoryStatus/GetPathsStatusGitCommand.h"
 #include "Git/Commands/RunGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
@@ -226,15 +227,9 @@ TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyIt
   QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->refreshPaths({QStringLiteral("b.txt")});
   ASSERT_TRUE(reloaded.wait(10000));
-  const auto statusReads = [&] {
-    int full = 0;
-    for (const QStringList& args : launches.all()) {
-      if (LaunchRecorder::subcommand(args) == QStringLiteral("status") && !args.contains(QStringLiteral("--"))) ++full;
-    }
-    return full;
-  };
-  EXPECT_EQ(statusReads(), 0) << launches.subcommands().join(' ').toStdString();
-  EXPECT_EQ(launches.count(QStringLiteral("status")), 1);
+  // One status read, and it is the one limited to the path.
+  EXPECT_EQ(launches.count(QStringLiteral("status")), 1) << launches.subcommands().join(' ').toStdString();
+  EXPECT_EQ(launches.countEndingWith(GetPathsStatusGitCommand::arguments({QStringLiteral("b.txt")}, false, false)), 1);
   ASSERT_EQ(local->stagedList()->files().size(), 1u);
   EXPECT_EQ(local->stagedList()->files()[0]->path, QStringLiteral("b.txt"));
   const ChangedFileList known = view.controller()->repositoryStatus()->changedFiles;

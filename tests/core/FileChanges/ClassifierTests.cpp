@@ -8,7 +8,7 @@ using namespace FileChangeClassifier;
 
 namespace {
 const QString shaA = QString(64, QLatin1Char('a'));
-const QString shaB = QStringLiteral("0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef");
+const QString shaB = "0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef";
 
 QString pointerDiff(const QString& oldSha, qint64 oldSize, const QString& newSha, qint64 newSize) {
   return QStringLiteral("diff --git a/big.bin b/big.bin\nindex 1..2 100644\n--- a/big.bin\n+++ b/big.bin\n@@ -1,3 +1,3 @@\n"
@@ -28,9 +28,9 @@ TEST(FileChangeClassifier, ImagesAreKnownBySuffixAlone) {
 }
 
 TEST(FileChangeClassifier, BinaryLineCountsOnlyAtALineStartInAShortDiff) {
-  const QString binary = QStringLiteral("diff --git a/x b/x\nindex 1..2\nBinary files a/x and b/x differ\n");
+  const QString binary = "diff --git a/x b/x\nindex 1..2\nBinary files a/x and b/x differ\n";
   EXPECT_TRUE(isBinaryDiff(binary));
-  EXPECT_FALSE(isBinaryDiff(QStringLiteral("@@ -1 +1 @@\n-text mentioning Binary files\n")));
+  EXPECT_FALSE(isBinaryDiff("@@ -1 +1 @@\n-text mentioning Binary files\n"));
   EXPECT_FALSE(isBinaryDiff(QString()));
 
   // Padded to exactly 3072 characters it still counts; one more and it isn't looked at.
@@ -62,11 +62,11 @@ TEST(FileChangeClassifier, LfsChangeNeedsExactlyOneRemovedAndOneAddedPointer) {
 TEST(FileChangeClassifier, SubmoduleDiffGivesBothShasAndTheDirtyMark) {
   const QString diff = QStringLiteral("diff --git a/lib b/lib\n--- a/lib\n+++ b/lib\n@@ -1 +1 @@\n-Subproject commit 1234567\n"
                                       "+Subproject commit 89abcde-dirty\n");
-  EXPECT_EQ(parseSubmoduleDiff(diff, true), (SubmoduleShas{QStringLiteral("1234567"), QStringLiteral("89abcde"), true}));
-  EXPECT_EQ(parseSubmoduleDiff(diff, false), (SubmoduleShas{QStringLiteral("1234567"), QStringLiteral("89abcde"), false}));
+  EXPECT_EQ(parseSubmoduleDiff(diff, true), (SubmoduleShas{"1234567", "89abcde", true}));
+  EXPECT_EQ(parseSubmoduleDiff(diff, false), (SubmoduleShas{"1234567", "89abcde", false}));
   // Only an added pointer (a new submodule), or the sides in the wrong order: nothing.
-  EXPECT_FALSE(parseSubmoduleDiff(QStringLiteral("+Subproject commit 1234567\n"), true).has_value());
-  EXPECT_FALSE(parseSubmoduleDiff(QStringLiteral("+Subproject commit 1234567\n-Subproject commit 89abcde\n"), true).has_value());
+  EXPECT_FALSE(parseSubmoduleDiff("+Subproject commit 1234567\n", true).has_value());
+  EXPECT_FALSE(parseSubmoduleDiff("+Subproject commit 1234567\n-Subproject commit 89abcde\n", true).has_value());
 }
 
 TEST(FileChangeClassifier, TextMeansFewNulBytesAndValidUtf8) {
@@ -81,14 +81,14 @@ TEST(FileChangeClassifier, TextMeansFewNulBytesAndValidUtf8) {
 TEST(LfsPointer, ParsesThePointerFileAndWritesItBack) {
   const LfsPointer pointer{shaB, 1234567890123};
   const QString text = pointer.description();
-  EXPECT_TRUE(text.startsWith(QStringLiteral("version https://git-lfs.github.com/spec/v1\noid sha256:") + shaB + QStringLiteral("\nsize ")));
+  EXPECT_TRUE(text.startsWith("version https://git-lfs.github.com/spec/v1\noid sha256:" + shaB + "\nsize "));
   EXPECT_EQ(LfsPointer::parse(text), pointer);
   EXPECT_TRUE(LfsPointer::isPointerText(text));
 
-  EXPECT_FALSE(LfsPointer::parse(text + QStringLiteral("ext-0-foo sha256:00\n")).has_value());  // four lines
+  EXPECT_FALSE(LfsPointer::parse(text + "ext-0-foo sha256:00\n").has_value());  // four lines
   EXPECT_FALSE(LfsPointer::parse(QStringLiteral("version x\noid sha256:%1\nsize many\n").arg(shaA)).has_value());
   EXPECT_FALSE(LfsPointer::parse(QStringLiteral("version x\noid:sha256:%1\nsize 1\n").arg(shaA)).has_value());
-  EXPECT_FALSE(LfsPointer::isPointerText(QStringLiteral("version https://git-lfs.github.com/spec/v1\noid sha256:1\n")));  // too short
+  EXPECT_FALSE(LfsPointer::isPointerText("version https://git-lfs.github.com/spec/v1\noid sha256:1\n"));  // too short
 }
 
 TEST(TextDisplayDecision, LargeTextsWaitForLoadDiff) {
@@ -96,21 +96,20 @@ TEST(TextDisplayDecision, LargeTextsWaitForLoadDiff) {
   EXPECT_TRUE(TextDisplayDecision::exceedsLimit(1048577, false));
   EXPECT_FALSE(TextDisplayDecision::exceedsLimit(1048577, true));
 
-  const QString small = QStringLiteral("diff --git a/f b/f\nindex 1111111..2222222 100644\n--- a/f\n+++ b/f\n@@ -1 +1 @@\n-a\n+b\n");
-  const auto rendered = TextDisplayDecision::forDiff(small, QStringLiteral("f"), XFilePatch::Location::unstaged, false);
+  const QString small = "diff --git a/f b/f\nindex 1111111..2222222 100644\n--- a/f\n+++ b/f\n@@ -1 +1 @@\n-a\n+b\n";
+  const auto rendered = TextDisplayDecision::forDiff(small, "f", XFilePatch::Location::unstaged, false);
   ASSERT_EQ(rendered.kind, TextDisplayDecision::Kind::render);
   ASSERT_TRUE(rendered.patch);
   EXPECT_EQ(rendered.patch->changedLinesCount(), 2);
 
   constexpr int lines = 17000;  // 62 characters each: just over the limit
   QString large = QStringLiteral("diff --git a/f b/f\nindex 1111111..2222222 100644\n--- a/f\n+++ b/f\n@@ -0,0 +1,%1 @@\n").arg(lines);
-  for (int i = 0; i < lines; ++i) large += QStringLiteral("+") + QString(60, QLatin1Char('x')) + QLatin1Char('\n');
+  for (int i = 0; i < lines; ++i) large += "+" + QString(60, QLatin1Char('x')) + QLatin1Char('\n');
   ASSERT_GT(large.size(), TextDisplayDecision::largeTextLimit);
-  EXPECT_EQ(TextDisplayDecision::forDiff(large, QStringLiteral("f"), XFilePatch::Location::staged, false).kind,
+  EXPECT_EQ(TextDisplayDecision::forDiff(large, "f", XFilePatch::Location::staged, false).kind,
             TextDisplayDecision::Kind::tooLarge);
-  EXPECT_EQ(TextDisplayDecision::forDiff(large, QStringLiteral("f"), XFilePatch::Location::staged, true).kind,
-            TextDisplayDecision::Kind::render);
+  EXPECT_EQ(TextDisplayDecision::forDiff(large, "f", XFilePatch::Location::staged, true).kind, TextDisplayDecision::Kind::render);
 
   EXPECT_FALSE(TextDisplayDecision::notLfsTip(499999).has_value());
-  EXPECT_EQ(TextDisplayDecision::notLfsTip(1200000), QStringLiteral("File is 1.2 MB and is not managed by LFS"));
+  EXPECT_EQ(TextDisplayDecision::notLfsTip(1200000), "File is 1.2 MB and is not managed by LFS");
 }

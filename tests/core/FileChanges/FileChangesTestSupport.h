@@ -4,6 +4,7 @@
 
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/Submodules/GetSubmodulesGitCommand.h"
+#include "Git/Commands/WorkingDirectory/GetWorkingDirectoryFileChangesGitCommand.h"
 #include "Models/FileContent/BinaryDiffFileContent.h"
 #include "Models/FileContent/LfsFileContent.h"
 #include "Models/FileContent/SubmoduleDiffFileContent.h"
@@ -29,8 +30,40 @@ std::shared_ptr<const T> contentAs(const GitResult<DiffFileContentPtr>& result) 
   return result.isSuccess() ? std::dynamic_pointer_cast<const T>(result.value()) : nullptr;
 }
 
+inline QString diffText(const GitResult<DiffFileContentPtr>& result) {
+  const auto text = contentAs<TextDiffFileContent>(result);
+  return text ? text->diffString : QStringLiteral("<not a text diff>");
+}
+
 inline QString sha256(const QByteArray& bytes) {
   return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+inline LfsPointer pointerOf(const QByteArray& bytes) { return {sha256(bytes), bytes.size()}; }
+
+// The two sides of a change shown as sizes, as images or as LFS pointers (and whether an
+// image); nothing when the change is shown another way.
+using Sizes = std::pair<std::optional<qint64>, std::optional<qint64>>;
+using Images = std::pair<std::optional<QByteArray>, std::optional<QByteArray>>;
+using Pointers = std::tuple<std::optional<LfsPointer>, std::optional<LfsPointer>, bool>;
+inline std::optional<Sizes> sizesOf(const GitResult<DiffFileContentPtr>& result) {
+  const auto content = contentAs<UnknownBinaryFileContent>(result);
+  return content ? std::optional(Sizes{content->oldSize, content->newSize}) : std::nullopt;
+}
+inline std::optional<Images> imagesOf(const GitResult<DiffFileContentPtr>& result) {
+  const auto content = contentAs<BinaryDiffFileContent>(result);
+  return content ? std::optional(Images{content->old, content->new_}) : std::nullopt;
+}
+inline std::optional<Pointers> pointersOf(const GitResult<DiffFileContentPtr>& result) {
+  const auto content = contentAs<LfsFileContent>(result);
+  return content ? std::optional(Pointers{content->old, content->current, content->isImage}) : std::nullopt;
+}
+
+// The change of a path in the working tree or the index, as the lists hand it over.
+inline GitResult<DiffFileContentPtr> workingChange(const TempRepository& repo, const QString& path, bool staged,
+                                                   DiffSettings settings = {}) {
+  const ChangedFilePtr file = statusEntry(repo, path, staged);
+  if (!file) return Error::Generic{QStringLiteral("no status entry for ") + path};
+  return GetWorkingDirectoryFileChangesGitCommand::execute(repo.module(), file, false, settings);
 }
 
 // Bytes that git takes for binary: NULs throughout.
@@ -41,6 +74,6 @@ inline QByteArray binaryBytes(int size, char seed) {
 }
 
 inline void useLfs(const TempRepository& repo, const QString& pattern) {
-  repo.git({QStringLiteral("lfs"), QStringLiteral("install"), QStringLiteral("--local")});
-  repo.git({QStringLiteral("lfs"), QStringLiteral("track"), pattern});
+  repo.git({"lfs", "install", "--local"});
+  repo.git({"lfs", "track", pattern});
 }

@@ -81,12 +81,7 @@ void ErrorWindowController::removeIndexLock() {
 void ErrorWindowController::commitWithoutHooks() {
   const auto* failed = errorResult_ ? std::get_if<Error::GitCommitFailed>(&*errorResult_) : nullptr;
   if (!failed || !jobQueue()) return;
-  CommitOptions options;
-  options.amend = failed->amend;
-  options.noVerify = true;
-  const GitModuleSettings settings = GitModuleSettings::load(failed->gitModule);
-  options.signOff = settings.signOff;
-  options.signingKey = settings.signingKey;
+  const CommitOptions options = CommitOptions::fromSettings(GitModuleSettings::load(failed->gitModule), failed->amend, true);
   const GitModule module = failed->gitModule;
   const QString message = failed->message;
   // The sheet ends with the retry's own result; a failure opens a sheet of its own

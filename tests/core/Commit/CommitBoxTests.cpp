@@ -38,7 +38,7 @@ TEST(CommitButtonTitle, FollowsTheRepositoryStateBeforeTheFileCount) {
 }
 
 TEST(SubjectCounter, ColoursByTheTwoLimitsAndTipsOnlyBeyondTheHighOne) {
-  const QString tip = QStringLiteral("The recommended subject line should be 70 characters or less");
+  const QString tip = "The recommended subject line should be 70 characters or less";
   EXPECT_TRUE(subjectCounter(QString(), 50, 70).hidden);
 
   const SubjectCounter atLow = subjectCounter(QString(50, QLatin1Char('x')), 50, 70);
@@ -59,29 +59,28 @@ TEST(SubjectCounter, ColoursByTheTwoLimitsAndTipsOnlyBeyondTheHighOne) {
 TEST(SubjectCounter, CountsWhatTheUserSeesNotCodeUnits) {
   // 50 decomposed "é" are 100 UTF-16 units but 50 characters: still within the low limit.
   QString decomposed;
-  for (int i = 0; i < 50; ++i) decomposed += QStringLiteral("e\u0301");
+  for (int i = 0; i < 50; ++i) decomposed += "e\u0301";
   EXPECT_EQ(subjectCounter(decomposed, 50, 70).count, 50);
   EXPECT_EQ(subjectCounter(decomposed, 50, 70).color, SubjectCounterColor::normal);
   // A character outside the basic plane is a surrogate pair, one character.
-  EXPECT_EQ(subjectCharacterCount(QStringLiteral("fix \U0001F41B")), 5);
+  EXPECT_EQ(subjectCharacterCount("fix \U0001F41B"), 5);
 }
 
 TEST(CommitMessage, SplitsSubjectFromBodyAndJoinsThemBack) {
-  const CommitMessage message = CommitMessage::fromText(QStringLiteral("Subject line\n\n\nBody one\n\nBody two\n\n"));
-  EXPECT_EQ(message.subject, QStringLiteral("Subject line"));
-  EXPECT_EQ(message.description, QStringLiteral("Body one\n\nBody two"));
-  EXPECT_EQ(message.text(), QStringLiteral("Subject line\n\nBody one\n\nBody two"));
+  const CommitMessage message = CommitMessage::fromText("Subject line\n\n\nBody one\n\nBody two\n\n");
+  EXPECT_EQ(message.subject, "Subject line");
+  EXPECT_EQ(message.description, "Body one\n\nBody two");
+  EXPECT_EQ(message.text(), "Subject line\n\nBody one\n\nBody two");
   EXPECT_EQ(CommitMessage::fromText(message.text()), message);
 
-  EXPECT_EQ(CommitMessage::fromText(QStringLiteral("Only a subject\n")), (CommitMessage{QStringLiteral("Only a subject"), {}}));
-  EXPECT_EQ((CommitMessage{QStringLiteral("Only a subject"), {}}).text(), QStringLiteral("Only a subject"));
-  EXPECT_EQ(CommitMessage::fromText(QStringLiteral("Windows\r\n\r\nlines\r\n")),
-            (CommitMessage{QStringLiteral("Windows"), QStringLiteral("lines")}));
+  EXPECT_EQ(CommitMessage::fromText("Only a subject\n"), (CommitMessage{"Only a subject", {}}));
+  EXPECT_EQ((CommitMessage{"Only a subject", {}}).text(), "Only a subject");
+  EXPECT_EQ(CommitMessage::fromText("Windows\r\n\r\nlines\r\n"), (CommitMessage{"Windows", "lines"}));
 }
 
 TEST(CommitComposer, AmendParksTheTypedTextAndGivesItBack) {
   CommitComposer composer;
-  composer.setMessage({QStringLiteral("Half-written"), QStringLiteral("draft body")});
+  composer.setMessage({"Half-written", "draft body"});
   int loads = 0;
   const auto lastMessage = [&loads]() -> GitResult<QString> {
     ++loads;
@@ -90,20 +89,20 @@ TEST(CommitComposer, AmendParksTheTypedTextAndGivesItBack) {
 
   ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
   EXPECT_TRUE(composer.amend());
-  EXPECT_EQ(composer.message(), (CommitMessage{QStringLiteral("Previous commit"), QStringLiteral("Its body")}));
+  EXPECT_EQ(composer.message(), (CommitMessage{"Previous commit", "Its body"}));
   // Turning it on twice doesn't park the loaded message over the user's text.
   ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
   EXPECT_EQ(loads, 1);
 
-  composer.setSubject(QStringLiteral("Previous commit, fixed"));
+  composer.setSubject("Previous commit, fixed");
   ASSERT_TRUE(composer.setAmend(false, lastMessage).isSuccess());
   EXPECT_FALSE(composer.amend());
-  EXPECT_EQ(composer.message(), (CommitMessage{QStringLiteral("Half-written"), QStringLiteral("draft body")}));
+  EXPECT_EQ(composer.message(), (CommitMessage{"Half-written", "draft body"}));
 
-  const auto failing = []() -> GitResult<QString> { return Error::Generic{QStringLiteral("no HEAD")}; };
+  const auto failing = []() -> GitResult<QString> { return Error::Generic{"no HEAD"}; };
   EXPECT_TRUE(composer.setAmend(true, failing).isFailure());
   EXPECT_FALSE(composer.amend());
-  EXPECT_EQ(composer.message().subject, QStringLiteral("Half-written"));
+  EXPECT_EQ(composer.message().subject, "Half-written");
 
   ASSERT_TRUE(composer.setAmend(true, lastMessage).isSuccess());
   composer.reset();
@@ -120,13 +119,13 @@ TEST(CommitDraft, KeepsTheUsersTextAcrossAmendAndLeavesOtherSettingsAlone) {
   settings.save(repo.module());
 
   CommitComposer composer;
-  composer.setMessage({QStringLiteral("WIP: parser"), QStringLiteral("handles \u00E9")});
+  composer.setMessage({"WIP: parser", "handles \u00E9"});
   CommitDraft::save(repo.module(), composer.draft());
-  ASSERT_TRUE(composer.setAmend(true, [] { return GitResult<QString>(QStringLiteral("Old commit\n")); }).isSuccess());
+  ASSERT_TRUE(composer.setAmend(true, [] { return GitResult<QString>("Old commit\n"); }).isSuccess());
   // Saving while amend shows the old commit's message keeps the user's text as the draft.
   CommitDraft::save(repo.module(), composer.draft());
 
-  EXPECT_EQ(CommitDraft::load(repo.module()), (CommitMessage{QStringLiteral("WIP: parser"), QStringLiteral("handles \u00E9")}));
+  EXPECT_EQ(CommitDraft::load(repo.module()), (CommitMessage{"WIP: parser", "handles \u00E9"}));
   const GitModuleSettings reloaded = GitModuleSettings::load(repo.module());
   EXPECT_TRUE(reloaded.signOff);
   EXPECT_EQ(reloaded.tabWidth, 8);

@@ -14,11 +14,11 @@
 namespace {
 
 void writeHook(const TempRepository& repo, const QString& name, const QByteArray& body) {
-  repo.writeExecutable(QStringLiteral(".git/hooks/") + name, "#!/bin/sh\n" + body + "\n");
+  repo.writeExecutable(".git/hooks/" + name, "#!/bin/sh\n" + body + "\n");
 }
 
 QByteArray rawHeadMessage(const TempRepository& repo) {
-  const QByteArray object = repo.gitBytes({QStringLiteral("cat-file"), QStringLiteral("commit"), QStringLiteral("HEAD")});
+  const QByteArray object = repo.gitBytes({"cat-file", "commit", "HEAD"});
   return object.mid(object.indexOf("\n\n") + 2);
 }
 
@@ -38,12 +38,12 @@ class PrivateTempDir {
 
 TEST(CommitGitCommand, WritesTheMessageComposedAndRemovesTheTemporaryFile) {
   TempRepository repo;
-  repo.writeFile(QStringLiteral("a.txt"), "a\n");
+  repo.writeFile("a.txt", "a\n");
   repo.stageAll();
   PrivateTempDir temp;
 
   // "Café" typed with a combining acute accent, and a body that starts with a dash.
-  const CommitMessage message{QStringLiteral("Cafe\u0301 menu"), QStringLiteral("- first point\n- e\u0301te\u0301")};
+  const CommitMessage message{"Cafe\u0301 menu", "- first point\n- e\u0301te\u0301"};
   const GitVoidResult result = CommitGitCommand::execute(repo.module(), message.text(), {});
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
 
@@ -53,40 +53,39 @@ TEST(CommitGitCommand, WritesTheMessageComposedAndRemovesTheTemporaryFile) {
 
 TEST(CommitGitCommand, SignsOffAndAmends) {
   TempRepository repo;
-  const QString first = repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("First"));
-  repo.writeFile(QStringLiteral("b.txt"), "b\n");
+  const QString first = repo.commitFile("a.txt", "a\n", "First");
+  repo.writeFile("b.txt", "b\n");
   repo.stageAll();
 
   CommitOptions options;
   options.signOff = true;
-  ASSERT_TRUE(CommitGitCommand::execute(repo.module(), QStringLiteral("Second"), options).isSuccess());
+  ASSERT_TRUE(CommitGitCommand::execute(repo.module(), "Second", options).isSuccess());
   EXPECT_EQ(rawHeadMessage(repo), QByteArray("Second\n\nSigned-off-by: Jelv Test <test@jelv.invalid>\n"));
 
   options = {};
   options.amend = true;
-  ASSERT_TRUE(CommitGitCommand::execute(repo.module(), QStringLiteral("Second, reworded"), options).isSuccess());
+  ASSERT_TRUE(CommitGitCommand::execute(repo.module(), "Second, reworded", options).isSuccess());
   EXPECT_EQ(rawHeadMessage(repo), QByteArray("Second, reworded\n"));
   // The amended commit replaced the second one: its parent is still the first.
-  EXPECT_EQ(repo.git({QStringLiteral("rev-parse"), QStringLiteral("HEAD^")}).trimmed(), first);
-  EXPECT_EQ(repo.git({QStringLiteral("ls-tree"), QStringLiteral("--name-only"), QStringLiteral("HEAD")}),
-            QStringLiteral("a.txt\nb.txt\n"));
+  EXPECT_EQ(repo.git({"rev-parse", "HEAD^"}).trimmed(), first);
+  EXPECT_EQ(repo.git({"ls-tree", "--name-only", "HEAD"}), "a.txt\nb.txt\n");
 }
 
 TEST(CommitGitCommand, FailingHookGivesCommitFailedThatCanBeRetriedWithoutHooks) {
   TempRepository repo;
-  const QString base = repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Base"));
-  repo.writeFile(QStringLiteral("a.txt"), "a changed\n");
+  const QString base = repo.commitFile("a.txt", "a\n", "Base");
+  repo.writeFile("a.txt", "a changed\n");
   repo.stageAll();
-  writeHook(repo, QStringLiteral("pre-commit"), "echo 'lint: trailing blank in a.txt' >&2\nexit 1");
+  writeHook(repo, "pre-commit", "echo 'lint: trailing blank in a.txt' >&2\nexit 1");
 
   JobProgress progress;
-  const GitVoidResult failed = CommitGitCommand::execute(repo.module(), QStringLiteral("Change a"), {}, &progress);
+  const GitVoidResult failed = CommitGitCommand::execute(repo.module(), "Change a", {}, &progress);
   ASSERT_TRUE(failed.isError<Error::GitCommitFailed>());
   const auto* error = failed.errorAs<Error::GitCommitFailed>();
   EXPECT_EQ(error->gitModule, repo.module());
-  EXPECT_EQ(error->message, QStringLiteral("Change a"));
+  EXPECT_EQ(error->message, "Change a");
   EXPECT_FALSE(error->amend);
-  EXPECT_TRUE(error->error.contains(QStringLiteral("lint: trailing blank in a.txt"))) << error->error.toStdString();
+  EXPECT_TRUE(error->error.contains("lint: trailing blank in a.txt")) << error->error.toStdString();
   EXPECT_EQ(progress.state(), JobProgressState::failed);
   EXPECT_EQ(repo.headSha(), base);
 
@@ -100,28 +99,28 @@ TEST(CommitGitCommand, FailingHookGivesCommitFailedThatCanBeRetriedWithoutHooks)
 
 TEST(CommitGitCommand, CommitMsgHookRejectionAndNothingToCommitKeepTheAmendFlagAndText) {
   TempRepository repo;
-  repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("Base"));
+  repo.commitFile("a.txt", "a\n", "Base");
 
   // Nothing staged: git explains on stdout, which must reach the error text.
-  const GitVoidResult empty = CommitGitCommand::execute(repo.module(), QStringLiteral("Nothing"), {});
+  const GitVoidResult empty = CommitGitCommand::execute(repo.module(), "Nothing", {});
   ASSERT_TRUE(empty.isError<Error::GitCommitFailed>());
-  EXPECT_TRUE(empty.errorAs<Error::GitCommitFailed>()->error.contains(QStringLiteral("nothing to commit")))
+  EXPECT_TRUE(empty.errorAs<Error::GitCommitFailed>()->error.contains("nothing to commit"))
       << empty.errorAs<Error::GitCommitFailed>()->error.toStdString();
 
-  writeHook(repo, QStringLiteral("commit-msg"), "grep -q 'JIRA-' \"$1\" || { echo 'missing ticket' >&2; exit 1; }");
+  writeHook(repo, "commit-msg", "grep -q 'JIRA-' \"$1\" || { echo 'missing ticket' >&2; exit 1; }");
   CommitOptions amend;
   amend.amend = true;
-  const GitVoidResult rejected = CommitGitCommand::execute(repo.module(), QStringLiteral("Reword"), amend);
+  const GitVoidResult rejected = CommitGitCommand::execute(repo.module(), "Reword", amend);
   ASSERT_TRUE(rejected.isError<Error::GitCommitFailed>());
   EXPECT_TRUE(rejected.errorAs<Error::GitCommitFailed>()->amend);
-  EXPECT_EQ(rejected.errorAs<Error::GitCommitFailed>()->message, QStringLiteral("Reword"));
-  EXPECT_TRUE(CommitGitCommand::execute(repo.module(), QStringLiteral("Reword JIRA-7"), amend).isSuccess());
+  EXPECT_EQ(rejected.errorAs<Error::GitCommitFailed>()->message, "Reword");
+  EXPECT_TRUE(CommitGitCommand::execute(repo.module(), "Reword JIRA-7", amend).isSuccess());
   EXPECT_EQ(rawHeadMessage(repo), QByteArray("Reword JIRA-7\n"));
 }
 
 // A throwaway key in a private GNUPGHOME; the commit goes through the application's gpg wrapper.
 TEST(CommitGitCommand, SignsWithTheConfiguredKeyThroughTheWrapper) {
-  QTemporaryDir gnupgHome(QStringLiteral("/tmp/jelv-gpg-XXXXXX"));  // short: the agent's socket path is limited
+  QTemporaryDir gnupgHome("/tmp/jelv-gpg-XXXXXX");  // short: the agent's socket path is limited
   ASSERT_TRUE(gnupgHome.isValid());
   QFile::setPermissions(gnupgHome.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   const QByteArray previousHome = qgetenv("GNUPGHOME");
@@ -130,43 +129,42 @@ TEST(CommitGitCommand, SignsWithTheConfiguredKeyThroughTheWrapper) {
     QByteArray previous;
     ~Restore() {
       int ignored = 0;
-      runProgram(QStringLiteral("gpgconf"), {QStringLiteral("--kill"), QStringLiteral("gpg-agent")}, {}, &ignored);
+      runProgram("gpgconf", {"--kill", "gpg-agent"}, {}, &ignored);
       if (previous.isEmpty()) qunsetenv("GNUPGHOME"); else qputenv("GNUPGHOME", previous);
     }
   } restore{previousHome};
 
   int status = 0;
-  runProgram(QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--passphrase"), QString(),
-                                     QStringLiteral("--quick-gen-key"), QStringLiteral("Jelv Signer <signer@jelv.invalid>"),
-                                     QStringLiteral("default"), QStringLiteral("default"), QStringLiteral("never")},
+  runProgram("gpg",
+             {"--batch", "--passphrase", QString(), "--quick-gen-key", "Jelv Signer <signer@jelv.invalid>", "default", "default",
+              "never"},
              {}, &status);
   ASSERT_EQ(status, 0);
-  const QString listing = QString::fromUtf8(runProgram(
-      QStringLiteral("gpg"), {QStringLiteral("--batch"), QStringLiteral("--list-secret-keys"), QStringLiteral("--with-colons")}));
-  const QRegularExpressionMatch fpr = QRegularExpression(QStringLiteral("^fpr:+([0-9A-F]{40}):"),
-                                                         QRegularExpression::MultilineOption).match(listing);
+  const QString listing = QString::fromUtf8(runProgram("gpg", {"--batch", "--list-secret-keys", "--with-colons"}));
+  const QRegularExpressionMatch fpr =
+      QRegularExpression("^fpr:+([0-9A-F]{40}):", QRegularExpression::MultilineOption).match(listing);
   ASSERT_TRUE(fpr.hasMatch()) << listing.toStdString();
 
   TempRepository repo;
-  repo.writeFile(QStringLiteral("signed.txt"), "x\n");
+  repo.writeFile("signed.txt", "x\n");
   repo.stageAll();
   GitModuleSettings settings = GitModuleSettings::load(repo.module());
   settings.signingKey = fpr.captured(1);
   settings.save(repo.module());
   CommitOptions options = CommitOptions::fromSettings(GitModuleSettings::load(repo.module()));
-  const GitVoidResult result = CommitGitCommand::execute(repo.module(), QStringLiteral("Signed"), options);
+  const GitVoidResult result = CommitGitCommand::execute(repo.module(), "Signed", options);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
 
-  const QByteArray object = repo.gitBytes({QStringLiteral("cat-file"), QStringLiteral("commit"), QStringLiteral("HEAD")});
+  const QByteArray object = repo.gitBytes({"cat-file", "commit", "HEAD"});
   EXPECT_TRUE(object.contains("gpgsig -----BEGIN PGP SIGNATURE-----"));
-  repo.git({QStringLiteral("verify-commit"), QStringLiteral("HEAD")}, true, &status);
+  repo.git({"verify-commit", "HEAD"}, true, &status);
   EXPECT_EQ(status, 0);
 
   // A key that doesn't exist fails the commit rather than committing unsigned.
-  repo.writeFile(QStringLiteral("other.txt"), "y\n");
+  repo.writeFile("other.txt", "y\n");
   repo.stageAll();
   const QString head = repo.headSha();
-  options.signingKey = QStringLiteral("0000000000000000000000000000000000000000");
-  EXPECT_TRUE(CommitGitCommand::execute(repo.module(), QStringLiteral("Unsigned?"), options).isError<Error::GitCommitFailed>());
+  options.signingKey = "0000000000000000000000000000000000000000";
+  EXPECT_TRUE(CommitGitCommand::execute(repo.module(), "Unsigned?", options).isError<Error::GitCommitFailed>());
   EXPECT_EQ(repo.headSha(), head);
 }

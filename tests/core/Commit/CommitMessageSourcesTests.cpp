@@ -13,12 +13,12 @@
 namespace {
 // main and topic both change a.txt; merging topic stops at the conflict.
 void startConflictedMerge(const TempRepository& repo) {
-  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("Base"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
-  repo.commitFile(QStringLiteral("a.txt"), "topic\n", QStringLiteral("Topic"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
-  repo.commitFile(QStringLiteral("a.txt"), "main\n", QStringLiteral("Main"));
-  repo.git({QStringLiteral("merge"), QStringLiteral("topic")}, true);
+  repo.commitFile("a.txt", "base\n", "Base");
+  repo.git({"checkout", "-q", "-b", "topic"});
+  repo.commitFile("a.txt", "topic\n", "Topic");
+  repo.git({"checkout", "-q", "main"});
+  repo.commitFile("a.txt", "main\n", "Main");
+  repo.git({"merge", "topic"}, true);
 }
 }  // namespace
 
@@ -29,34 +29,34 @@ TEST(MergeMessage, PrefillsFromTheMessageGitPreparedForAMerge) {
 
   const auto message = readMergeMessage(repo.module());
   ASSERT_TRUE(message.has_value());
-  EXPECT_EQ(message->subject, QStringLiteral("Merge branch 'topic'"));
+  EXPECT_EQ(message->subject, "Merge branch 'topic'");
   // git's notes on the conflict are comments, not part of the message.
-  ASSERT_TRUE(repo.readFile(QStringLiteral(".git/MERGE_MSG")).contains("# Conflicts:"));
+  ASSERT_TRUE(repo.readFile(".git/MERGE_MSG").contains("# Conflicts:"));
   EXPECT_EQ(message->description, QString());
   // With another comment character a line that starts with "#" is text.
-  repo.git({QStringLiteral("config"), QStringLiteral("core.commentChar"), QStringLiteral(";")});
-  repo.writeFile(QStringLiteral(".git/MERGE_MSG"), "Merge branch 'topic'\n\n#12 fixed on both sides\n; Conflicts:\n;\ta.txt\n");
-  EXPECT_EQ(readMergeMessage(repo.module())->description, QStringLiteral("#12 fixed on both sides"));
+  repo.git({"config", "core.commentChar", ";"});
+  repo.writeFile(".git/MERGE_MSG", "Merge branch 'topic'\n\n#12 fixed on both sides\n; Conflicts:\n;\ta.txt\n");
+  EXPECT_EQ(readMergeMessage(repo.module())->description, "#12 fixed on both sides");
 
   // An empty squash message is no message: the merge's stands.
-  repo.writeFile(QStringLiteral(".git/SQUASH_MSG"), "\n");
-  EXPECT_EQ(readMergeMessage(repo.module())->subject, QStringLiteral("Merge branch 'topic'"));
-  repo.writeFile(QStringLiteral(".git/SQUASH_MSG"), "Squashed topic\n\nAll of it\n");
-  EXPECT_EQ(*readMergeMessage(repo.module()), (CommitMessage{QStringLiteral("Squashed topic"), QStringLiteral("All of it")}));
+  repo.writeFile(".git/SQUASH_MSG", "\n");
+  EXPECT_EQ(readMergeMessage(repo.module())->subject, "Merge branch 'topic'");
+  repo.writeFile(".git/SQUASH_MSG", "Squashed topic\n\nAll of it\n");
+  EXPECT_EQ(*readMergeMessage(repo.module()), (CommitMessage{"Squashed topic", "All of it"}));
 }
 
 TEST(MergeMessage, ReadsTheSquashMessageOfASquashMerge) {
   TempRepository repo;
-  repo.commitFile(QStringLiteral("a.txt"), "base\n", QStringLiteral("Base"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("topic")});
-  repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("Add b\n\nWith a body"));
-  repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("main")});
-  repo.git({QStringLiteral("merge"), QStringLiteral("--squash"), QStringLiteral("topic")});
+  repo.commitFile("a.txt", "base\n", "Base");
+  repo.git({"checkout", "-q", "-b", "topic"});
+  repo.commitFile("b.txt", "b\n", "Add b\n\nWith a body");
+  repo.git({"checkout", "-q", "main"});
+  repo.git({"merge", "--squash", "topic"});
 
   const auto message = readMergeMessage(repo.module());
   ASSERT_TRUE(message.has_value());
-  EXPECT_EQ(message->subject, QStringLiteral("Squashed commit of the following:"));
-  EXPECT_TRUE(message->description.contains(QStringLiteral("Add b"))) << message->description.toStdString();
+  EXPECT_EQ(message->subject, "Squashed commit of the following:");
+  EXPECT_TRUE(message->description.contains("Add b")) << message->description.toStdString();
 }
 
 TEST(CommitMessages, LastAndRecentMessagesComeWholeAndNewestFirst) {
@@ -64,17 +64,17 @@ TEST(CommitMessages, LastAndRecentMessagesComeWholeAndNewestFirst) {
   EXPECT_TRUE(GetCommitMessagesGitCommand::recentMessages(repo.module()).isFailure());  // no HEAD yet
 
   for (int i = 1; i <= 12; ++i) {
-    repo.commitFile(QStringLiteral("f.txt"), QByteArray::number(i), QStringLiteral("Change %1\n\nBody of change %1\nsecond line").arg(i));
+    repo.commitFile("f.txt", QByteArray::number(i), QStringLiteral("Change %1\n\nBody of change %1\nsecond line").arg(i));
   }
   const GitResult<QString> last = GetCommitMessagesGitCommand::lastMessage(repo.module());
   ASSERT_TRUE(last.isSuccess());
-  EXPECT_EQ(last.value(), QStringLiteral("Change 12\n\nBody of change 12\nsecond line\n\n"));
+  EXPECT_EQ(last.value(), "Change 12\n\nBody of change 12\nsecond line\n\n");
 
   const GitResult<QStringList> recent = GetCommitMessagesGitCommand::recentMessages(repo.module());
   ASSERT_TRUE(recent.isSuccess());
   ASSERT_EQ(recent.value().size(), 10);
-  EXPECT_EQ(recent.value().first(), QStringLiteral("Change 12\n\nBody of change 12\nsecond line"));
-  EXPECT_EQ(recent.value().last(), QStringLiteral("Change 3\n\nBody of change 3\nsecond line"));
+  EXPECT_EQ(recent.value().first(), "Change 12\n\nBody of change 12\nsecond line");
+  EXPECT_EQ(recent.value().last(), "Change 3\n\nBody of change 3\nsecond line");
 }
 
 TEST(CommitTemplate, WritesTheFileAndReadsItBackThroughTheConfiguration) {
@@ -83,19 +83,19 @@ TEST(CommitTemplate, WritesTheFileAndReadsItBackThroughTheConfiguration) {
   ASSERT_TRUE(unset.isSuccess());  // exit status 1 of "config" means "not set"
   EXPECT_FALSE(unset.value().has_value());
 
-  const QString text = QStringLiteral("[ticket] \u00DCbersicht\n\nWhy:\n");
+  const QString text = "[ticket] \u00DCbersicht\n\nWhy:\n";
   ASSERT_TRUE(SetCommitTemplateGitCommand::execute(repo.module(), std::nullopt, text).isSuccess());
   const auto local = GetCommitTemplate::execute(repo.module(), ConfigLocation::local);
   ASSERT_TRUE(local.isSuccess() && local.value().has_value());
-  EXPECT_EQ(*local.value(), repo.gitDir() + QStringLiteral("/commit_msg_template.txt"));
+  EXPECT_EQ(*local.value(), repo.gitDir() + "/commit_msg_template.txt");
   EXPECT_EQ(GetCommitTemplate::readTemplate(repo.module(), *local.value()), text);
   EXPECT_FALSE(GetCommitTemplate::execute(repo.module(), ConfigLocation::global).value().has_value());
 
   // A relative path in the configuration is taken from the working directory, as git does.
-  repo.writeFile(QStringLiteral("docs/template.txt"), "relative\n");
-  repo.git({QStringLiteral("config"), QStringLiteral("--global"), QStringLiteral("commit.template"), QStringLiteral("docs/template.txt")});
+  repo.writeFile("docs/template.txt", "relative\n");
+  repo.git({"config", "--global", "commit.template", "docs/template.txt"});
   const auto global = GetCommitTemplate::execute(repo.module(), ConfigLocation::global);
-  repo.git({QStringLiteral("config"), QStringLiteral("--global"), QStringLiteral("--unset"), QStringLiteral("commit.template")});
+  repo.git({"config", "--global", "--unset", "commit.template"});
   ASSERT_TRUE(global.isSuccess() && global.value().has_value());
-  EXPECT_EQ(GetCommitTemplate::readTemplate(repo.module(), *global.value()), QStringLiteral("relative\n"));
+  EXPECT_EQ(GetCommitTemplate::readTemplate(repo.module(), *global.value()), "relative\n");
 }

@@ -31,16 +31,16 @@ TEST(CustomCommandCoder, EachElementStandsAlone) {
   ASSERT_EQ(commands.size(), 3u);
 
   const auto& shell = *commands[0];
-  EXPECT_EQ(shell.name, QStringLiteral("Open shell"));
+  EXPECT_EQ(shell.name, "Open shell");
   ASSERT_TRUE(shell.action);
   const auto* process = dynamic_cast<const ProcessCustomCommandAction*>(shell.action.get());
   ASSERT_TRUE(process);
-  EXPECT_EQ(process->parameters, QStringLiteral("-c $REPO"));  // "args" in the file
+  EXPECT_EQ(process->parameters, "-c $REPO");  // "args" in the file
   EXPECT_TRUE(process->showOutput);
   EXPECT_FALSE(process->waitForExit);
 
-  EXPECT_EQ(commands[1]->name, QStringLiteral("Browse"));
-  EXPECT_EQ(commands[2]->name, QStringLiteral("Unknown type with a dialog"));
+  EXPECT_EQ(commands[1]->name, "Browse");
+  EXPECT_EQ(commands[2]->name, "Unknown type with a dialog");
   EXPECT_FALSE(commands[2]->action);
   ASSERT_TRUE(commands[2]->ui);
   EXPECT_EQ(commands[2]->ui->buttons.size(), 1u);
@@ -64,8 +64,8 @@ TEST(CustomCommandCoder, ActionAndDialogBothLoadAndBadButtonsDropOut) {
   EXPECT_TRUE(both.shared);
   ASSERT_TRUE(both.action && both.ui);
   ASSERT_EQ(both.ui->buttons.size(), 2u);
-  EXPECT_EQ(both.ui->buttons[0].title, QStringLiteral("Go"));
-  EXPECT_EQ(both.ui->buttons[1].title, QStringLiteral("Cancel"));
+  EXPECT_EQ(both.ui->buttons[0].title, "Go");
+  EXPECT_EQ(both.ui->buttons[1].title, "Cancel");
   EXPECT_EQ(both.referenceTargets,
             (std::vector{CustomCommand::ReferenceTarget::tag, CustomCommand::ReferenceTarget::localBranch}));
   EXPECT_TRUE(both.appliesTo(CustomCommand::ReferenceTarget::tag));
@@ -102,12 +102,11 @@ TEST(CustomCommandCoder, EncodingReadsBackAndWritesOnlyItsOwnKeys) {
   EXPECT_EQ(*again[2], *original[2]);
 
   const QJsonArray array = QJsonDocument::fromJson(json).array();
-  const QJsonObject process = array[0].toObject().value(QStringLiteral("action")).toObject();
-  EXPECT_EQ(process.keys(), (QStringList{QStringLiteral("args"), QStringLiteral("path"), QStringLiteral("showOutput"),
-                                         QStringLiteral("type"), QStringLiteral("waitForExit")}));
-  EXPECT_EQ(array[2].toObject().value(QStringLiteral("action")).toObject().keys(), QStringList{QStringLiteral("type")});
+  const QJsonObject process = array[0].toObject().value("action").toObject();
+  EXPECT_EQ(process.keys(), (QStringList{"args", "path", "showOutput", "type", "waitForExit"}));
+  EXPECT_EQ(array[2].toObject().value("action").toObject().keys(), QStringList{"type"});
   // Kinds of reference are written for reference commands only, and "shared" never.
-  EXPECT_FALSE(array[1].toObject().contains(QStringLiteral("referenceTargets")));
-  EXPECT_FALSE(array[0].toObject().contains(QStringLiteral("shared")));
+  EXPECT_FALSE(array[1].toObject().contains("referenceTargets"));
+  EXPECT_FALSE(array[0].toObject().contains("shared"));
   EXPECT_TRUE(json.contains("\n    "));  // pretty-printed
 }

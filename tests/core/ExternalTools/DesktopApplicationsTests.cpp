@@ -43,9 +43,9 @@ struct ScopedEnv {
 // A user folder and a system folder with real entry files, a cache and a mimeapps.list.
 struct Desktop {
   QTemporaryDir dir;
-  QString user() const { return dir.filePath(QStringLiteral("data/applications")); }
-  QString system() const { return dir.filePath(QStringLiteral("share/applications")); }
-  QString config() const { return dir.filePath(QStringLiteral("config")); }
+  QString user() const { return dir.filePath("data/applications"); }
+  QString system() const { return dir.filePath("share/applications"); }
+  QString config() const { return dir.filePath("config"); }
 
   Desktop() {
     write(system() + "/editor.desktop", application("Editor", "editor %F", "text/plain;"));
@@ -87,34 +87,34 @@ TEST(DesktopApplications, ApplicationsForATypeFromRealFolders) {
   EXPECT_TRUE(DesktopApplications::applicationsFor({"image/png"}, catalog).empty());
 
   const auto writer = std::find_if(catalog.entries.begin(), catalog.entries.end(),
-                                   [](const DesktopEntry& e) { return e.id == QStringLiteral("kde-writer.desktop"); });
+                                   [](const DesktopEntry& e) { return e.id == "kde-writer.desktop"; });
   ASSERT_NE(writer, catalog.entries.end());
-  EXPECT_EQ(writer->name, QStringLiteral("Writer"));  // not the localised name, not an action's
-  EXPECT_EQ(writer->exec, QStringLiteral("writer %U"));
-  EXPECT_EQ(writer->filePath, desktop.system() + QStringLiteral("/kde/writer.desktop"));
+  EXPECT_EQ(writer->name, "Writer");  // not the localised name, not an action's
+  EXPECT_EQ(writer->exec, "writer %U");
+  EXPECT_EQ(writer->filePath, desktop.system() + "/kde/writer.desktop");
 }
 
 // The same from the environment's folders, for a real file whose type is found by its name.
 TEST(DesktopApplications, ApplicationsForAFileFollowTheEnvironment) {
   Desktop desktop;
-  ScopedEnv data("XDG_DATA_HOME", desktop.dir.filePath(QStringLiteral("data")));
+  ScopedEnv data("XDG_DATA_HOME", desktop.dir.filePath("data"));
   // The system's folder stays after ours: the MIME database lives there too.
-  ScopedEnv dirs("XDG_DATA_DIRS", desktop.dir.filePath(QStringLiteral("share")) + QStringLiteral(":/usr/share"));
+  ScopedEnv dirs("XDG_DATA_DIRS", desktop.dir.filePath("share") + ":/usr/share");
   ScopedEnv config("XDG_CONFIG_HOME", desktop.config());
-  ScopedEnv configDirs("XDG_CONFIG_DIRS", desktop.dir.filePath(QStringLiteral("nothing")));
-  ScopedEnv current("XDG_CURRENT_DESKTOP", QStringLiteral("Test"));
+  ScopedEnv configDirs("XDG_CONFIG_DIRS", desktop.dir.filePath("nothing"));
+  ScopedEnv current("XDG_CURRENT_DESKTOP", "Test");
   EXPECT_EQ(DesktopApplications::applicationDirectories(),
-            (QStringList{desktop.user(), desktop.system(), QStringLiteral("/usr/share/applications")}));
+            (QStringList{desktop.user(), desktop.system(), "/usr/share/applications"}));
   EXPECT_EQ(DesktopApplications::mimeAppsFiles().mid(0, 2),
             (QStringList{desktop.config() + "/test-mimeapps.list", desktop.config() + "/mimeapps.list"}));
 
-  const QString source = desktop.dir.filePath(QStringLiteral("main file.c"));
+  const QString source = desktop.dir.filePath("main file.c");
   write(source, "int main(void) { return 0; }\n");
   const QStringList chain = DesktopApplications::mimeTypeChain(source);
   ASSERT_FALSE(chain.isEmpty());
-  EXPECT_EQ(chain.front(), QStringLiteral("text/x-csrc"));
-  EXPECT_TRUE(chain.contains(QStringLiteral("text/plain")));
-  EXPECT_FALSE(chain.contains(QStringLiteral("application/octet-stream")));
+  EXPECT_EQ(chain.front(), "text/x-csrc");
+  EXPECT_TRUE(chain.contains("text/plain"));
+  EXPECT_FALSE(chain.contains("application/octet-stream"));
   EXPECT_EQ(ids(DesktopApplications::applicationsForFile(source)).mid(0, 2),
             (QStringList{"kde-writer.desktop", "editor.desktop"}));
 }
@@ -124,21 +124,21 @@ TEST(DesktopApplications, ValuesAndExecLinesAreUnescaped) {
       "# comment\n[Desktop Entry]\nType = Application\nName=Two\\sWords\nIcon=two\n"
       "Exec=\"/opt/My App/run\" --title=\"say \\\\\"hi\\\\\"\" --name=%c %U\nTerminal=true\n"));
   ASSERT_TRUE(entry.has_value());
-  EXPECT_EQ(entry->name, QStringLiteral("Two Words"));
+  EXPECT_EQ(entry->name, "Two Words");
   EXPECT_TRUE(entry->terminal);
   EXPECT_EQ(DesktopApplications::splitExec(entry->exec),
             (QStringList{"/opt/My App/run", "--title=say \"hi\"", "--name=%c", "%U"}));
-  EXPECT_FALSE(DesktopApplications::splitExec(QStringLiteral("app \"open")).has_value());
-  EXPECT_FALSE(DesktopApplications::parseEntry(QStringLiteral("[Desktop Entry]\nType=Application\nName=No Exec\n")));
+  EXPECT_FALSE(DesktopApplications::splitExec("app \"open").has_value());
+  EXPECT_FALSE(DesktopApplications::parseEntry("[Desktop Entry]\nType=Application\nName=No Exec\n"));
 }
 
 // Field codes: one launch per file for %f/%u, one for all with %F/%U, file URLs for the
 // URL codes, the icon, name and entry file, and a file appended where no code asks for it.
 TEST(DesktopApplications, FieldCodesExpandToCommandLines) {
   DesktopEntry entry;
-  entry.name = QStringLiteral("Ed");
-  entry.icon = QStringLiteral("ed-icon");
-  entry.filePath = QStringLiteral("/apps/ed.desktop");
+  entry.name = "Ed";
+  entry.icon = "ed-icon";
+  entry.filePath = "/apps/ed.desktop";
   const QStringList files{"/w/a b.txt", "/w/ü.txt"};
   auto lines = [&](const QString& exec, const QStringList& given) {
     entry.exec = exec;
@@ -158,10 +158,9 @@ TEST(DesktopApplications, FieldCodesExpandToCommandLines) {
 
 TEST(DesktopApplications, MimeAppsListsKeepTheMoreImportantFirst) {
   MimeAssociations associations;
-  DesktopApplications::parseMimeApps(QStringLiteral("[Default Applications]\ntext/plain=a.desktop;\n"), associations);
+  DesktopApplications::parseMimeApps("[Default Applications]\ntext/plain=a.desktop;\n", associations);
   DesktopApplications::parseMimeApps(
-      QStringLiteral("[Default Applications]\ntext/plain=b.desktop;a.desktop\n[Added Associations]\ntext/plain=c.desktop;\n"),
-      associations);
+      "[Default Applications]\ntext/plain=b.desktop;a.desktop\n[Added Associations]\ntext/plain=c.desktop;\n", associations);
   EXPECT_EQ(associations.defaults.value("text/plain"), (QStringList{"a.desktop", "b.desktop"}));
   EXPECT_EQ(associations.added.value("text/plain"), QStringList{"c.desktop"});
   EXPECT_TRUE(associations.removed.isEmpty());
@@ -171,24 +170,24 @@ TEST(DesktopApplications, MimeAppsListsKeepTheMoreImportantFirst) {
 // instead of the request vanishing.
 TEST(DesktopApplications, AFolderOpensWithTheFileManagerOrSaysWhyNot) {
   QTemporaryDir dir;
-  const QString folder = dir.filePath(QStringLiteral("my r\u00e9po"));
+  const QString folder = dir.filePath("my r\u00e9po");
   QDir().mkpath(folder);
-  const QString seen = dir.filePath(QStringLiteral("seen"));
-  ScopedEnv data("XDG_DATA_HOME", dir.filePath(QStringLiteral("data")));
-  ScopedEnv dirs("XDG_DATA_DIRS", dir.filePath(QStringLiteral("share")));
-  ScopedEnv config("XDG_CONFIG_HOME", dir.filePath(QStringLiteral("config")));
-  ScopedEnv configDirs("XDG_CONFIG_DIRS", dir.filePath(QStringLiteral("nothing")));
+  const QString seen = dir.filePath("seen");
+  ScopedEnv data("XDG_DATA_HOME", dir.filePath("data"));
+  ScopedEnv dirs("XDG_DATA_DIRS", dir.filePath("share"));
+  ScopedEnv config("XDG_CONFIG_HOME", dir.filePath("config"));
+  ScopedEnv configDirs("XDG_CONFIG_DIRS", dir.filePath("nothing"));
 
   const auto none = DesktopApplications::openFolder(folder);
   ASSERT_TRUE(none.has_value());
-  EXPECT_TRUE(none->contains(QStringLiteral("No file manager"))) << none->toStdString();
-  EXPECT_TRUE(DesktopApplications::openFolder(dir.filePath(QStringLiteral("gone"))).has_value());
+  EXPECT_TRUE(none->contains("No file manager")) << none->toStdString();
+  EXPECT_TRUE(DesktopApplications::openFolder(dir.filePath("gone")).has_value());
 
   // A file manager that writes down the folder it was given.
-  const QString program = dir.filePath(QStringLiteral("files.sh"));
+  const QString program = dir.filePath("files.sh");
   write(program, "#!/bin/sh\nprintf '%s' \"$1\" > '" + seen.toUtf8() + "'\n");
   QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  write(dir.filePath(QStringLiteral("share/applications/files.desktop")), application("Files", program.toUtf8() + " %f", "inode/directory;"));
+  write(dir.filePath("share/applications/files.desktop"), application("Files", program.toUtf8() + " %f", "inode/directory;"));
   EXPECT_EQ(DesktopApplications::openFolder(folder), std::nullopt);
   QFile written(seen);
   for (int i = 0; i < 100 && written.size() == 0; ++i) QThread::msleep(20);

@@ -31,26 +31,25 @@ ChangedFilePtr entry(const TempRepository& repo, const QString& path, bool stage
 // a path git does not have is a failure, not an empty file.
 TEST(CheckoutFileVersion, WritesTheStoredBytes) {
   TempRepository repo;
-  const QString path = QStringLiteral("dir with blank/naïve Datei.txt");
-  repo.commitFile(path, "head\r\nline\n", QStringLiteral("Base"));
+  const QString path = "dir with blank/naïve Datei.txt";
+  repo.commitFile(path, "head\r\nline\n", "Base");
   repo.writeFile(path, "staged\n");
   repo.stageAll();
   repo.writeFile(path, "working\n");
   QTemporaryDir out;
 
   const auto index = CheckoutFileVersionGitCommand::execute(repo.module(), CheckoutFileVersionGitCommand::indexRevision(), path,
-                                                            out.filePath(QStringLiteral("index")));
+                                                            out.filePath("index"));
   ASSERT_TRUE(index.isSuccess());
-  EXPECT_EQ(read(index.value()), repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}));
+  EXPECT_EQ(read(index.value()), repo.gitBytes({"show", ":" + path}));
   EXPECT_EQ(read(index.value()), QByteArray("staged\n"));
-  const auto head = CheckoutFileVersionGitCommand::execute(repo.module(), QStringLiteral("HEAD"), path, out.filePath(QStringLiteral("head")));
+  const auto head = CheckoutFileVersionGitCommand::execute(repo.module(), "HEAD", path, out.filePath("head"));
   ASSERT_TRUE(head.isSuccess());
-  EXPECT_EQ(read(head.value()), repo.gitBytes({QStringLiteral("show"), QStringLiteral("HEAD:") + path}));
+  EXPECT_EQ(read(head.value()), repo.gitBytes({"show", "HEAD:" + path}));
 
-  const auto missing = CheckoutFileVersionGitCommand::execute(repo.module(), QStringLiteral("HEAD"), QStringLiteral("nope.txt"),
-                                                              out.filePath(QStringLiteral("nope")));
+  const auto missing = CheckoutFileVersionGitCommand::execute(repo.module(), "HEAD", "nope.txt", out.filePath("nope"));
   EXPECT_TRUE(missing.isFailure());
-  EXPECT_FALSE(QFileInfo::exists(out.filePath(QStringLiteral("nope"))));
+  EXPECT_FALSE(QFileInfo::exists(out.filePath("nope")));
 }
 
 // The older side is the index for an unstaged change and HEAD for a staged one; the newer
@@ -58,16 +57,16 @@ TEST(CheckoutFileVersion, WritesTheStoredBytes) {
 // The side files keep the file's name and extension and tell the side.
 TEST(ExternalDiffFiles, SidesOfUnstagedStagedNewAndDeletedFiles) {
   TempRepository repo;
-  const QString path = QStringLiteral("src/ünï côde.cpp");
-  repo.commitFile(path, "int head;\n", QStringLiteral("Base"));
-  repo.commitFile(QStringLiteral("gone.txt"), "gone\n", QStringLiteral("Gone"));
+  const QString path = "src/ünï côde.cpp";
+  repo.commitFile(path, "int head;\n", "Base");
+  repo.commitFile("gone.txt", "gone\n", "Gone");
   repo.writeFile(path, "int staged;\n");
   repo.stageAll();
   repo.writeFile(path, "int working;\n");
-  repo.writeFile(QStringLiteral("added.txt"), "added\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("added.txt")});
-  repo.writeFile(QStringLiteral("untracked.md"), "new\n");
-  repo.removeFile(QStringLiteral("gone.txt"));
+  repo.writeFile("added.txt", "added\n");
+  repo.git({"add", "added.txt"});
+  repo.writeFile("untracked.md", "new\n");
+  repo.removeFile("gone.txt");
 
   QTemporaryDir folder;
   auto sides = [&](const QString& file, bool staged) {
@@ -81,37 +80,36 @@ TEST(ExternalDiffFiles, SidesOfUnstagedStagedNewAndDeletedFiles) {
   };
 
   const ExternalDiffFiles unstaged = sides(path, false);
-  EXPECT_EQ(read(unstaged.local), repo.gitBytes({QStringLiteral("show"), QStringLiteral(":") + path}));
+  EXPECT_EQ(read(unstaged.local), repo.gitBytes({"show", ":" + path}));
   EXPECT_EQ(unstaged.remote, QDir(repo.path()).filePath(path));
-  EXPECT_EQ(QFileInfo(unstaged.local).fileName(), QStringLiteral("ünï côde (index).cpp"));
-  EXPECT_EQ(unstaged.localTitle, path + QStringLiteral(" (index)"));
+  EXPECT_EQ(QFileInfo(unstaged.local).fileName(), "ünï côde (index).cpp");
+  EXPECT_EQ(unstaged.localTitle, path + " (index)");
 
   const ExternalDiffFiles staged = sides(path, true);
-  EXPECT_EQ(read(staged.local), repo.gitBytes({QStringLiteral("show"), QStringLiteral("HEAD:") + path}));
+  EXPECT_EQ(read(staged.local), repo.gitBytes({"show", "HEAD:" + path}));
   EXPECT_EQ(read(staged.remote), QByteArray("int staged;\n"));
-  EXPECT_EQ(QFileInfo(staged.local).fileName(), QStringLiteral("ünï côde (HEAD).cpp"));
-  EXPECT_EQ(QFileInfo(staged.remote).fileName(), QStringLiteral("ünï côde (index).cpp"));
+  EXPECT_EQ(QFileInfo(staged.local).fileName(), "ünï côde (HEAD).cpp");
+  EXPECT_EQ(QFileInfo(staged.remote).fileName(), "ünï côde (index).cpp");
 
-  const ExternalDiffFiles added = sides(QStringLiteral("added.txt"), true);
+  const ExternalDiffFiles added = sides("added.txt", true);
   EXPECT_TRUE(QFileInfo(added.local).isFile());
   EXPECT_EQ(read(added.local), QByteArray());
   EXPECT_EQ(read(added.remote), QByteArray("added\n"));
 
-  const ExternalDiffFiles untracked = sides(QStringLiteral("untracked.md"), false);
+  const ExternalDiffFiles untracked = sides("untracked.md", false);
   EXPECT_EQ(read(untracked.local), QByteArray());
   EXPECT_EQ(read(untracked.remote), QByteArray("new\n"));
 
-  const ExternalDiffFiles deleted = sides(QStringLiteral("gone.txt"), false);
+  const ExternalDiffFiles deleted = sides("gone.txt", false);
   EXPECT_EQ(read(deleted.local), QByteArray("gone\n"));
   EXPECT_TRUE(QFileInfo(deleted.remote).isFile());
   EXPECT_EQ(read(deleted.remote), QByteArray());
 }
 
 TEST(ExternalDiffFiles, SideNamesKeepTheExtensionLast) {
-  EXPECT_EQ(ExternalDiff::sideFileName(QStringLiteral("a/b/archive.tar.gz"), QStringLiteral("HEAD")),
-            QStringLiteral("archive.tar (HEAD).gz"));
-  EXPECT_EQ(ExternalDiff::sideFileName(QStringLiteral(".gitignore"), QStringLiteral("index")), QStringLiteral(".gitignore (index)"));
-  EXPECT_EQ(ExternalDiff::sideFileName(QStringLiteral("Makefile"), QStringLiteral("index")), QStringLiteral("Makefile (index)"));
+  EXPECT_EQ(ExternalDiff::sideFileName("a/b/archive.tar.gz", "HEAD"), "archive.tar (HEAD).gz");
+  EXPECT_EQ(ExternalDiff::sideFileName(".gitignore", "index"), ".gitignore (index)");
+  EXPECT_EQ(ExternalDiff::sideFileName("Makefile", "index"), "Makefile (index)");
   // Each comparison gets a folder of its own below the process's folder.
   const QString first = ExternalDiff::newFolder();
   const QString second = ExternalDiff::newFolder();

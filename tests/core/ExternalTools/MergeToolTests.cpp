@@ -28,9 +28,9 @@ QString writeExecutable(const QDir& folder, const QString& name) {
 struct DiffToolPreferences {
   ~DiffToolPreferences() {
     Preferences& preferences = Preferences::shared();
-    preferences.remove(QStringLiteral("externalDiffTool"));
-    preferences.remove(QStringLiteral("externalDiffToolCustomPath"));
-    preferences.remove(QStringLiteral("externalDiffToolCustomArguments"));
+    preferences.remove("externalDiffTool");
+    preferences.remove("externalDiffToolCustomPath");
+    preferences.remove("externalDiffToolCustomArguments");
   }
 };
 }  // namespace
@@ -38,8 +38,8 @@ struct DiffToolPreferences {
 // Each tool gets the older file before the newer one, with the titles where it shows
 // them; the tools that need a base in a fixed place get "/dev/null" or an empty argument.
 TEST(MergeTool, ArgumentOrderOfTheTools) {
-  const QString l = QStringLiteral("/t/a (index).txt");
-  const QString r = QStringLiteral("/w/a.txt");
+  const QString l = "/t/a (index).txt";
+  const QString r = "/w/a.txt";
   using K = MergeTool::Kind;
   EXPECT_EQ(tool(K::kdiff3).diffArguments(l, r, "A", "B"), (QStringList{l, r}));
   EXPECT_EQ(tool(K::vsCode).diffArguments(l, r, "A", "B"), (QStringList{"--diff", l, r}));
@@ -47,15 +47,15 @@ TEST(MergeTool, ArgumentOrderOfTheTools) {
   EXPECT_EQ(tool(K::diffMerge).diffArguments(l, r, "A", "B"), (QStringList{"-nosplash", "-t1=A", "-t2=B", l, r}));
   EXPECT_EQ(tool(K::meld).diffArguments(l, r, "A", "B"), (QStringList{"--label=A", "--label=B", l, r}));
 
-  const QString b = QStringLiteral("/t/base");
-  const QString o = QStringLiteral("/w/out");
+  const QString b = "/t/base";
+  const QString o = "/w/out";
   EXPECT_EQ(tool(K::kdiff3).mergeArguments(l, r, b, o), (QStringList{b, l, r, "-o", o}));
   EXPECT_EQ(tool(K::kdiff3).mergeArguments(l, r, std::nullopt, o), (QStringList{"/dev/null", l, r, "-o", o}));
   EXPECT_EQ(tool(K::p4Merge).mergeArguments(l, r, b, o), (QStringList{b, l, r, o}));
   EXPECT_EQ(tool(K::p4Merge).mergeArguments(l, r, std::nullopt, o), (QStringList{l, r, o}));
   EXPECT_EQ(tool(K::bc).mergeArguments(l, r, std::nullopt, o),
             (QStringList{"-ro1", "-title1=Local", "-title2=Remote", l, r, QString(), o}));
-  EXPECT_EQ(tool(K::diffMerge).mergeArguments(l, r, std::nullopt, o).at(7), QStringLiteral("/dev/null"));
+  EXPECT_EQ(tool(K::diffMerge).mergeArguments(l, r, std::nullopt, o).at(7), "/dev/null");
   EXPECT_EQ(tool(K::meld).mergeArguments(l, r, b, o), (QStringList{"--output=" + o, l, b, r}));
   EXPECT_EQ(tool(K::vsCode).mergeArguments(l, r, b, o), (QStringList{o}));
 }
@@ -65,8 +65,7 @@ TEST(MergeTool, ArgumentOrderOfTheTools) {
 TEST(MergeTool, CustomPlaceholdersAreReplacedInOrder) {
   MergeTool custom = tool(MergeTool::Kind::custom);
   custom.arguments = {"--left=$LOCAL", "$REMOTE", "$BASE$MERGED", "$UNKNOWN", "plain"};
-  EXPECT_EQ(custom.mergeArguments("/l", "/r", QStringLiteral("/b"), "/m"),
-            (QStringList{"--left=/l", "/r", "/b/m", "$UNKNOWN", "plain"}));
+  EXPECT_EQ(custom.mergeArguments("/l", "/r", "/b", "/m"), (QStringList{"--left=/l", "/r", "/b/m", "$UNKNOWN", "plain"}));
   EXPECT_EQ(MergeTool::replacePlaceholders({"$LOCAL"}, "/x/$REMOTE", "/r", "", ""), (QStringList{"/x//r"}));
   EXPECT_EQ(MergeTool::replacePlaceholders({"$MERGED"}, "", "", "", "/m/$LOCAL"), (QStringList{"/m/$LOCAL"}));
   // A diff has no base and no result: those stand for nothing.
@@ -75,11 +74,11 @@ TEST(MergeTool, CustomPlaceholdersAreReplacedInOrder) {
 }
 
 TEST(MergeTool, CustomArgumentsSplitLikeAShell) {
-  EXPECT_EQ(MergeTool::splitArguments(QStringLiteral("  $LOCAL   $REMOTE ")), (QStringList{"$LOCAL", "$REMOTE"}));
-  EXPECT_EQ(MergeTool::splitArguments(QStringLiteral("--title \"Old side\" '$LOCAL' a\\ b \"\"")),
+  EXPECT_EQ(MergeTool::splitArguments("  $LOCAL   $REMOTE "), (QStringList{"$LOCAL", "$REMOTE"}));
+  EXPECT_EQ(MergeTool::splitArguments("--title \"Old side\" '$LOCAL' a\\ b \"\""),
             (QStringList{"--title", "Old side", "$LOCAL", "a b", ""}));
-  EXPECT_EQ(MergeTool::splitArguments(QStringLiteral("x=\"1 2\"'3'")), (QStringList{"x=1 23"}));
-  EXPECT_TRUE(MergeTool::splitArguments(QStringLiteral("   ")).isEmpty());
+  EXPECT_EQ(MergeTool::splitArguments("x=\"1 2\"'3'"), (QStringList{"x=1 23"}));
+  EXPECT_TRUE(MergeTool::splitArguments("   ").isEmpty());
 }
 
 // The chosen tool is found by its program on PATH; a missing program, a missing custom
@@ -93,8 +92,8 @@ TEST(MergeTool, ActiveToolIsLookedUpOrExplained) {
   preferences.setExternalDiffTool(int(MergeTool::Kind::kdiff3));
   auto missing = MergeTool::activeTool(false, preferences, {folder.path()});
   ASSERT_EQ(missing.index(), 1u);
-  EXPECT_EQ(std::get<QString>(missing), QStringLiteral("Cannot find 'kdiff3' on PATH"));
-  const QString kdiff3 = writeExecutable(folder, QStringLiteral("kdiff3"));
+  EXPECT_EQ(std::get<QString>(missing), "Cannot find 'kdiff3' on PATH");
+  const QString kdiff3 = writeExecutable(folder, "kdiff3");
   auto found = MergeTool::activeTool(false, preferences, {folder.path()});
   ASSERT_EQ(found.index(), 0u);
   EXPECT_EQ(std::get<MergeTool::Launch>(found).launchPath, kdiff3);
@@ -104,22 +103,22 @@ TEST(MergeTool, ActiveToolIsLookedUpOrExplained) {
   preferences.setExternalDiffTool(int(MergeTool::Kind::custom));
   auto unset = MergeTool::activeTool(false, preferences, {folder.path()});
   ASSERT_EQ(unset.index(), 1u);
-  EXPECT_TRUE(std::get<QString>(unset).startsWith(QStringLiteral("No custom diff tool is set")));
+  EXPECT_TRUE(std::get<QString>(unset).startsWith("No custom diff tool is set"));
 
-  preferences.setExternalDiffToolCustomPath(folder.filePath(QStringLiteral("gone")));
+  preferences.setExternalDiffToolCustomPath(folder.filePath("gone"));
   auto gone = MergeTool::activeTool(false, preferences, {folder.path()});
   ASSERT_EQ(gone.index(), 1u);
-  EXPECT_EQ(std::get<QString>(gone), folder.filePath(QStringLiteral("gone")) + QStringLiteral(" does not exist"));
+  EXPECT_EQ(std::get<QString>(gone), folder.filePath("gone") + " does not exist");
 
   // A custom program by name is found on PATH too; without arguments both sides are given.
-  writeExecutable(folder, QStringLiteral("my-diff"));
-  preferences.setExternalDiffToolCustomPath(QStringLiteral("my-diff"));
+  writeExecutable(folder, "my-diff");
+  preferences.setExternalDiffToolCustomPath("my-diff");
   auto custom = MergeTool::activeTool(false, preferences, {folder.path()});
   ASSERT_EQ(custom.index(), 0u);
   const MergeTool::Launch& launch = std::get<MergeTool::Launch>(custom);
-  EXPECT_EQ(launch.launchPath, folder.filePath(QStringLiteral("my-diff")));
+  EXPECT_EQ(launch.launchPath, folder.filePath("my-diff"));
   EXPECT_EQ(launch.tool.diffArguments("/l", "/r", "A", "B"), (QStringList{"/l", "/r"}));
-  preferences.setExternalDiffToolCustomArguments(QStringLiteral("-o \"$REMOTE\" $LOCAL"));
+  preferences.setExternalDiffToolCustomArguments("-o \"$REMOTE\" $LOCAL");
   custom = MergeTool::activeTool(false, preferences, {folder.path()});
   EXPECT_EQ(std::get<MergeTool::Launch>(custom).tool.diffArguments("/l", "/r", "A", "B"), (QStringList{"-o", "/r", "/l"}));
 

@@ -26,8 +26,8 @@ TEST(GitOutput, StylesARealPushTranscript) {
       "error: failed to push some refs to 'example.com:team/repo.git'\n"
       "hint: Updates were rejected because the remote contains work that you do\n");
   const GitOutput out = GitOutput::style(push);
-  EXPECT_TRUE(out.text.contains(QStringLiteral("topic → topic")));
-  EXPECT_FALSE(out.text.contains(QStringLiteral("->")));
+  EXPECT_TRUE(out.text.contains("topic → topic"));
+  EXPECT_FALSE(out.text.contains("->"));
   EXPECT_EQ(textsOf(out, GitOutput::Style::dimmed),
             (std::vector<QString>{"Counting objects: 100% (5/5), done.", "Writing objects: 100% (3/3), 290 bytes | 290.00 KiB/s, done."}));
   EXPECT_EQ(textsOf(out, GitOutput::Style::error),
@@ -37,16 +37,16 @@ TEST(GitOutput, StylesARealPushTranscript) {
             std::vector<QString>{"hint: Updates were rejected because the remote contains work that you do"});
   const auto links = textsOf(out, GitOutput::Style::link);
   ASSERT_EQ(links.size(), 1u);
-  EXPECT_EQ(links[0], QStringLiteral("https://example.com/team/repo/pull/new/topic"));
+  EXPECT_EQ(links[0], "https://example.com/team/repo/pull/new/topic");
 }
 
 TEST(GitOutput, LinksEndBeforeTrailingPunctuationAndKeepBalancedParentheses) {
-  const GitOutput out = GitOutput::style(QStringLiteral("see www.example.org/a_(b). or FTP://host/x, then."));
+  const GitOutput out = GitOutput::style("see www.example.org/a_(b). or FTP://host/x, then.");
   EXPECT_EQ(textsOf(out, GitOutput::Style::link), (std::vector<QString>{"www.example.org/a_(b)", "FTP://host/x"}));
 }
 
 TEST(GitOutput, EveryOccurrenceAndMarkerAtTheEndWithoutLineFeed) {
-  const GitOutput out = GitOutput::style(QStringLiteral("fatal: one\nok\nfatal: two"));
+  const GitOutput out = GitOutput::style("fatal: one\nok\nfatal: two");
   EXPECT_EQ(textsOf(out, GitOutput::Style::error), (std::vector<QString>{"fatal: one", "fatal: two"}));
   EXPECT_TRUE(GitOutput::style(QString()).spans.empty());
 }

@@ -11,14 +11,14 @@ namespace {
 // every row has two lanes and the commit's column switches from row to row.
 History twoLongLines(int length) {
   History history;
-  history.add(QStringLiteral("top"), {hexFor(QStringLiteral("a0")), hexFor(QStringLiteral("b0"))});
+  history.add("top", {hexFor("a0"), hexFor("b0")});
   for (int i = 0; i < length; ++i) {
-    for (const QString& side : {QStringLiteral("a"), QStringLiteral("b")}) {
-      const QString parent = i + 1 < length ? side + QString::number(i + 1) : QStringLiteral("root");
+    for (const QString& side : {"a", "b"}) {
+      const QString parent = i + 1 < length ? side + QString::number(i + 1) : "root";
       history.add(side + QString::number(i), {hexFor(parent)});
     }
   }
-  history.add(QStringLiteral("root"), {});
+  history.add("root", {});
   return history;
 }
 

@@ -77,11 +77,11 @@ Generated generate(std::mt19937& random, int commits) {
   for (size_t i = 0; i < tips.size(); ++i) {
     const QString at = QString::number(tips[i]);
     if (i == 0) {
-      result.history.addBranch(QStringLiteral("main"), at, true);
+      result.history.addBranch("main", at, true);
     } else if (chance(50)) {
       result.history.addBranch(QStringLiteral("topic%1").arg(i), at);
     } else {
-      result.history.addRemoteBranch(QStringLiteral("origin"), QStringLiteral("topic%1").arg(i), at);
+      result.history.addRemoteBranch("origin", QStringLiteral("topic%1").arg(i), at);
     }
   }
   for (int t = 0; t < 3; ++t) result.history.addTag(QStringLiteral("v%1").arg(t), QString::number(pick(commits)), chance(50));

@@ -33,10 +33,8 @@ TEST(GraphRowGeometry, DotAndLabelText) {
   EXPECT_EQ(GraphRowGeometry::dot(info, kRow, kMargin, 8), QRectF(14, 27, 8, 8));
   EXPECT_TRUE(GraphRowGeometry::dot(GraphInfo{}, kRow, kMargin, 8).isEmpty());
 
-  const BisectMark bad(QStringLiteral("0"), QStringLiteral("refs/bisect/bad"), QStringLiteral("bad"), QStringLiteral("bad"),
-                       QDateTime(), false);
-  const LocalBranch main(QStringLiteral("0"), QStringLiteral("refs/heads/main"), QStringLiteral("main"),
-                         QStringLiteral("main"), QDateTime(), true, std::nullopt);
+  const BisectMark bad("0", "refs/bisect/bad", "bad", "bad", QDateTime(), false);
+  const LocalBranch main("0", "refs/heads/main", "main", "main", QDateTime(), true, std::nullopt);
   EXPECT_EQ(GraphRowGeometry::labelText(bad), "bisect: bad");
   EXPECT_EQ(GraphRowGeometry::labelText(main), "main");
 }

@@ -7,7 +7,7 @@ namespace GraphTest {
 namespace {
 
 QString describe(const GraphLine& line) {
-  const auto part = [](LaneColumn value) { return value ? QString::number(*value) : QStringLiteral("-"); };
+  const auto part = [](LaneColumn value) { return value ? QString::number(*value) : "-"; };
   return QStringLiteral("%1(%2,%3,%4)").arg(line.id).arg(part(line.top)).arg(line.middle).arg(part(line.bottom));
 }
 
@@ -76,8 +76,8 @@ QString picture(const History& history, const RevisionGraph& graph, GraphManager
     }
     QStringList lines;
     for (const GraphLine& line : info.lines) lines.append(describe(line));
-    rows.append(middle(info).leftJustified(width) + QStringLiteral("  ") + history.nameOf(graph.revision(row)->sha()) +
-                QStringLiteral("  ") + lines.join(QLatin1Char(' ')));
+    rows.append(middle(info).leftJustified(width) + "  " + history.nameOf(graph.revision(row)->sha()) + "  " +
+                lines.join(QLatin1Char(' ')));
   }
   for (QString& row : rows) {
     while (row.endsWith(QLatin1Char(' '))) row.chop(1);

@@ -37,8 +37,8 @@ class History {
   History() = default;
 
   void add(const QString& name, const QStringList& parentHexes) {
-    revisions.push_back(Revision::create(hexFor(name), QString(), parentHexes, name, QStringLiteral("A U Thor"),
-                                         QStringLiteral("author@example.com"), 1700000000));
+    revisions.push_back(
+        Revision::create(hexFor(name), QString(), parentHexes, name, "A U Thor", "author@example.com", 1700000000));
     names.insert(shaFor(name), name);
   }
 
@@ -51,19 +51,19 @@ class History {
   }
 
   void addBranch(const QString& branch, const QString& at, bool active = false, std::optional<QString> upstream = {}) {
-    references.push_back(std::make_shared<const LocalBranch>(hexFor(at), QStringLiteral("refs/heads/") + branch, branch,
-                                                             branch, QDateTime(), active, std::move(upstream)));
+    references.push_back(std::make_shared<const LocalBranch>(hexFor(at), "refs/heads/" + branch, branch, branch, QDateTime(),
+                                                             active, std::move(upstream)));
     if (active) head = hexFor(at);
   }
   void addRemoteBranch(const QString& remote, const QString& branch, const QString& at) {
     const QString fullName = remote + QLatin1Char('/') + branch;
-    references.push_back(std::make_shared<const RemoteBranch>(hexFor(at), QStringLiteral("refs/remotes/") + fullName,
-                                                              branch, fullName, QDateTime(), remote));
+    references.push_back(
+        std::make_shared<const RemoteBranch>(hexFor(at), "refs/remotes/" + fullName, branch, fullName, QDateTime(), remote));
   }
   // An annotated tag names its own object; the commit is behind it.
   void addTag(const QString& tag, const QString& at, bool annotated = false) {
-    const QString object = annotated ? hexFor(QStringLiteral("tag object ") + tag) : hexFor(at);
-    references.push_back(std::make_shared<const Tag>(object, QStringLiteral("refs/tags/") + tag, tag, tag, QDateTime(),
+    const QString object = annotated ? hexFor("tag object " + tag) : hexFor(at);
+    references.push_back(std::make_shared<const Tag>(object, "refs/tags/" + tag, tag, tag, QDateTime(),
                                                      annotated ? std::optional<QString>(hexFor(at)) : std::nullopt));
   }
   void detachHead(const QString& at) { head = hexFor(at); }
@@ -77,7 +77,7 @@ class History {
     return source;
   }
 
-  QString nameOf(const Sha& sha) const { return names.value(sha, QStringLiteral("?")); }
+  QString nameOf(const Sha& sha) const { return names.value(sha, "?"); }
   QStringList rowNames(const RevisionGraph& graph) const {
     QStringList result;
     for (const RevisionPtr& revision : graph.revisions()) result.append(nameOf(revision->sha()));

@@ -43,7 +43,7 @@ struct Decorated {
 // meet at B.
 History diverged() {
   History history("L2: L1\nR1: B\nL1: B\nB: Z\nZ:");
-  history.addBranch("main", "L2", true, QStringLiteral("refs/remotes/origin/main"));
+  history.addBranch("main", "L2", true, "refs/remotes/origin/main");
   history.addRemoteBranch("origin", "main", "R1");
   return history;
 }
@@ -56,7 +56,7 @@ TEST(RevisionCollectionView, AheadAndBehindUntilTheHistoriesMeet) {
   // Without an upstream, or with one that has no reference, nothing is marked.
   History noUpstream = diverged();
   noUpstream.references.clear();
-  noUpstream.addBranch("main", "L2", true, QStringLiteral("refs/remotes/origin/gone"));
+  noUpstream.addBranch("main", "L2", true, "refs/remotes/origin/gone");
   Decorated missing(noUpstream);
   EXPECT_EQ(missing.aheadBehind(), ".....");
 }

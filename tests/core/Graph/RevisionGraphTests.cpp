@@ -122,8 +122,8 @@ TEST(RevisionGraph, RowLookupsBySha) {
   EXPECT_EQ(graph.row(hexC.left(7).toUpper()), 2);
   EXPECT_EQ(graph.row(hexC), 2);
   EXPECT_EQ(graph.row(QString()), std::nullopt);
-  EXPECT_EQ(graph.row(QStringLiteral("xyz")), std::nullopt);
-  EXPECT_EQ(graph.row(hexC + QStringLiteral("0")), std::nullopt);
+  EXPECT_EQ(graph.row("xyz"), std::nullopt);
+  EXPECT_EQ(graph.row(hexC + "0"), std::nullopt);
 
   // An odd number of digits compares the last half byte too.
   const QString hexA = hexFor("A");

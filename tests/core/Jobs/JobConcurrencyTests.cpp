@@ -25,16 +25,16 @@ TEST(JobConcurrency, PollingCancellingAndSchedulingWhileJobsRun) {
     auto job = Job::make(QStringLiteral("worker %1").arg(n), n % 3 ? Job::Show::everywhere() : Job::Show::none(),
                          n % 2 ? Job::ProgressType::progress : Job::ProgressType::infinite, [&cancelActions, n](JobProgress& p) {
                            p.setCancelationAction([&cancelActions, n] { ++cancelActions[n]; });
-                           p.startGroup(QStringLiteral("work"));
+                           p.startGroup("work");
                            for (int step = 0; step < 2000 && !p.isCanceled(); ++step) {
                              p.update(step / 20.0, QStringLiteral("step %1").arg(step), JobProgressState::inProgress);
                              p.parseGitProgress(QStringLiteral("Receiving objects: %1% (x)\r").arg(step % 100));
                              if (step % 50 == 0) p.appendOutput(QStringLiteral("line %1").arg(step));
-                             p.start(QStringLiteral("step"));
-                             p.end(QStringLiteral("step"));
+                             p.start("step");
+                             p.end("step");
                              if (n % 4 == 0) QThread::usleep(50);
                            }
-                           p.endGroup(QStringLiteral("work"));
+                           p.endGroup("work");
                            // One hold of the lock: a cancel arriving now is not overwritten.
                            p.setState(JobProgressState::succeeded);
                          });
@@ -47,7 +47,7 @@ TEST(JobConcurrency, PollingCancellingAndSchedulingWhileJobsRun) {
   for (int n = 0; n < 6; ++n) makeWorker(n);
   for (int poll = 0; poll < 20; ++poll) {
     const auto history = queue.userJobs();
-    StatusBarDisplay::choose(history, QDateTime::currentDateTime(), QStringLiteral("repo: main"));
+    StatusBarDisplay::choose(history, QDateTime::currentDateTime(), "repo: main");
     for (int index : rows.tick(history)) rows.items()[index]->markDrawn();
     queue.activeJobsCount();
     QThread::usleep(200);

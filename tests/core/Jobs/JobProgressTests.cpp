@@ -4,34 +4,33 @@
 
 TEST(JobProgress, GitProgressTakesTheLastMatchOfAChunk) {
   JobProgress progress;
-  EXPECT_TRUE(progress.parseGitProgress(QStringLiteral("Counting objects:  50% (1/2)\rCounting objects: 100% (2/2)\r")));
-  EXPECT_EQ(progress.message(), QStringLiteral("Counting objects: 100%"));
+  EXPECT_TRUE(progress.parseGitProgress("Counting objects:  50% (1/2)\rCounting objects: 100% (2/2)\r"));
+  EXPECT_EQ(progress.message(), "Counting objects: 100%");
   EXPECT_EQ(progress.progress(), 100);
   EXPECT_EQ(progress.state(), JobProgressState::inProgress);
 
   // The label range admits the punctuation between the two alphabets.
-  EXPECT_TRUE(progress.parseGitProgress(QStringLiteral("remote: Compressing_objects:  7% (1/14)")));
-  EXPECT_EQ(progress.message(), QStringLiteral("Compressing_objects: 7%"));
+  EXPECT_TRUE(progress.parseGitProgress("remote: Compressing_objects:  7% (1/14)"));
+  EXPECT_EQ(progress.message(), "Compressing_objects: 7%");
 }
 
 TEST(JobProgress, TextWithoutPercentageIsNotProgress) {
   JobProgress progress;
-  progress.update(30, QStringLiteral("fetching..."), JobProgressState::inProgress);
-  EXPECT_FALSE(progress.parseGitProgress(QStringLiteral("From github.com:owner/repo\n")));
-  EXPECT_FALSE(progress.parseGitProgress(QStringLiteral("Receiving objects: done\n")));
+  progress.update(30, "fetching...", JobProgressState::inProgress);
+  EXPECT_FALSE(progress.parseGitProgress("From github.com:owner/repo\n"));
+  EXPECT_FALSE(progress.parseGitProgress("Receiving objects: done\n"));
   EXPECT_FALSE(progress.parseGitProgress(QString()));
   // A percentage too large for an integer does not parse.
-  EXPECT_FALSE(progress.parseGitProgress(QStringLiteral("Counting objects: 99999999999999999999%")));
-  EXPECT_EQ(progress.message(), QStringLiteral("fetching..."));
+  EXPECT_FALSE(progress.parseGitProgress("Counting objects: 99999999999999999999%"));
+  EXPECT_EQ(progress.message(), "fetching...");
   EXPECT_EQ(progress.progress(), 30);
 }
 
 TEST(JobProgress, CommandLogReadsAsTypedByAUser) {
   JobProgress progress;
-  progress.logGitCommand({QStringLiteral("-c"), QStringLiteral("push.default=upstream"), QStringLiteral("push"),
-                          QStringLiteral("--progress"), QStringLiteral("origin"), QStringLiteral("main")});
-  progress.appendOutput(QStringLiteral("Everything up-to-date"));
-  EXPECT_EQ(progress.output(), QStringLiteral("$ git push origin main\n\nEverything up-to-date\n"));
+  progress.logGitCommand({"-c", "push.default=upstream", "push", "--progress", "origin", "main"});
+  progress.appendOutput("Everything up-to-date");
+  EXPECT_EQ(progress.output(), "$ git push origin main\n\nEverything up-to-date\n");
 }
 
 TEST(JobProgress, CancelRunsTheActionOnceAndSticks) {
@@ -46,6 +45,6 @@ TEST(JobProgress, CancelRunsTheActionOnceAndSticks) {
   progress.setState(JobProgressState::succeeded);
   EXPECT_EQ(progress.state(), JobProgressState::canceled);
   // Only an explicit update may.
-  progress.update(100, QStringLiteral("done"), JobProgressState::succeeded);
+  progress.update(100, "done", JobProgressState::succeeded);
   EXPECT_EQ(progress.state(), JobProgressState::succeeded);
 }

@@ -36,7 +36,7 @@ bool eventually(Condition condition) {
 
 TEST(Job, IdsCountUpAndWrapAtOneThousand) {
   std::vector<int> ids;
-  for (int i = 0; i < 1001; ++i) ids.push_back(makeJob(QStringLiteral("j"))->id());
+  for (int i = 0; i < 1001; ++i) ids.push_back(makeJob("j")->id());
   for (int k = 0; k < 1001; ++k) ASSERT_EQ(ids[k], (ids[0] + k) % 1000) << "job " << k;
   EXPECT_EQ(ids[1000], ids[0]);
   EXPECT_EQ(std::count(ids.begin(), ids.end(), 0), 1);
@@ -49,7 +49,7 @@ TEST(Job, IdsStayDistinctWhenJobsAreMadeOnManyThreads) {
   std::vector<std::thread> workers;
   for (int t = 0; t < threads; ++t) {
     workers.emplace_back([&ids, t] {
-      for (int i = 0; i < perThread; ++i) ids[t].push_back(makeJob(QStringLiteral("j"))->id());
+      for (int i = 0; i < perThread; ++i) ids[t].push_back(makeJob("j")->id());
     });
   }
   for (auto& w : workers) w.join();
@@ -62,9 +62,9 @@ TEST(Job, IdsStayDistinctWhenJobsAreMadeOnManyThreads) {
 TEST(JobQueue, StatusMovesForwardAndStampsItsTimes) {
   JobQueue queue;
   std::latch release(1);
-  auto job = makeJob(QStringLiteral("Fetch"), [&](JobProgress& p) {
+  auto job = makeJob("Fetch", [&](JobProgress& p) {
     release.wait();
-    p.update(100, QStringLiteral("done"), JobProgressState::succeeded);
+    p.update(100, "done", JobProgressState::succeeded);
   });
   EXPECT_EQ(job->status(), Job::Status::unknown);
   queue.schedule(job);
@@ -121,11 +121,11 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
   std::latch started(2);
   std::latch release(1);
   // "Stubborn" ignores the cancel until released; "Polite" polls the state and stops.
-  auto stubborn = makeJob(QStringLiteral("Stubborn"), [&](JobProgress&) {
+  auto stubborn = makeJob("Stubborn", [&](JobProgress&) {
     started.count_down();
     release.wait();
   });
-  auto polite = makeJob(QStringLiteral("Polite"), [&](JobProgress& p) {
+  auto polite = makeJob("Polite", [&](JobProgress& p) {
     started.count_down();
     while (!p.isCanceled()) QThread::msleep(1);
   });
@@ -137,24 +137,23 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
 
   queue.cancelAllTasks();
   // Newest first, and the queue does not wait for the jobs to end.
-  EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Send cancel signal to 2 jobs"), QStringLiteral("Aborting 'Polite'"),
-                                      QStringLiteral("Aborting 'Stubborn'")}));
+  EXPECT_EQ(log.messages(), (QStringList{"Send cancel signal to 2 jobs", "Aborting 'Polite'", "Aborting 'Stubborn'"}));
   EXPECT_EQ(stubborn->status(), Job::Status::running);
   EXPECT_EQ(stubborn->progress().state(), JobProgressState::canceled);
   EXPECT_EQ(actionRuns, 1);
 
   ASSERT_TRUE(eventually([&] { return polite->status() == Job::Status::finished; }));
   EXPECT_EQ(queue.activeJobsCount(), 1);
-  EXPECT_TRUE(log.messages().contains(QStringLiteral("Job 'Polite' canceled")));
+  EXPECT_TRUE(log.messages().contains("Job 'Polite' canceled"));
   // A second cancel reaches only what is still active, and runs no action twice.
   log.clear();
   queue.cancelAllTasks();
-  EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Send cancel signal to 1 jobs"), QStringLiteral("Aborting 'Stubborn'")}));
+  EXPECT_EQ(log.messages(), (QStringList{"Send cancel signal to 1 jobs", "Aborting 'Stubborn'"}));
   EXPECT_EQ(actionRuns, 1);
 
   release.count_down();
   ASSERT_TRUE(queue.waitForDone(5000));
-  EXPECT_TRUE(log.messages().contains(QStringLiteral("Job 'Stubborn' canceled")));
+  EXPECT_TRUE(log.messages().contains("Job 'Stubborn' canceled"));
 }
 
 TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {
@@ -162,16 +161,14 @@ TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {
   JobQueue queue;
   std::atomic<bool> stoppedEarly = false;
   QElapsedTimer timer;
-  auto job = makeJob(QStringLiteral("Wait"), [&](JobProgress& p) {
+  auto job = makeJob("Wait", [&](JobProgress& p) {
     // A shell alias whose child sleeps: the interrupt must reach the whole process group.
-    const GitResponse response =
-        GitRequest(repository.module(), {QStringLiteral("-c"), QStringLiteral("alias.pause=!sleep 30"), QStringLiteral("pause")})
-            .executeWithProgress(p);
+    const GitResponse response = GitRequest(repository.module(), {"-c", "alias.pause=!sleep 30", "pause"}).executeWithProgress(p);
     stoppedEarly = !response.isSuccess() && timer.elapsed() < 20000;
   });
   timer.start();
   queue.schedule(job);
-  ASSERT_TRUE(eventually([&] { return job->progress().output().contains(QStringLiteral("$ git")); }));
+  ASSERT_TRUE(eventually([&] { return job->progress().output().contains("$ git"); }));
   QThread::msleep(200);  // let the child start its sleep
   queue.cancelAllTasks();
   ASSERT_TRUE(queue.waitForDone(20000));
@@ -183,13 +180,12 @@ TEST(JobQueue, ACancelAtAnyMomentAroundTheLaunchStopsTheGit) {
   // git blocks opening a FIFO nobody writes, without children of its own: only the
   // interrupt ends it. The cancel lands before, during or after the child's start.
   TempRepository repository;
-  const QString fifo = repository.path() + QStringLiteral("/blocked");
+  const QString fifo = repository.path() + "/blocked";
   ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
   for (int delayMs = 0; delayMs < 8; ++delayMs) {
     JobQueue queue;
-    auto job = makeJob(QStringLiteral("Blocked"), [&](JobProgress& p) {
-      GitRequest(repository.module(), {QStringLiteral("config"), QStringLiteral("--file"), fifo, QStringLiteral("--list")})
-          .executeWithProgress(p);
+    auto job = makeJob("Blocked", [&](JobProgress& p) {
+      GitRequest(repository.module(), {"config", "--file", fifo, "--list"}).executeWithProgress(p);
     });
     queue.schedule(job);
     QThread::msleep(delayMs);
@@ -205,7 +201,7 @@ TEST(JobQueue, ACancelAtAnyMomentAroundTheLaunchStopsTheGit) {
 TEST(JobQueue, ClosingTheQueueCancelsAndWaitsForItsJobs) {
   auto queue = std::make_unique<JobQueue>();
   std::latch started(1);
-  auto job = makeJob(QStringLiteral("Refresh"), [&](JobProgress& p) {
+  auto job = makeJob("Refresh", [&](JobProgress& p) {
     started.count_down();
     while (!p.isCanceled()) QThread::msleep(1);
   });
@@ -228,9 +224,8 @@ TEST(JobQueue, AJobOutOfTheHistoryIsGoneWhenTheWaitEnds) {
   std::atomic<bool> destroyed = false;
   std::latch release(1);
   JobQueue queue;
-  queue.schedule(makeJob(QStringLiteral("Slow"), [held = std::make_shared<SlowToDestroy>(destroyed), &release](JobProgress&) {
-    release.wait();
-  }));
+  queue.schedule(
+      makeJob("Slow", [held = std::make_shared<SlowToDestroy>(destroyed), &release](JobProgress&) { release.wait(); }));
   // Pushes the first job out of the history: only its worker holds it now.
   for (int i = 1; i < JobQueue::userJobsMaxSize; ++i) queue.schedule(makeJob(QStringLiteral("job %1").arg(i)));
   release.count_down();

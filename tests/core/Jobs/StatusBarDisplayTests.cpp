@@ -4,9 +4,9 @@
 
 namespace {
 
-const QString line = QStringLiteral("repo: main");
+const QString line = "repo: main";
 
-std::shared_ptr<Job> jobIn(Job::Status status, const QString& name = QStringLiteral("Fetch"),
+std::shared_ptr<Job> jobIn(Job::Status status, const QString& name = "Fetch",
                            Job::ProgressType type = Job::ProgressType::progress, Job::Show show = Job::Show::everywhere()) {
   auto job = Job::make(name, show, type, {});
   if (status == Job::Status::finished) job->setStatus(Job::Status::running);
@@ -18,12 +18,12 @@ std::shared_ptr<Job> jobIn(Job::Status status, const QString& name = QStringLite
 
 TEST(StatusBarDisplay, FinishedJobStaysForLessThanTwoWholeSeconds) {
   auto job = jobIn(Job::Status::finished);
-  job->progress().update(100, QStringLiteral("done"), JobProgressState::succeeded);
+  job->progress().update(100, "done", JobProgressState::succeeded);
   const QDateTime finished = *job->finishTime();
 
   for (int ms : {0, 1500, 1999}) {
     const auto display = StatusBarDisplay::choose({job}, finished.addMSecs(ms), line);
-    EXPECT_EQ(display.text, QStringLiteral("Fetch: done")) << ms << " ms";
+    EXPECT_EQ(display.text, "Fetch: done") << ms << " ms";
     EXPECT_FALSE(display.cancelButtonVisible);
     EXPECT_EQ(display.job, job);
   }
@@ -36,39 +36,38 @@ TEST(StatusBarDisplay, FinishedJobStaysForLessThanTwoWholeSeconds) {
 }
 
 TEST(StatusBarDisplay, NewestQualifyingJobWins) {
-  auto older = jobIn(Job::Status::running, QStringLiteral("Pull"));
-  auto stale = jobIn(Job::Status::finished, QStringLiteral("Old"));
-  auto hidden = jobIn(Job::Status::running, QStringLiteral("Background"), Job::ProgressType::progress,
-                      Job::Show::inActivityManager());
-  auto pending = jobIn(Job::Status::pending, QStringLiteral("Waiting"));
-  older->progress().update(40, QStringLiteral("pulling..."), JobProgressState::inProgress);
+  auto older = jobIn(Job::Status::running, "Pull");
+  auto stale = jobIn(Job::Status::finished, "Old");
+  auto hidden = jobIn(Job::Status::running, "Background", Job::ProgressType::progress, Job::Show::inActivityManager());
+  auto pending = jobIn(Job::Status::pending, "Waiting");
+  older->progress().update(40, "pulling...", JobProgressState::inProgress);
   const QDateTime later = stale->finishTime()->addSecs(10);
 
   // Skipped from the newest: a pending job, a job not meant for the bar, a stale finished one.
   auto display = StatusBarDisplay::choose({older, stale, hidden, pending}, later, line);
-  EXPECT_EQ(display.text, QStringLiteral("Pull: pulling..."));
+  EXPECT_EQ(display.text, "Pull: pulling...");
   EXPECT_TRUE(display.cancelButtonVisible);
   EXPECT_EQ(display.job, older);
 
   // A job that just finished ends the search before an older running one.
-  auto fresh = jobIn(Job::Status::finished, QStringLiteral("Push"));
-  fresh->progress().update(100, QStringLiteral("pushed"), JobProgressState::succeeded);
+  auto fresh = jobIn(Job::Status::finished, "Push");
+  fresh->progress().update(100, "pushed", JobProgressState::succeeded);
   display = StatusBarDisplay::choose({older, fresh}, *fresh->finishTime(), line);
-  EXPECT_EQ(display.text, QStringLiteral("Push: pushed"));
+  EXPECT_EQ(display.text, "Push: pushed");
   EXPECT_FALSE(display.cancelButtonVisible);
 }
 
 TEST(StatusBarDisplay, CanceledJobHidesTheCancelButton) {
   auto job = jobIn(Job::Status::running);
-  job->progress().update(30, QStringLiteral("fetching..."), JobProgressState::inProgress);
+  job->progress().update(30, "fetching...", JobProgressState::inProgress);
   job->progress().cancel();
   auto display = StatusBarDisplay::choose({job}, QDateTime::currentDateTime(), line);
-  EXPECT_EQ(display.text, QStringLiteral("Fetch: canceling..."));
+  EXPECT_EQ(display.text, "Fetch: canceling...");
   EXPECT_FALSE(display.cancelButtonVisible);
 
   job->setStatus(Job::Status::finished);
   display = StatusBarDisplay::choose({job}, *job->finishTime(), line);
-  EXPECT_EQ(display.text, QStringLiteral("Fetch: canceled"));
+  EXPECT_EQ(display.text, "Fetch: canceled");
   EXPECT_FALSE(display.cancelButtonVisible);
 }
 
@@ -77,22 +76,21 @@ TEST(StatusBarDisplay, BarShowsASliverAndNeverForInfiniteJobs) {
   auto display = StatusBarDisplay::choose({determinate}, QDateTime::currentDateTime(), line);
   EXPECT_FALSE(display.barHidden);
   EXPECT_DOUBLE_EQ(display.barValue, 5.0);
-  determinate->progress().update(50, QStringLiteral("half"), JobProgressState::inProgress);
+  determinate->progress().update(50, "half", JobProgressState::inProgress);
   display = StatusBarDisplay::choose({determinate}, QDateTime::currentDateTime(), line);
   EXPECT_DOUBLE_EQ(display.barValue, 52.5);
 
-  auto infinite = jobIn(Job::Status::running, QStringLiteral("Refresh"), Job::ProgressType::infinite);
-  infinite->progress().update(50, QStringLiteral("loading"), JobProgressState::inProgress);
+  auto infinite = jobIn(Job::Status::running, "Refresh", Job::ProgressType::infinite);
+  infinite->progress().update(50, "loading", JobProgressState::inProgress);
   display = StatusBarDisplay::choose({infinite}, QDateTime::currentDateTime(), line);
   EXPECT_TRUE(display.barHidden);
   EXPECT_EQ(display.barValue, 0);
-  EXPECT_EQ(display.text, QStringLiteral("Refresh: loading"));
+  EXPECT_EQ(display.text, "Refresh: loading");
 }
 
 TEST(StatusBarDisplay, RepositoryLineWithoutAJob) {
-  EXPECT_EQ(StatusBarDisplay::repositoryLine(std::nullopt, false, std::nullopt),
-            QStringLiteral("Welcome to Jelv. Open a repository to start"));
-  EXPECT_EQ(StatusBarDisplay::repositoryLine(QStringLiteral("repo"), false, std::nullopt), QStringLiteral("repo: loading..."));
-  EXPECT_EQ(StatusBarDisplay::repositoryLine(QStringLiteral("repo"), true, QStringLiteral("main")), QStringLiteral("repo: main"));
-  EXPECT_EQ(StatusBarDisplay::repositoryLine(QStringLiteral("repo"), true, std::nullopt), QStringLiteral("repo: detached HEAD"));
+  EXPECT_EQ(StatusBarDisplay::repositoryLine(std::nullopt, false, std::nullopt), "Welcome to Jelv. Open a repository to start");
+  EXPECT_EQ(StatusBarDisplay::repositoryLine("repo", false, std::nullopt), "repo: loading...");
+  EXPECT_EQ(StatusBarDisplay::repositoryLine("repo", true, "main"), "repo: main");
+  EXPECT_EQ(StatusBarDisplay::repositoryLine("repo", true, std::nullopt), "repo: detached HEAD");
 }

@@ -4,119 +4,118 @@ using DiscardLines = LineStagingTest;
 
 TEST_F(DiscardLines, AddedAndRemovedLinesOfAModifiedBlock) {
   const QByteArray base = lines({"l1", "l2", "l3", "l4", "l5", "l6", "l7", "l8"});
-  repo().commitFile(QStringLiteral("f"), base, QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("f"), lines({"l1", "l2", "A", "B", "C", "l6", "l7", "l8"}));
+  repo().commitFile("f", base, "base");
+  repo().writeFile("f", lines({"l1", "l2", "A", "B", "C", "l6", "l7", "l8"}));
 
   showUnstaged();
-  const XPatchPtr one = selection(SelectionMode::discard, span(QStringLiteral("+B"), QStringLiteral("+B")));
+  const XPatchPtr one = selection(SelectionMode::discard, span("+B", "+B"));
   ASSERT_TRUE(one);
   const auto confirmation = SelectionPatch::discardConfirmation(*one);
   ASSERT_TRUE(confirmation);
-  EXPECT_EQ(confirmation->confirmButtonTitle, QStringLiteral("Discard Line"));
-  apply(SelectionMode::discard, QStringLiteral("+B"));
-  EXPECT_EQ(worktree(QStringLiteral("f")), lines({"l1", "l2", "A", "C", "l6", "l7", "l8"}));
-  EXPECT_EQ(indexed(QStringLiteral("f")), base);
+  EXPECT_EQ(confirmation->confirmButtonTitle, "Discard Line");
+  apply(SelectionMode::discard, "+B");
+  EXPECT_EQ(worktree("f"), lines({"l1", "l2", "A", "C", "l6", "l7", "l8"}));
+  EXPECT_EQ(indexed("f"), base);
 
   // A removed line comes back into the file, in front of the lines that replaced it.
   showUnstaged();
-  apply(SelectionMode::discard, QStringLiteral("-l4"));
-  EXPECT_EQ(worktree(QStringLiteral("f")), lines({"l1", "l2", "l4", "A", "C", "l6", "l7", "l8"}));
+  apply(SelectionMode::discard, "-l4");
+  EXPECT_EQ(worktree("f"), lines({"l1", "l2", "l4", "A", "C", "l6", "l7", "l8"}));
 
   showUnstaged();
-  const auto all = span(QStringLiteral("-l3"), QStringLiteral("+C"));
-  EXPECT_EQ(SelectionPatch::discardConfirmation(*selection(SelectionMode::discard, all))->confirmButtonTitle,
-            QStringLiteral("Discard 4 Lines"));
+  const auto all = span("-l3", "+C");
+  EXPECT_EQ(SelectionPatch::discardConfirmation(*selection(SelectionMode::discard, all))->confirmButtonTitle, "Discard 4 Lines");
   apply(SelectionMode::discard, all);
-  EXPECT_EQ(worktree(QStringLiteral("f")), base);
+  EXPECT_EQ(worktree("f"), base);
 }
 
 TEST_F(DiscardLines, ContextInTheSelectionChangesNothing) {
   QByteArray base;
   for (int i = 1; i <= 20; ++i) base += "l" + QByteArray::number(i) + '\n';
-  repo().commitFile(QStringLiteral("f"), base, QStringLiteral("base"));
+  repo().commitFile("f", base, "base");
   QByteArray changed = base;
   changed.replace("l3\n", "X\n");
   changed.replace("l15\n", "Y\n");
-  repo().writeFile(QStringLiteral("f"), changed);
+  repo().writeFile("f", changed);
   showUnstaged();
   ASSERT_EQ(view.files.at(0).chunks.size(), 2u);
 
   // Context alone: nothing to discard, nothing to ask.
-  EXPECT_FALSE(selection(SelectionMode::discard, span(QStringLiteral(" l1"), QStringLiteral(" l2"))));
+  EXPECT_FALSE(selection(SelectionMode::discard, span(" l1", " l2")));
   // From the trailing context of the first hunk into the second: only the second counts.
-  const auto drag = span(QStringLiteral(" l6"), QStringLiteral("+Y"));
+  const auto drag = span(" l6", "+Y");
   const XPatchPtr selected = selection(SelectionMode::discard, drag);
   ASSERT_TRUE(selected);
   EXPECT_EQ(selected->files.at(0).chunks.size(), 1u);
-  EXPECT_EQ(SelectionPatch::discardConfirmation(*selected)->confirmButtonTitle, QStringLiteral("Discard 2 Lines"));
+  EXPECT_EQ(SelectionPatch::discardConfirmation(*selected)->confirmButtonTitle, "Discard 2 Lines");
   apply(SelectionMode::discard, drag);
   QByteArray expected = changed;
   expected.replace("Y\n", "l15\n");
-  EXPECT_EQ(worktree(QStringLiteral("f")), expected);
+  EXPECT_EQ(worktree("f"), expected);
   // A selection outside every file gives no patch at all.
   EXPECT_FALSE(selection(SelectionMode::discard, {view.text.size() + 10, view.text.size() + 20}));
 }
 
 TEST_F(DiscardLines, InUntrackedDeletedAndModeChangedFiles) {
-  repo().writeFile(QStringLiteral("gone.txt"), lines({"g1", "g2", "g3"}));
-  repo().writeFile(QStringLiteral("all-gone.txt"), lines({"h1", "h2"}));
-  repo().writeFile(QStringLiteral("run.sh"), lines({"echo 1", "echo 2"}));
-  repo().commit(QStringLiteral("base"));
+  repo().writeFile("gone.txt", lines({"g1", "g2", "g3"}));
+  repo().writeFile("all-gone.txt", lines({"h1", "h2"}));
+  repo().writeFile("run.sh", lines({"echo 1", "echo 2"}));
+  repo().commit("base");
 
-  repo().writeFile(QStringLiteral("new.txt"), QStringLiteral("n1\n\u00fc2\nn3\n").toUtf8());
-  showUntracked(QStringLiteral("new.txt"));
-  apply(SelectionMode::discard, QStringLiteral("+\u00fc2"));
-  EXPECT_EQ(worktree(QStringLiteral("new.txt")), lines({"n1", "n3"}));
+  repo().writeFile("new.txt", QStringLiteral("n1\n\u00fc2\nn3\n").toUtf8());
+  showUntracked("new.txt");
+  apply(SelectionMode::discard, "+\u00fc2");
+  EXPECT_EQ(worktree("new.txt"), lines({"n1", "n3"}));
 
   // A file deleted in the working tree comes back with the selected line only ...
-  repo().removeFile(QStringLiteral("gone.txt"));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("gone.txt")});
-  apply(SelectionMode::discard, QStringLiteral("-g2"));
-  EXPECT_EQ(worktree(QStringLiteral("gone.txt")), lines({"g2"}));
+  repo().removeFile("gone.txt");
+  showUnstaged({"--", "gone.txt"});
+  apply(SelectionMode::discard, "-g2");
+  EXPECT_EQ(worktree("gone.txt"), lines({"g2"}));
   // ... or whole, when the whole hunk is selected.
-  repo().removeFile(QStringLiteral("all-gone.txt"));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("all-gone.txt")});
-  apply(SelectionMode::discard, span(QStringLiteral("-h1"), QStringLiteral("-h2")));
-  EXPECT_EQ(worktree(QStringLiteral("all-gone.txt")), lines({"h1", "h2"}));
+  repo().removeFile("all-gone.txt");
+  showUnstaged({"--", "all-gone.txt"});
+  apply(SelectionMode::discard, span("-h1", "-h2"));
+  EXPECT_EQ(worktree("all-gone.txt"), lines({"h1", "h2"}));
 
   // Discarding a line leaves the changed mode alone.
-  const QString script = repo().path() + QStringLiteral("/run.sh");
-  repo().writeExecutable(QStringLiteral("run.sh"), lines({"echo 1", "echo 2", "echo 3"}));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("run.sh")});
-  apply(SelectionMode::discard, QStringLiteral("+echo 3"));
-  EXPECT_EQ(worktree(QStringLiteral("run.sh")), lines({"echo 1", "echo 2"}));
+  const QString script = repo().path() + "/run.sh";
+  repo().writeExecutable("run.sh", lines({"echo 1", "echo 2", "echo 3"}));
+  showUnstaged({"--", "run.sh"});
+  apply(SelectionMode::discard, "+echo 3");
+  EXPECT_EQ(worktree("run.sh"), lines({"echo 1", "echo 2"}));
   EXPECT_TRUE(QFile::permissions(script) & QFileDevice::ExeOwner);
   EXPECT_EQ(indexEntries(), (QStringList{"100644 all-gone.txt", "100644 gone.txt", "100644 run.sh"}));
 }
 
 TEST_F(DiscardLines, FromADiffShownWithWhitespaceIgnored) {
-  repo().commitFile(QStringLiteral("f"), lines({"a();", "b();", "c();", "d();", "e();"}), QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("f"), lines({"a();", "    b();", "c();", "d();", "E();"}));
-  showUnstaged({QStringLiteral("--ignore-all-space")});
-  apply(SelectionMode::discard, span(QStringLiteral("-e();"), QStringLiteral("+E();")));
+  repo().commitFile("f", lines({"a();", "b();", "c();", "d();", "e();"}), "base");
+  repo().writeFile("f", lines({"a();", "    b();", "c();", "d();", "E();"}));
+  showUnstaged({"--ignore-all-space"});
+  apply(SelectionMode::discard, span("-e();", "+E();"));
   // The blank-only change was never shown, and it stays.
-  EXPECT_EQ(worktree(QStringLiteral("f")), lines({"a();", "    b();", "c();", "d();", "e();"}));
+  EXPECT_EQ(worktree("f"), lines({"a();", "    b();", "c();", "d();", "e();"}));
 }
 
 TEST_F(DiscardLines, ReportsALockedIndexAndAStaleView) {
-  repo().commitFile(QStringLiteral("f"), lines({"a", "b", "c"}), QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("f"), lines({"a", "B", "c"}));
+  repo().commitFile("f", lines({"a", "b", "c"}), "base");
+  repo().writeFile("f", lines({"a", "B", "c"}));
   showUnstaged();
-  const XPatchPtr selected = selection(SelectionMode::stage, span(QStringLiteral("+B"), QStringLiteral("+B")));
+  const XPatchPtr selected = selection(SelectionMode::stage, span("+B", "+B"));
   ASSERT_TRUE(selected);
 
-  repo().writeFile(QStringLiteral(".git/index.lock"), "");
+  repo().writeFile(".git/index.lock", "");
   const auto locked = ApplySelectionPatchGitCommand::execute(repo().module(), *selected, SelectionMode::stage);
   EXPECT_TRUE(locked.isError<Error::RepositoryIsLocked>()) << describe(locked.error()).toStdString();
-  repo().removeFile(QStringLiteral(".git/index.lock"));
+  repo().removeFile(".git/index.lock");
 
   // The file changed after the diff was shown: git refuses and nothing is touched.
-  repo().writeFile(QStringLiteral("f"), lines({"x", "y", "z"}));
-  const XPatchPtr stale = selection(SelectionMode::discard, span(QStringLiteral("+B"), QStringLiteral("+B")));
+  repo().writeFile("f", lines({"x", "y", "z"}));
+  const XPatchPtr stale = selection(SelectionMode::discard, span("+B", "+B"));
   const auto refused = ApplySelectionPatchGitCommand::execute(repo().module(), *stale, SelectionMode::discard);
   ASSERT_TRUE(refused.isError<Error::GitUnknownError>());
   EXPECT_TRUE(refused.errorAs<Error::GitUnknownError>()->error.contains(u"patch does not apply"));
-  EXPECT_EQ(worktree(QStringLiteral("f")), lines({"x", "y", "z"}));
+  EXPECT_EQ(worktree("f"), lines({"x", "y", "z"}));
 
   EXPECT_TRUE(ApplySelectionPatchGitCommand::execute(repo().module(), XPatch{}, SelectionMode::discard).isError<Error::NoChanges>());
 }

@@ -16,64 +16,64 @@ QByteArray numbered(int count, int changedFrom = 0, int changedTo = -1, const ch
 using StageLines = LineStagingTest;
 
 TEST_F(StageLines, OneLineOfAModifiedBlockAndThenTheRestInAnyOrder) {
-  repo().commitFile(QStringLiteral("f"), numbered(10), QStringLiteral("base"));
+  repo().commitFile("f", numbered(10), "base");
   const QByteArray modified = lines({"l1", "l2", "l3", "A", "B", "C", "l7", "l8", "l9", "l10"});
-  repo().writeFile(QStringLiteral("f"), modified);
+  repo().writeFile("f", modified);
 
   showUnstaged();
-  apply(SelectionMode::stage, QStringLiteral("+B"));
+  apply(SelectionMode::stage, "+B");
   // The removed lines stay, the added one lands behind them.
-  EXPECT_EQ(indexed(QStringLiteral("f")), lines({"l1", "l2", "l3", "l4", "l5", "l6", "B", "l7", "l8", "l9", "l10"}));
-  EXPECT_EQ(worktree(QStringLiteral("f")), modified);
+  EXPECT_EQ(indexed("f"), lines({"l1", "l2", "l3", "l4", "l5", "l6", "B", "l7", "l8", "l9", "l10"}));
+  EXPECT_EQ(worktree("f"), modified);
 
   showUnstaged();
-  apply(SelectionMode::stage, span(QStringLiteral("-l5"), QStringLiteral("-l5")));
-  EXPECT_EQ(indexed(QStringLiteral("f")), lines({"l1", "l2", "l3", "l4", "l6", "B", "l7", "l8", "l9", "l10"}));
+  apply(SelectionMode::stage, span("-l5", "-l5"));
+  EXPECT_EQ(indexed("f"), lines({"l1", "l2", "l3", "l4", "l6", "B", "l7", "l8", "l9", "l10"}));
 
   // The rest, one line at a time and out of order, ends with the index equal to the file.
   for (const char* spec : {"+C", "-l4", "+A", "-l6"}) {
     SCOPED_TRACE(spec);
     showUnstaged();
-    const int before = indexed(QStringLiteral("f")).count('\n');
+    const int before = indexed("f").count('\n');
     apply(SelectionMode::stage, QString::fromLatin1(spec));
-    EXPECT_EQ(indexed(QStringLiteral("f")).count('\n'), before + (spec[0] == '+' ? 1 : -1));
+    EXPECT_EQ(indexed("f").count('\n'), before + (spec[0] == '+' ? 1 : -1));
   }
-  EXPECT_EQ(indexed(QStringLiteral("f")), modified);
-  EXPECT_EQ(worktree(QStringLiteral("f")), modified);
+  EXPECT_EQ(indexed("f"), modified);
+  EXPECT_EQ(worktree("f"), modified);
 }
 
 TEST_F(StageLines, FirstMiddleAndLastLinesAndASelectionAcrossTwoHunks) {
-  repo().commitFile(QStringLiteral("f"), numbered(30), QStringLiteral("base"));
+  repo().commitFile("f", numbered(30), "base");
   QByteArray changed = numbered(30);
   changed.replace("l1\n", "L1\n");
   changed.replace("l15\n", "L15\n");
   changed.replace("l30\n", "L30\n");
-  repo().writeFile(QStringLiteral("f"), changed);
+  repo().writeFile("f", changed);
 
   showUnstaged();
   ASSERT_EQ(view.files.at(0).chunks.size(), 3u);
   // A drag over two rows of the first hunk.
-  apply(SelectionMode::stage, span(QStringLiteral("-l1"), QStringLiteral("+L1")));
+  apply(SelectionMode::stage, span("-l1", "+L1"));
   QByteArray expected = numbered(30);
   expected.replace("l1\n", "L1\n");
-  EXPECT_EQ(indexed(QStringLiteral("f")), expected);
+  EXPECT_EQ(indexed("f"), expected);
 
   // A few characters inside one row select that row.
   showUnstaged();
-  const PatchView::Range middle = row(QStringLiteral("+L15"));
+  const PatchView::Range middle = row("+L15");
   apply(SelectionMode::stage, std::pair{middle.location + 1, middle.location + 2});
   expected.replace("l15\n", "l15\nL15\n");
-  EXPECT_EQ(indexed(QStringLiteral("f")), expected);
+  EXPECT_EQ(indexed("f"), expected);
 
   // From the removed line of one hunk to the last line of the next: both hunks, each
   // with its own lengths.
   showUnstaged();
-  const XPatchPtr across = selection(SelectionMode::stage, span(QStringLiteral("-l15"), QStringLiteral("+L30")));
+  const XPatchPtr across = selection(SelectionMode::stage, span("-l15", "+L30"));
   ASSERT_TRUE(across);
   ASSERT_EQ(across->files.at(0).chunks.size(), 2u);
-  apply(SelectionMode::stage, span(QStringLiteral("-l15"), QStringLiteral("+L30")));
-  EXPECT_EQ(indexed(QStringLiteral("f")), changed);
-  EXPECT_EQ(worktree(QStringLiteral("f")), changed);
+  apply(SelectionMode::stage, span("-l15", "+L30"));
+  EXPECT_EQ(indexed("f"), changed);
+  EXPECT_EQ(worktree("f"), changed);
 }
 
 // One line selected around a file end without newline (and in CRLF files), in each
@@ -107,8 +107,8 @@ TEST_F(LineStagingTest, AroundAMissingNewlineInEveryMode) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     freshRepository();
-    repo().commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
-    repo().writeFile(QStringLiteral("f"), row.after);
+    repo().commitFile("f", row.before, "base");
+    repo().writeFile("f", row.after);
     if (row.mode == M::unstage) {
       repo().stageAll();
       showStaged();
@@ -117,107 +117,107 @@ TEST_F(LineStagingTest, AroundAMissingNewlineInEveryMode) {
     }
     apply(row.mode, span(row.selection[0], row.selection[1]));
     if (row.mode == M::discard) {
-      EXPECT_EQ(worktree(QStringLiteral("f")), row.expected);
-      EXPECT_EQ(indexed(QStringLiteral("f")), row.before);
+      EXPECT_EQ(worktree("f"), row.expected);
+      EXPECT_EQ(indexed("f"), row.before);
     } else {
-      EXPECT_EQ(indexed(QStringLiteral("f")), row.expected);
-      EXPECT_EQ(worktree(QStringLiteral("f")), row.after);
+      EXPECT_EQ(indexed("f"), row.expected);
+      EXPECT_EQ(worktree("f"), row.after);
     }
   }
 }
 
 TEST_F(StageLines, InCreatedDeletedAndModeChangedFiles) {
-  repo().writeFile(QStringLiteral("gone.txt"), lines({"g1", "g2", "g3"}));
-  repo().writeFile(QStringLiteral("all-gone.txt"), lines({"h1", "h2"}));
-  repo().writeFile(QStringLiteral("run.sh"), lines({"echo 1", "echo 2"}));
-  repo().commit(QStringLiteral("base"));
+  repo().writeFile("gone.txt", lines({"g1", "g2", "g3"}));
+  repo().writeFile("all-gone.txt", lines({"h1", "h2"}));
+  repo().writeFile("run.sh", lines({"echo 1", "echo 2"}));
+  repo().commit("base");
 
   // An untracked file: the index gets a file of the selected line only.
-  repo().writeFile(QStringLiteral("new.txt"), lines({"n1", "n2", "n3"}));
-  showUntracked(QStringLiteral("new.txt"));
-  apply(SelectionMode::stage, QStringLiteral("+n2"));
-  EXPECT_EQ(indexed(QStringLiteral("new.txt")), lines({"n2"}));
-  EXPECT_TRUE(indexEntries().contains(QStringLiteral("100644 new.txt")));
-  EXPECT_EQ(worktree(QStringLiteral("new.txt")), lines({"n1", "n2", "n3"}));
+  repo().writeFile("new.txt", lines({"n1", "n2", "n3"}));
+  showUntracked("new.txt");
+  apply(SelectionMode::stage, "+n2");
+  EXPECT_EQ(indexed("new.txt"), lines({"n2"}));
+  EXPECT_TRUE(indexEntries().contains("100644 new.txt"));
+  EXPECT_EQ(worktree("new.txt"), lines({"n1", "n2", "n3"}));
 
   // A deleted file that keeps lines stays in the index, shorter.
-  repo().removeFile(QStringLiteral("gone.txt"));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("gone.txt")});
-  apply(SelectionMode::stage, QStringLiteral("-g2"));
-  EXPECT_EQ(indexed(QStringLiteral("gone.txt")), lines({"g1", "g3"}));
-  EXPECT_FALSE(exists(QStringLiteral("gone.txt")));
+  repo().removeFile("gone.txt");
+  showUnstaged({"--", "gone.txt"});
+  apply(SelectionMode::stage, "-g2");
+  EXPECT_EQ(indexed("gone.txt"), lines({"g1", "g3"}));
+  EXPECT_FALSE(exists("gone.txt"));
 
   // The whole hunk of a deletion deletes the file in the index.
-  repo().removeFile(QStringLiteral("all-gone.txt"));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("all-gone.txt")});
-  apply(SelectionMode::stage, span(QStringLiteral("-h1"), QStringLiteral("-h2")));
+  repo().removeFile("all-gone.txt");
+  showUnstaged({"--", "all-gone.txt"});
+  apply(SelectionMode::stage, span("-h1", "-h2"));
   for (const QString& entry : indexEntries()) EXPECT_FALSE(entry.endsWith(u"all-gone.txt"));
 
   // A changed mode goes with the staged line.
-  repo().writeExecutable(QStringLiteral("run.sh"), lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
-  showUnstaged({QStringLiteral("--"), QStringLiteral("run.sh")});
+  repo().writeExecutable("run.sh", lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
+  showUnstaged({"--", "run.sh"});
   ASSERT_EQ(patch->files.at(0).newFileMode, FileMode{100755});
-  apply(SelectionMode::stage, QStringLiteral("+echo 3"));
-  EXPECT_EQ(indexed(QStringLiteral("run.sh")), lines({"echo 1", "echo 2", "echo 3"}));
-  EXPECT_TRUE(indexEntries().contains(QStringLiteral("100755 run.sh")));
+  apply(SelectionMode::stage, "+echo 3");
+  EXPECT_EQ(indexed("run.sh"), lines({"echo 1", "echo 2", "echo 3"}));
+  EXPECT_TRUE(indexEntries().contains("100755 run.sh"));
 }
 
 TEST_F(StageLines, KeepsCrlfAndNonAsciiBytes) {
-  repo().writeFile(QStringLiteral("dos.txt"), "a\r\nb\r\nc\r\n");
-  repo().writeFile(QStringLiteral("text.txt"), QStringLiteral("Gr\u00fc\u00dfe\nna\u00efve\n").toUtf8());
-  repo().commit(QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("dos.txt"), "a\r\nB\r\nc\r\nd\r\n");
-  repo().writeFile(QStringLiteral("text.txt"), QStringLiteral("Gr\u00fc\u00dfe, Welt\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
+  repo().writeFile("dos.txt", "a\r\nb\r\nc\r\n");
+  repo().writeFile("text.txt", QStringLiteral("Gr\u00fc\u00dfe\nna\u00efve\n").toUtf8());
+  repo().commit("base");
+  repo().writeFile("dos.txt", "a\r\nB\r\nc\r\nd\r\n");
+  repo().writeFile("text.txt", QStringLiteral("Gr\u00fc\u00dfe, Welt\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
 
-  showUnstaged({QStringLiteral("--"), QStringLiteral("dos.txt")});
-  apply(SelectionMode::stage, QStringLiteral("+d"));
-  EXPECT_EQ(indexed(QStringLiteral("dos.txt")), "a\r\nb\r\nc\r\nd\r\n");
-  showUnstaged({QStringLiteral("--"), QStringLiteral("dos.txt")});
-  apply(SelectionMode::stage, span(QStringLiteral("-b"), QStringLiteral("+B")));
-  EXPECT_EQ(indexed(QStringLiteral("dos.txt")), "a\r\nB\r\nc\r\nd\r\n");
+  showUnstaged({"--", "dos.txt"});
+  apply(SelectionMode::stage, "+d");
+  EXPECT_EQ(indexed("dos.txt"), "a\r\nb\r\nc\r\nd\r\n");
+  showUnstaged({"--", "dos.txt"});
+  apply(SelectionMode::stage, span("-b", "+B"));
+  EXPECT_EQ(indexed("dos.txt"), "a\r\nB\r\nc\r\nd\r\n");
 
-  showUnstaged({QStringLiteral("--"), QStringLiteral("text.txt")});
-  apply(SelectionMode::stage, QStringLiteral("+\U0001F600 \u65e5\u672c"));
-  EXPECT_EQ(indexed(QStringLiteral("text.txt")), QStringLiteral("Gr\u00fc\u00dfe\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
+  showUnstaged({"--", "text.txt"});
+  apply(SelectionMode::stage, "+\U0001F600 \u65e5\u672c");
+  EXPECT_EQ(indexed("text.txt"), QStringLiteral("Gr\u00fc\u00dfe\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
 }
 
 TEST_F(StageLines, FromADiffShownWithWhitespaceIgnored) {
   const QByteArray base = lines({"int a;", "int b;", "int c;", "int d;", "int e;", "int f;"});
-  repo().commitFile(QStringLiteral("f"), base, QStringLiteral("base"));
+  repo().commitFile("f", base, "base");
   const QByteArray edited = lines({"int a;", "int   b;", "int c;", "int d;", "int E;", "int f;"});
-  repo().writeFile(QStringLiteral("f"), edited);
-  showUnstaged({QStringLiteral("--ignore-all-space")});
+  repo().writeFile("f", edited);
+  showUnstaged({"--ignore-all-space"});
   // The blank-only change is shown as context and must not reach the index.
-  apply(SelectionMode::stage, span(QStringLiteral("-int e;"), QStringLiteral("+int E;")));
-  EXPECT_EQ(indexed(QStringLiteral("f")), lines({"int a;", "int b;", "int c;", "int d;", "int E;", "int f;"}));
-  EXPECT_EQ(worktree(QStringLiteral("f")), edited);
+  apply(SelectionMode::stage, span("-int e;", "+int E;"));
+  EXPECT_EQ(indexed("f"), lines({"int a;", "int b;", "int c;", "int d;", "int E;", "int f;"}));
+  EXPECT_EQ(worktree("f"), edited);
 
   // Context comes from the working tree; git apply matches runs of blanks, but not
   // blanks where the index has none. It refuses then, and the index stays as it was.
   freshRepository();
-  repo().commitFile(QStringLiteral("f"), base, QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("f"), lines({"int a;", "    int b;", "int c;", "int d;", "int E;", "int f;"}));
-  showUnstaged({QStringLiteral("--ignore-all-space")});
-  const XPatchPtr selected = selection(SelectionMode::stage, span(QStringLiteral("-int e;"), QStringLiteral("+int E;")));
+  repo().commitFile("f", base, "base");
+  repo().writeFile("f", lines({"int a;", "    int b;", "int c;", "int d;", "int E;", "int f;"}));
+  showUnstaged({"--ignore-all-space"});
+  const XPatchPtr selected = selection(SelectionMode::stage, span("-int e;", "+int E;"));
   ASSERT_TRUE(selected);
   const auto result = ApplySelectionPatchGitCommand::execute(repo().module(), *selected, SelectionMode::stage);
   ASSERT_TRUE(result.isError<Error::GitUnknownError>());
   EXPECT_TRUE(result.errorAs<Error::GitUnknownError>()->error.contains(u"patch does not apply"));
-  EXPECT_EQ(indexed(QStringLiteral("f")), base);
+  EXPECT_EQ(indexed("f"), base);
 }
 
 TEST_F(StageLines, EveryFileSelectedWholeStagesWhatGitAddWould) {
-  repo().writeFile(QStringLiteral("one-line.txt"), "only\n");
-  repo().writeFile(QStringLiteral("tail.txt"), "x\ny");
-  repo().writeFile(QStringLiteral("gone.txt"), "bye\n");
-  repo().writeFile(QStringLiteral("tool.sh"), "echo\n");
-  repo().writeFile(QStringLiteral("long.txt"), lines({"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"}));
-  repo().commit(QStringLiteral("base"));
-  repo().writeFile(QStringLiteral("one-line.txt"), "changed\n");
-  repo().writeFile(QStringLiteral("tail.txt"), "x\ny\nz\n");
-  repo().removeFile(QStringLiteral("gone.txt"));
-  repo().writeExecutable(QStringLiteral("tool.sh"), "echo 2\n");
-  repo().writeFile(QStringLiteral("long.txt"), lines({"one", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "twelve"}));
+  repo().writeFile("one-line.txt", "only\n");
+  repo().writeFile("tail.txt", "x\ny");
+  repo().writeFile("gone.txt", "bye\n");
+  repo().writeFile("tool.sh", "echo\n");
+  repo().writeFile("long.txt", lines({"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"}));
+  repo().commit("base");
+  repo().writeFile("one-line.txt", "changed\n");
+  repo().writeFile("tail.txt", "x\ny\nz\n");
+  repo().removeFile("gone.txt");
+  repo().writeExecutable("tool.sh", "echo 2\n");
+  repo().writeFile("long.txt", lines({"one", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "twelve"}));
 
   showUnstaged();
   ASSERT_EQ(view.files.size(), 5u);
@@ -227,7 +227,7 @@ TEST_F(StageLines, EveryFileSelectedWholeStagesWhatGitAddWould) {
     SCOPED_TRACE(PatchViewBuilder::fileTitle(*file.node).toStdString());
     apply(SelectionMode::stage, std::pair{file.range.location, file.range.end()});
   }
-  const QString staged = repo().git({QStringLiteral("write-tree")}).trimmed();
+  const QString staged = repo().git({"write-tree"}).trimmed();
   repo().stageAll();
-  EXPECT_EQ(staged, repo().git({QStringLiteral("write-tree")}).trimmed());
+  EXPECT_EQ(staged, repo().git({"write-tree"}).trimmed());
 }

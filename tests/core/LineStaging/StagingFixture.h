@@ -76,11 +76,11 @@ class LineStagingTest : public ::testing::Test {
   }
   void apply(SelectionMode mode, const QString& spec) { apply(mode, span(spec, spec)); }
 
-  QByteArray indexed(const QString& path) const { return repo().gitBytes({QStringLiteral("show"), QLatin1Char(':') + path}); }
+  QByteArray indexed(const QString& path) const { return repo().gitBytes({"show", QLatin1Char(':') + path}); }
   // "100644 path" per entry of the index.
   QStringList indexEntries() const {
     QStringList entries;
-    const QString listing = repo().git({QStringLiteral("ls-files"), QStringLiteral("-s")});
+    const QString listing = repo().git({"ls-files", "-s"});
     for (const QString& line : listing.split(u'\n', Qt::SkipEmptyParts)) {
       entries << line.section(u' ', 0, 0) + u' ' + line.section(u'\t', 1);
     }

@@ -40,12 +40,12 @@ TEST(WordDiff, MarksThePartOfAPairedLineThatChanged) {
   const XPatchPtr patch = PatchParser().parse(diff, XFilePatch::Location::unstaged);
   ASSERT_TRUE(patch);
   const PatchView::Document unified = PatchViewBuilder::unified(patch);
-  EXPECT_EQ(marked(unified), (QStringList{QStringLiteral("1"), QStringLiteral("42")}));
+  EXPECT_EQ(marked(unified), (QStringList{"1", "42"}));
 
   // Each side of the side-by-side layout marks its own lines only.
   const PatchViewBuilder::SideBySide sides = PatchViewBuilder::sideBySide(patch);
-  EXPECT_EQ(marked(sides.left), QStringList{QStringLiteral("1")});
-  EXPECT_EQ(marked(sides.right), QStringList{QStringLiteral("42")});
+  EXPECT_EQ(marked(sides.left), QStringList{"1"});
+  EXPECT_EQ(marked(sides.right), QStringList{"42"});
 
   XPatch minified = *patch;
   minified.files.front().isMinified = true;

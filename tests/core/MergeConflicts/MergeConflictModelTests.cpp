@@ -16,8 +16,7 @@ std::vector<MergeConflict::SelectableLinePtr> side(Part part, std::initializer_l
 
 std::shared_ptr<Conflict> conflict(std::initializer_list<const char*> local = {"L1\n", "L2\n"},
                                    std::initializer_list<const char*> remote = {"R1\n"}) {
-  auto chunk = std::make_shared<Conflict>(side(Part::remote, remote), side(Part::local, local), QStringLiteral("theirs"),
-                                          QStringLiteral("HEAD"));
+  auto chunk = std::make_shared<Conflict>(side(Part::remote, remote), side(Part::local, local), "theirs", "HEAD");
   chunk->adoptLines();
   return chunk;
 }
@@ -42,60 +41,60 @@ TEST(MergeConflictModel, Operations) {
     QString result;
     std::array<bool, 3> selected;
   } cases[] = {
-      {"select a line", {[&](Conflict& c) { L(c, 1)->select(); }}, QStringLiteral("L2\n"), {false, true, false}},
+      {"select a line", {[&](Conflict& c) { L(c, 1)->select(); }}, "L2\n", {false, true, false}},
       {"select twice changes nothing",
        {[&](Conflict& c) { L(c, 1)->select(); }, [&](Conflict& c) { L(c, 1)->select(); }},
-       QStringLiteral("L2\n"),
+       "L2\n",
        {false, true, false}},
       {"selection order is result order",
        {[&](Conflict& c) { R(c, 0)->select(); }, [&](Conflict& c) { L(c, 0)->select(); }},
-       QStringLiteral("R1\nL1\n"),
+       "R1\nL1\n",
        {true, false, true}},
-      {"choose local", {[](Conflict& c) { c.chooseLocal(); }}, QStringLiteral("L1\nL2\n"), {true, true, false}},
+      {"choose local", {[](Conflict& c) { c.chooseLocal(); }}, "L1\nL2\n", {true, true, false}},
       {"choose remote after local",
        {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.chooseRemote(); }},
-       QStringLiteral("R1\n"),
+       "R1\n",
        {false, false, true}},
       {"choose keeps none of an edit",
-       {[&](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->insert(0, QStringLiteral("x")); },
+       {[&](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->insert(0, "x"); },
         [](Conflict& c) { c.chooseLocal(); }},
-       QStringLiteral("L1\nL2\n"),
+       "L1\nL2\n",
        {true, true, false}},
       {"clear", {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.clear(); }}, QString(), {false, false, false}},
       {"remove from parent unselects",
        {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->removeFromParentChunk(); }},
-       QStringLiteral("L2\n"),
+       "L2\n",
        {false, true, false}},
       {"meld takes the next text and unselects it",
        {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->removeSubrange(2, 3); },
         [&](Conflict& c) { L(c, 0)->meldWith(*L(c, 1)); }},
-       QStringLiteral("L1L2\n"),
+       "L1L2\n",
        {true, false, false}},
       {"a melded line can be selected again",
        {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->meldWith(*L(c, 1)); },
         [&](Conflict& c) { L(c, 1)->select(); }},
-       QStringLiteral("L1\nL2\nL2\n"),
+       "L1\nL2\nL2\n",
        {true, true, false}},
       {"meld of an unselected line leaves it out",
        {[&](Conflict& c) { L(c, 0)->select(); }, [&](Conflict& c) { L(c, 0)->meldWith(*R(c, 0)); }},
-       QStringLiteral("L1\nR1\n"),
+       "L1\nR1\n",
        {true, false, false}},
       {"remove subrange to nothing leaves the result",
        {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 1)->removeSubrange(0, 3); }},
-       QStringLiteral("L1\n"),
+       "L1\n",
        {true, false, false}},
       {"invalid subrange does nothing",
        {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 1)->removeSubrange(1, 9); }},
-       QStringLiteral("L1\nL2\n"),
+       "L1\nL2\n",
        {true, true, false}},
       {"select side keeps the other",
        {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.selectSide(Part::remote); }},
-       QStringLiteral("L1\nL2\nR1\n"),
+       "L1\nL2\nR1\n",
        {true, true, true}},
       {"unselect side",
        {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.selectSide(Part::remote); },
         [](Conflict& c) { c.unselectSide(Part::local); }},
-       QStringLiteral("R1\n"),
+       "R1\n",
        {false, false, true}},
   };
   for (const auto& c : cases) {
@@ -117,12 +116,8 @@ TEST(MergeConflictModel, InsertSplitsAtTheFirstLineBreak) {
     const char* kept;
     std::optional<QString> tail;
   } cases[] = {
-      {"abc\n", 1, "x", "axbc\n", std::nullopt},
-      {"abc\n", 1, "\n", "a\n", QStringLiteral("bc\n")},
-      {"abc\n", 3, "\n", "abc\n", QStringLiteral("\n")},
-      {"abc", 3, "\n", "abc\n", std::nullopt},
-      {"abc\n", 0, "1\n2\n", "1\n", QStringLiteral("2\nabc\n")},
-      {"", 0, "ü", "ü", std::nullopt},
+      {"abc\n", 1, "x", "axbc\n", std::nullopt}, {"abc\n", 1, "\n", "a\n", "bc\n"},         {"abc\n", 3, "\n", "abc\n", "\n"},
+      {"abc", 3, "\n", "abc\n", std::nullopt},   {"abc\n", 0, "1\n2\n", "1\n", "2\nabc\n"}, {"", 0, "ü", "ü", std::nullopt},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.insert);
@@ -139,28 +134,28 @@ TEST(MergeConflictModel, RowCountsAndTitle) {
   chunk->remoteLines[0]->select();
   chunk->remoteLines[1]->select();
   EXPECT_EQ(chunk->rowCount(), 3);
-  for (int i = 0; i < 3; ++i) chunk->localLines[0]->insert(0, QStringLiteral("x\n"));
+  for (int i = 0; i < 3; ++i) chunk->localLines[0]->insert(0, "x\n");
   EXPECT_EQ(chunk->rowCount(), 3);
 
   MergeConflict file;
   auto second = conflict();
   file.chunks = {conflict(), second};
-  EXPECT_EQ(file.title(), QStringLiteral("Resolved 0 conflicts of 2"));
+  EXPECT_EQ(file.title(), "Resolved 0 conflicts of 2");
   second->chooseRemote();
-  EXPECT_EQ(file.title(), QStringLiteral("Resolved 1 conflict of 2"));
+  EXPECT_EQ(file.title(), "Resolved 1 conflict of 2");
   file.chunks = {second};
-  EXPECT_EQ(file.title(), QStringLiteral("All conflicts resolved"));
+  EXPECT_EQ(file.title(), "All conflicts resolved");
   file.chunks = {conflict()};
-  EXPECT_EQ(file.title(), QStringLiteral("Resolved 0 conflicts of 1"));
+  EXPECT_EQ(file.title(), "Resolved 0 conflicts of 1");
 }
 
 TEST(MergeConflictModel, LineWithoutParent) {
   LogCapture log;
-  MergeConflict::SelectableLine line(ContextType::add, QStringLiteral("x\n"), Part::local);
+  MergeConflict::SelectableLine line(ContextType::add, "x\n", Part::local);
   line.select();
   EXPECT_TRUE(line.isSelected);
-  line.customString = QStringLiteral("y\n");
+  line.customString = "y\n";
   line.Line::removeFromParentChunk();
-  EXPECT_TRUE(log.contains(QStringLiteral("Line has no parent chunk!")));
-  EXPECT_EQ(line.text(), QStringLiteral("y\n"));
+  EXPECT_TRUE(log.contains("Line has no parent chunk!"));
+  EXPECT_EQ(line.text(), "y\n");
 }

@@ -12,7 +12,7 @@ using Kind = MergeConflict::Chunk::Kind;
 
 QString sideText(const std::vector<MergeConflict::SelectableLinePtr>& lines) {
   QString text;
-  for (const auto& line : lines) text += line->isEmptyLine() ? QStringLiteral("<empty>") : line->originalString;
+  for (const auto& line : lines) text += line->isEmptyLine() ? "<empty>" : line->originalString;
   return text;
 }
 
@@ -22,8 +22,7 @@ QByteArray mergeFileFavoring(const TempRepository& repo, const QString& path, co
   QTemporaryDir dir;
   const auto stage = [&](int number) {
     int status = 0;
-    const QByteArray bytes =
-        runProgram(QStringLiteral("git"), {QStringLiteral("show"), QStringLiteral(":%1:%2").arg(number).arg(path)}, repo.path(), &status);
+    const QByteArray bytes = runProgram("git", {"show", QStringLiteral(":%1:%2").arg(number).arg(path)}, repo.path(), &status);
     const QString file = dir.filePath(QString::number(number));
     QFile out(file);
     out.open(QIODevice::WriteOnly);
@@ -31,8 +30,7 @@ QByteArray mergeFileFavoring(const TempRepository& repo, const QString& path, co
     return file;
   };
   int status = 0;
-  return runProgram(QStringLiteral("git"), {QStringLiteral("merge-file"), QStringLiteral("-p"), favor, stage(2), stage(1), stage(3)},
-                    repo.path(), &status);
+  return runProgram("git", {"merge-file", "-p", favor, stage(2), stage(1), stage(3)}, repo.path(), &status);
 }
 
 void chooseEverywhere(MergeConflict& conflict, MergeConflictPart side) {
@@ -70,23 +68,23 @@ TEST(UnifiedMergeTokenizer, LinesByTheirMarks) {
   };
   const ContextType n = ContextType::none, a = ContextType::add, r = ContextType::remove;
   const std::vector<Expected> expected{
-      {MergeTokenType::other, n, n, QStringLiteral("diff --cc x\n")},
-      {MergeTokenType::other, n, n, QStringLiteral("index 1,2..3\n")},
+      {MergeTokenType::other, n, n, "diff --cc x\n"},
+      {MergeTokenType::other, n, n, "index 1,2..3\n"},
       // A context-looking line before the first "@@@" is still header.
-      {MergeTokenType::other, n, n, QStringLiteral("  early\n")},
-      {MergeTokenType::other, n, n, QStringLiteral("@@@ -1,2 -1,2 +1,5 @@@\n")},
-      {MergeTokenType::context, n, n, QStringLiteral("text\n")},
-      {MergeTokenType::conflictStart, n, n, QStringLiteral("HEAD\n")},
-      {MergeTokenType::context, n, a, QStringLiteral("mine\n")},
-      {MergeTokenType::baseStart, n, n, QStringLiteral("abc")},
-      {MergeTokenType::context, a, a, QStringLiteral("old\n")},
+      {MergeTokenType::other, n, n, "  early\n"},
+      {MergeTokenType::other, n, n, "@@@ -1,2 -1,2 +1,5 @@@\n"},
+      {MergeTokenType::context, n, n, "text\n"},
+      {MergeTokenType::conflictStart, n, n, "HEAD\n"},
+      {MergeTokenType::context, n, a, "mine\n"},
+      {MergeTokenType::baseStart, n, n, "abc"},
+      {MergeTokenType::context, a, a, "old\n"},
       {MergeTokenType::conflictSeparator, n, n, QString()},
-      {MergeTokenType::context, a, n, QStringLiteral("yours\n")},
-      {MergeTokenType::conflictEnd, n, n, QStringLiteral("other (subject)\n")},
+      {MergeTokenType::context, a, n, "yours\n"},
+      {MergeTokenType::conflictEnd, n, n, "other (subject)\n"},
       // The marker behind it takes the line's newline away.
-      {MergeTokenType::context, r, n, QStringLiteral("gone")},
-      {MergeTokenType::other, n, n, QStringLiteral("\\ No newline at end of file\n")},
-      {MergeTokenType::context, n, n, QStringLiteral("last")},
+      {MergeTokenType::context, r, n, "gone"},
+      {MergeTokenType::other, n, n, "\\ No newline at end of file\n"},
+      {MergeTokenType::context, n, n, "last"},
   };
   ASSERT_EQ(tokens->size(), expected.size());
   for (size_t i = 0; i < expected.size(); ++i) {
@@ -98,7 +96,7 @@ TEST(UnifiedMergeTokenizer, LinesByTheirMarks) {
       EXPECT_EQ((*tokens)[i].local, expected[i].local);
     }
   }
-  EXPECT_EQ((*tokens)[4].start, text.indexOf(QStringLiteral("  text")));
+  EXPECT_EQ((*tokens)[4].start, text.indexOf("  text"));
   EXPECT_TRUE(UnifiedMergeTokenizer().tokenize(QString())->empty());
 }
 
@@ -114,31 +112,31 @@ TEST(UnifiedMergeTokenizer, UnreadableLinesFailTheParse) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
     LogCapture log;
-    EXPECT_FALSE(MergeConflictParser().parse(QStringLiteral("f"), QString::fromUtf8(c.text)));
+    EXPECT_FALSE(MergeConflictParser().parse("f", QString::fromUtf8(c.text)));
     EXPECT_TRUE(log.contains(QString::fromUtf8(c.log)));
-    EXPECT_TRUE(log.contains(QStringLiteral("Cannot create tokens for 'f'")));
+    EXPECT_TRUE(log.contains("Cannot create tokens for 'f'"));
   }
 }
 
 TEST(MergeConflictParser, BrokenMarkerOrderIsRefused) {
-  const QString head = QStringLiteral("@@@ -1 -1 +1 @@@\n");
+  const QString head = "@@@ -1 -1 +1 @@@\n";
   const struct {
     QString body;
     const char* log;
   } cases[] = {
-      {QStringLiteral("++<<<<<<< a\n++<<<<<<< b\n"), "Unexpected conflict start"},
-      {QStringLiteral("++<<<<<<< a\n++=======\n++=======\n"), "Unexpected conflict separator"},
-      {QStringLiteral("++<<<<<<< a\n++=======\n++||||||| b\n"), "Unexpected base start"},
-      {QStringLiteral("++<<<<<<< a\n++||||||| b\n++||||||| b\n"), "Unexpected base start"},
-      {QStringLiteral("++<<<<<<< a\n +x\n++>>>>>>> b\n"), "Unexpected conflict end"},
-      {QStringLiteral("++<<<<<<< a\n +x\n"), "Unexpected conflict end"},
-      {QStringLiteral("++=======\n"), "Unexpected token"},
-      {QStringLiteral("++>>>>>>> b\n"), "Unexpected token"},
+      {"++<<<<<<< a\n++<<<<<<< b\n", "Unexpected conflict start"},
+      {"++<<<<<<< a\n++=======\n++=======\n", "Unexpected conflict separator"},
+      {"++<<<<<<< a\n++=======\n++||||||| b\n", "Unexpected base start"},
+      {"++<<<<<<< a\n++||||||| b\n++||||||| b\n", "Unexpected base start"},
+      {"++<<<<<<< a\n +x\n++>>>>>>> b\n", "Unexpected conflict end"},
+      {"++<<<<<<< a\n +x\n", "Unexpected conflict end"},
+      {"++=======\n", "Unexpected token"},
+      {"++>>>>>>> b\n", "Unexpected token"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.body.toStdString());
     LogCapture log;
-    EXPECT_FALSE(MergeConflictParser().parse(QStringLiteral("f"), head + c.body));
+    EXPECT_FALSE(MergeConflictParser().parse("f", head + c.body));
     EXPECT_TRUE(log.contains(QString::fromUtf8(c.log)));
   }
 }
@@ -157,21 +155,33 @@ TEST(MergeConflictParser, ConflictsOfRealOperations) {
     int conflicts;
     QString localName;
   } cases[] = {
-      {"merge", {base, local, remote}, ConflictOperation::merge, false, 2, QStringLiteral("HEAD\n")},
-      {"merge diff3", {base, local, remote}, ConflictOperation::merge, true, 2, QStringLiteral("HEAD\n")},
-      {"cherry-pick", {base, local, remote}, ConflictOperation::cherryPick, false, 2, QStringLiteral("HEAD\n")},
+      {"merge", {base, local, remote}, ConflictOperation::merge, false, 2, "HEAD\n"},
+      {"merge diff3", {base, local, remote}, ConflictOperation::merge, true, 2, "HEAD\n"},
+      {"cherry-pick", {base, local, remote}, ConflictOperation::cherryPick, false, 2, "HEAD\n"},
       {"rebase diff3", {base, local, remote}, ConflictOperation::rebase, true, 2, QString()},
-      {"add/add", {std::nullopt, QByteArray("a\nsame\nb local\n"), QByteArray("a\nsame\nb remote\nc\n")}, ConflictOperation::merge,
-       false, 1, QStringLiteral("HEAD\n")},
-      {"no newline at the end", {QByteArray("x\ny\nz"), QByteArray("x local\ny\nz"), QByteArray("x remote\ny\nz")},
-       ConflictOperation::merge, false, 1, QStringLiteral("HEAD\n")},
-      {"non-ASCII, blank in path", {QByteArray("ä\nß\n"), QByteArray("ä\nß lokal\n"), QByteArray("ä\nß fern\n")},
-       ConflictOperation::merge, false, 1, QStringLiteral("HEAD\n")},
+      {"add/add",
+       {std::nullopt, QByteArray("a\nsame\nb local\n"), QByteArray("a\nsame\nb remote\nc\n")},
+       ConflictOperation::merge,
+       false,
+       1,
+       "HEAD\n"},
+      {"no newline at the end",
+       {QByteArray("x\ny\nz"), QByteArray("x local\ny\nz"), QByteArray("x remote\ny\nz")},
+       ConflictOperation::merge,
+       false,
+       1,
+       "HEAD\n"},
+      {"non-ASCII, blank in path",
+       {QByteArray("ä\nß\n"), QByteArray("ä\nß lokal\n"), QByteArray("ä\nß fern\n")},
+       ConflictOperation::merge,
+       false,
+       1,
+       "HEAD\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     TempRepository repo;
-    const QString path = QStringLiteral("dir/a file ü.txt");
+    const QString path = "dir/a file ü.txt";
     makeConflict(repo, path, c.sides, c.operation, c.diff3);
     const auto conflict = loadConflict(repo, path);
     ASSERT_TRUE(conflict);
@@ -188,7 +198,7 @@ TEST(MergeConflictParser, ConflictsOfRealOperations) {
         EXPECT_EQ(first.localName, c.localName);
       }
       // Base lines of the diff3 style are not a side.
-      EXPECT_FALSE(sideText(first.localLines).contains(QStringLiteral("\n2\n")));
+      EXPECT_FALSE(sideText(first.localLines).contains("\n2\n"));
       for (const auto& line : first.localLines) EXPECT_EQ(line->viewMode, MergeConflictPart::local);
       for (const auto& line : first.remoteLines) EXPECT_EQ(line->viewMode, MergeConflictPart::remote);
     }
@@ -199,7 +209,7 @@ TEST(MergeConflictParser, ConflictsOfRealOperations) {
       if (chunk->kind() != Kind::change) continue;
       const auto& change = static_cast<const MergeConflict::ChangeChunk&>(*chunk);
       for (const auto& [lines, stage] : {std::pair{&change.localLines, 2}, std::pair{&change.remoteLines, 3}}) {
-        const QString side = QStringLiteral("\n") + repo.git({QStringLiteral("show"), QStringLiteral(":%1:%2").arg(stage).arg(path)});
+        const QString side = "\n" + repo.git({"show", QStringLiteral(":%1:%2").arg(stage).arg(path)});
         for (const auto& line : *lines) {
           const QString text = line->originalString.endsWith(u'\n') ? line->originalString : line->originalString + u'\n';
           EXPECT_TRUE(side.contains(u'\n' + text)) << stage << ": " << text.toStdString();
@@ -209,32 +219,32 @@ TEST(MergeConflictParser, ConflictsOfRealOperations) {
     }
     chooseEverywhere(*conflict, MergeConflictPart::local);
     EXPECT_EQ(conflict->unresolvedConflictCount(), 0);
-    EXPECT_EQ(conflict->resultText().toUtf8(), mergeFileFavoring(repo, path, QStringLiteral("--ours")));
+    EXPECT_EQ(conflict->resultText().toUtf8(), mergeFileFavoring(repo, path, "--ours"));
     chooseEverywhere(*conflict, MergeConflictPart::remote);
-    EXPECT_EQ(conflict->resultText().toUtf8(), mergeFileFavoring(repo, path, QStringLiteral("--theirs")));
+    EXPECT_EQ(conflict->resultText().toUtf8(), mergeFileFavoring(repo, path, "--theirs"));
   }
 }
 
 TEST(MergeConflictParser, SidesOfOneConflict) {
   TempRepository repo;
-  makeConflict(repo, QStringLiteral("f"), {QByteArray("a\nb\nc\n"), QByteArray("a\nL1\nL2\nc\n"), QByteArray("a\nc\n")},
-               ConflictOperation::merge, true);
-  const auto conflict = loadConflict(repo, QStringLiteral("f"));
+  makeConflict(repo, "f", {QByteArray("a\nb\nc\n"), QByteArray("a\nL1\nL2\nc\n"), QByteArray("a\nc\n")}, ConflictOperation::merge,
+               true);
+  const auto conflict = loadConflict(repo, "f");
   ASSERT_TRUE(conflict);
   ASSERT_EQ(conflict->chunks.size(), 3u);
   const auto& chunk = static_cast<const MergeConflict::ConflictChunk&>(*conflict->chunks[1]);
   ASSERT_EQ(chunk.kind(), Kind::conflict);
-  EXPECT_EQ(sideText(chunk.localLines), QStringLiteral("L1\nL2\n"));
+  EXPECT_EQ(sideText(chunk.localLines), "L1\nL2\n");
   // The remote side deleted the line: it gets one empty line to be chosen by.
-  EXPECT_EQ(sideText(chunk.remoteLines), QStringLiteral("<empty>"));
-  EXPECT_EQ(chunk.remoteName, QStringLiteral("theirs\n"));
+  EXPECT_EQ(sideText(chunk.remoteLines), "<empty>");
+  EXPECT_EQ(chunk.remoteName, "theirs\n");
   EXPECT_EQ(chunk.rowCount(), 2);
 }
 
 TEST(MergeConflictParser, SideDeletedFileHasNoLinesToMerge) {
   TempRepository repo;
-  makeConflict(repo, QStringLiteral("f"), {QByteArray("a\n"), std::nullopt, QByteArray("a changed\n")});
-  const auto result = LoadMergeConflict::execute(repo.module(), QStringLiteral("f"));
+  makeConflict(repo, "f", {QByteArray("a\n"), std::nullopt, QByteArray("a changed\n")});
+  const auto result = LoadMergeConflict::execute(repo.module(), "f");
   ASSERT_TRUE(result.isFailure());
   EXPECT_TRUE(result.isError<Error::Generic>());
 }

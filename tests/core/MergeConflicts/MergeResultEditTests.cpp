@@ -26,7 +26,7 @@ const char* combinedDiff =
     "  echo\n";
 
 struct Editor {
-  Editor() : controller(MergeConflictParser().parse(QStringLiteral("f"), QString::fromUtf8(combinedDiff))) {}
+  Editor() : controller(MergeConflictParser().parse("f", QString::fromUtf8(combinedDiff))) {}
   QString pane() const { return controller.view(MergeConflictPart::merged).text(); }
   qsizetype at(const char* text, qsizetype shift = 0) const { return pane().indexOf(QString::fromUtf8(text)) + shift; }
   void chooseLocal() {
@@ -44,13 +44,12 @@ struct Editor {
 TEST(MergeResultText, PanesAreAlignedWithServiceLines) {
   Editor editor;
   // The conflict takes two rows in every pane: the remote side has two lines.
-  EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), QStringLiteral("alpha\nbravo local\n\ncharlie\ndelta\necho\n"));
-  EXPECT_EQ(editor.controller.view(MergeConflictPart::remote).text(),
-            QStringLiteral("alpha\nbravo remote\nbravo 2\ncharlie\ndelta\necho\n"));
-  EXPECT_EQ(editor.pane(), QStringLiteral("alpha\n--- Merge Conflict ---\n\ncharlie\ndelta\necho\n"));
-  EXPECT_EQ(editor.result(), QStringLiteral("alpha\ncharlie\ndelta\necho\n"));
+  EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), "alpha\nbravo local\n\ncharlie\ndelta\necho\n");
+  EXPECT_EQ(editor.controller.view(MergeConflictPart::remote).text(), "alpha\nbravo remote\nbravo 2\ncharlie\ndelta\necho\n");
+  EXPECT_EQ(editor.pane(), "alpha\n--- Merge Conflict ---\n\ncharlie\ndelta\necho\n");
+  EXPECT_EQ(editor.result(), "alpha\ncharlie\ndelta\necho\n");
   editor.chooseLocal();
-  EXPECT_EQ(editor.pane(), QStringLiteral("alpha\nbravo local\n\ncharlie\ndelta\necho\n"));
+  EXPECT_EQ(editor.pane(), "alpha\nbravo local\n\ncharlie\ndelta\necho\n");
 }
 
 // Each row starts from the conflict resolved to the local side, then applies one edit
@@ -63,19 +62,19 @@ TEST(MergeResultText, EditsGoThroughTheModel) {
     qsizetype cursor;  // in the pane's text, which has padding rows
   } cases[] = {
       {"type a character", [](Editor& e) { return e.edit(e.at("charlie", 2), e.at("charlie", 2), "X"); },
-       QStringLiteral("alpha\nbravo local\nchXarlie\ndelta\necho\n"), 22},
+       "alpha\nbravo local\nchXarlie\ndelta\necho\n", 22},
       {"return in the middle of a line", [](Editor& e) { return e.edit(e.at("bravo", 5), e.at("bravo", 5), "\n"); },
-       QStringLiteral("alpha\nbravo\n local\ncharlie\ndelta\necho\n"), 12},
+       "alpha\nbravo\n local\ncharlie\ndelta\necho\n", 12},
       {"delete the newline at a line's end", [](Editor& e) { return e.edit(e.at("delta", 5), e.at("delta", 6), ""); },
-       QStringLiteral("alpha\nbravo local\ncharlie\ndeltaecho\n"), 32},
+       "alpha\nbravo local\ncharlie\ndeltaecho\n", 32},
       {"delete across three lines", [](Editor& e) { return e.edit(e.at("bravo", 3), e.at("delta", 2), ""); },
-       QStringLiteral("alpha\nbralta\necho\n"), 9},
+       "alpha\nbralta\necho\n", 9},
       {"paste two lines over a selection", [](Editor& e) { return e.edit(e.at("local"), e.at("local", 5), "one\ntwo"); },
-       QStringLiteral("alpha\nbravo one\ntwo\ncharlie\ndelta\necho\n"), 19},
+       "alpha\nbravo one\ntwo\ncharlie\ndelta\necho\n", 19},
       {"paste at the very start", [](Editor& e) { return e.edit(0, 0, "zero\n"); },
-       QStringLiteral("zero\nalpha\nbravo local\ncharlie\ndelta\necho\n"), 5},
+       "zero\nalpha\nbravo local\ncharlie\ndelta\necho\n", 5},
       {"replace a whole line", [](Editor& e) { return e.edit(e.at("charlie"), e.at("charlie", 8), "C\n"); },
-       QStringLiteral("alpha\nbravo local\nC\ndelta\necho\n"), 21},
+       "alpha\nbravo local\nC\ndelta\necho\n", 21},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -98,16 +97,16 @@ TEST(MergeResultText, RefusedEditsChangeNothing) {
   // The marker of the open conflict and the padding row below it.
   EXPECT_FALSE(editor.edit(editor.at("--- Merge"), editor.at("--- Merge"), "x"));
   EXPECT_FALSE(editor.edit(editor.at("--- Merge", 23), editor.at("--- Merge", 23), "x"));
-  EXPECT_TRUE(log.contains(QStringLiteral("skip service line edit")));
+  EXPECT_TRUE(log.contains("skip service line edit"));
   EXPECT_FALSE(editor.controller.performUpdate({0, 0}, std::nullopt, false));
-  EXPECT_TRUE(log.contains(QStringLiteral("mergeTextView: replacementString is nil")));
+  EXPECT_TRUE(log.contains("mergeTextView: replacementString is nil"));
   // An edit asked for while the panes are generated again.
   std::optional<qsizetype> nested = 1;
   editor.controller.onRegenerated = [&](bool) { nested = editor.edit(0, 0, "nested"); };
   ASSERT_TRUE(editor.edit(0, 0, "a"));
   EXPECT_FALSE(nested);
-  EXPECT_TRUE(log.contains(QStringLiteral("mergeTextView: request to update text, while update in progress")));
-  EXPECT_EQ(editor.pane(), QStringLiteral("a") + before);
+  EXPECT_TRUE(log.contains("mergeTextView: request to update text, while update in progress"));
+  EXPECT_EQ(editor.pane(), "a" + before);
 }
 
 TEST(MergeResultText, ClicksOnTheSides) {
@@ -115,14 +114,14 @@ TEST(MergeResultText, ClicksOnTheSides) {
   const auto chunk = std::static_pointer_cast<MergeConflict::ConflictChunk>(editor.controller.mergeConflict()->chunks[1]);
   editor.controller.addLine(chunk->remoteLines[1]);
   editor.controller.addLine(chunk->localLines[0]);
-  EXPECT_EQ(editor.result(), QStringLiteral("alpha\nbravo 2\nbravo local\ncharlie\ndelta\necho\n"));
-  EXPECT_EQ(editor.controller.mergeConflict()->title(), QStringLiteral("All conflicts resolved"));
+  EXPECT_EQ(editor.result(), "alpha\nbravo 2\nbravo local\ncharlie\ndelta\necho\n");
+  EXPECT_EQ(editor.controller.mergeConflict()->title(), "All conflicts resolved");
   editor.controller.removeLine(chunk->remoteLines[1]);
   editor.controller.addChunk(chunk, MergeConflictPart::remote);
-  EXPECT_EQ(editor.result(), QStringLiteral("alpha\nbravo local\nbravo remote\nbravo 2\ncharlie\ndelta\necho\n"));
+  EXPECT_EQ(editor.result(), "alpha\nbravo local\nbravo remote\nbravo 2\ncharlie\ndelta\necho\n");
   // Three result rows: the sides' panes get padding to match.
-  EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), QStringLiteral("alpha\nbravo local\n\n\ncharlie\ndelta\necho\n"));
+  EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), "alpha\nbravo local\n\n\ncharlie\ndelta\necho\n");
   editor.controller.removeChunk(chunk, MergeConflictPart::local);
   editor.controller.removeChunk(chunk, MergeConflictPart::remote);
-  EXPECT_EQ(editor.controller.mergeConflict()->title(), QStringLiteral("Resolved 0 conflicts of 1"));
+  EXPECT_EQ(editor.controller.mergeConflict()->title(), "Resolved 0 conflicts of 1");
 }

@@ -9,28 +9,29 @@
 namespace DiffFixture {
 
 inline QStringList baseArguments() {
-  return {QStringLiteral("-c"), QStringLiteral("core.quotepath=false"), QStringLiteral("--no-pager"), QStringLiteral("diff"),
-          QStringLiteral("--no-ext-diff"), QStringLiteral("--no-color"), QStringLiteral("--src-prefix=a/"),
-          QStringLiteral("--dst-prefix=b/"), QStringLiteral("--find-renames"), QStringLiteral("--submodule=short")};
+  return {"-c",         "core.quotepath=false", "--no-pager",      "diff",           "--no-ext-diff",
+          "--no-color", "--src-prefix=a/",      "--dst-prefix=b/", "--find-renames", "--submodule=short"};
 }
 
 // The working tree against the index (or, staged, the index against HEAD).
 inline QString diff(const TempRepository& repo, const QStringList& extra = {}) {
   QStringList args = baseArguments();
-  args << QStringLiteral("--full-index") << extra;
+  args << "--full-index" << extra;
   return QString::fromUtf8(repo.gitBytes(args));
 }
 
 inline QString stagedDiff(const TempRepository& repo, const QStringList& extra = {}) {
-  return diff(repo, QStringList{QStringLiteral("--staged")} + extra);
+  return diff(repo, QStringList{"--staged"} + extra);
 }
 
 // An untracked file against /dev/null; git exits with 1 because they differ.
 inline QString untrackedDiff(const TempRepository& repo, const QString& path) {
   QStringList args = baseArguments();
-  args << QStringLiteral("--no-index") << QStringLiteral("--") << QStringLiteral("/dev/null") << path;
+  args << "--no-index"
+       << "--"
+       << "/dev/null" << path;
   int status = 0;
-  const QByteArray out = runProgram(QStringLiteral("git"), args, repo.path(), &status);
+  const QByteArray out = runProgram("git", args, repo.path(), &status);
   return QString::fromUtf8(out);
 }
 

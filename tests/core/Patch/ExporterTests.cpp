@@ -9,15 +9,15 @@ namespace {
 
 XChunkPtr oneLineChunk() {
   auto sub = std::make_shared<XSubChunk>();
-  sub->preContextLines = {std::make_shared<const XChangedLine>(XChangedLine{QStringLiteral("keep\n")})};
-  sub->addedLines = {std::make_shared<const XChangedLine>(XChangedLine{QStringLiteral("new\n"), true})};
-  sub->noNewLineAtEndOfFileLine = std::make_shared<const XChangedLine>(XChangedLine{QStringLiteral("No newline at end of file\n")});
+  sub->preContextLines = {std::make_shared<const XChangedLine>(XChangedLine{"keep\n"})};
+  sub->addedLines = {std::make_shared<const XChangedLine>(XChangedLine{"new\n", true})};
+  sub->noNewLineAtEndOfFileLine = std::make_shared<const XChangedLine>(XChangedLine{"No newline at end of file\n"});
   auto chunk = std::make_shared<XChunk>();
   chunk->fromStart = 3;
   chunk->fromLength = 1;
   chunk->toStart = 3;
   chunk->toLength = 2;
-  chunk->contextString = QStringLiteral(" void f()");
+  chunk->contextString = " void f()";
   chunk->subChunks = {sub};
   return chunk;
 }
@@ -25,10 +25,10 @@ XChunkPtr oneLineChunk() {
 }  // namespace
 
 TEST(UnifiedDiffExporter, WritesTheHeaderFromTheParsedFields) {
-  const QString body = QStringLiteral("@@ -3,1 +3,2 @@\n keep\n+new\n\\ No newline at end of file\n--\n");
+  const QString body = "@@ -3,1 +3,2 @@\n keep\n+new\n\\ No newline at end of file\n--\n";
   XFilePatch base;
-  base.oldTreeIsh = QStringLiteral("1111111");
-  base.treeIsh = QStringLiteral("2222222");
+  base.oldTreeIsh = "1111111";
+  base.treeIsh = "2222222";
   base.chunks = {oneLineChunk()};
 
   struct Row {
@@ -38,15 +38,14 @@ TEST(UnifiedDiffExporter, WritesTheHeaderFromTheParsedFields) {
     QString header;
   };
   const Row rows[] = {
-      {"modified, both modes", QStringLiteral("f"), QStringLiteral("f"), FileMode{100644}, FileMode{100644},
+      {"modified, both modes", "f", "f", FileMode{100644}, FileMode{100644},
        "diff --git a/f b/f\nold mode 100644\nnew mode 100644\nindex 1111111..2222222\n--- a/f\n+++ b/f\n"},
-      {"created: fixed mode digits, the one mode on the index line", std::nullopt, QStringLiteral("dir/n w"), std::nullopt,
-       FileMode{100755},
+      {"created: fixed mode digits, the one mode on the index line", std::nullopt, "dir/n w", std::nullopt, FileMode{100755},
        "diff --git a/dir/n w b/dir/n w\nnew file mode 100000\nindex 1111111..2222222 100755\n--- /dev/null\n+++ b/dir/n w\n"},
-      {"deleted", QStringLiteral("d"), std::nullopt, FileMode{100755}, std::nullopt,
+      {"deleted", "d", std::nullopt, FileMode{100755}, std::nullopt,
        "diff --git a/d b/d\ndeleted file mode 100644\nindex 1111111..2222222 100755\n--- a/d\n+++ /dev/null\n"},
-      {"moved, no mode", QStringLiteral("a"), QStringLiteral("b"), std::nullopt, std::nullopt, "diff --git a/a b/b\n--- a/a\n+++ b/b\n"},
-      {"short mode padded", QStringLiteral("t"), QStringLiteral("t"), FileMode{40000}, std::nullopt,
+      {"moved, no mode", "a", "b", std::nullopt, std::nullopt, "diff --git a/a b/b\n--- a/a\n+++ b/b\n"},
+      {"short mode padded", "t", "t", FileMode{40000}, std::nullopt,
        "diff --git a/t b/t\nindex 1111111..2222222 040000\n--- a/t\n+++ b/t\n"},
   };
   for (const Row& row : rows) {
@@ -65,12 +64,13 @@ TEST(UnifiedDiffExporter, WritesTheHeaderFromTheParsedFields) {
 
   LogCapture log;
   const QString text = UnifiedDiffExporter(base).text();
-  EXPECT_TRUE(text.startsWith(QStringLiteral("new file mode 100000\ndeleted file mode 100644\n--- /dev/null\n+++ /dev/null\n@@")));
-  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("OldFileName and NewFileName in XFilePatch are not defined.")});
+  EXPECT_TRUE(text.startsWith("new file mode 100000\ndeleted file mode 100644\n--- /dev/null\n+++ /dev/null\n@@"));
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error),
+            QStringList{"OldFileName and NewFileName in XFilePatch are not defined."});
 
   // A lone surrogate has no UTF-8 form: no bytes rather than a replacement character.
   XFilePatch broken = base;
-  broken.newFilepath = broken.oldFilepath = QString(QChar(0xD800)) + QStringLiteral("x");
+  broken.newFilepath = broken.oldFilepath = QString(QChar(0xD800)) + "x";
   EXPECT_FALSE(UnifiedDiffExporter(broken).data().has_value());
 }
 
@@ -80,40 +80,40 @@ TEST(UnifiedDiffExporter, WhatItWritesOfARealDiffAppliesBackToTheSameTree) {
   TempRepository repo;
   QByteArray long1;
   for (int i = 1; i <= 40; ++i) long1 += "line " + QByteArray::number(i) + '\n';
-  repo.writeFile(QStringLiteral("long.txt"), long1);
-  repo.writeFile(QStringLiteral("dos.txt"), "a\r\nb\r\nc\r\n");
-  repo.writeFile(QStringLiteral("tail.txt"), "x\ny");
-  repo.writeFile(QStringLiteral("gone.txt"), "bye\nnow\n");
-  repo.writeFile(QStringLiteral("tool.sh"), "echo\necho\n");
-  repo.writeFile(QStringLiteral("old name.txt"), long1);
-  repo.commit(QStringLiteral("base"));
+  repo.writeFile("long.txt", long1);
+  repo.writeFile("dos.txt", "a\r\nb\r\nc\r\n");
+  repo.writeFile("tail.txt", "x\ny");
+  repo.writeFile("gone.txt", "bye\nnow\n");
+  repo.writeFile("tool.sh", "echo\necho\n");
+  repo.writeFile("old name.txt", long1);
+  repo.commit("base");
 
   QByteArray long2 = long1;
   long2.replace("line 2\n", "zwei \u00e4\n");
   long2.replace("line 30\n", "");
   long2 += "line 41\n";
-  repo.writeFile(QStringLiteral("long.txt"), long2);
-  repo.writeFile(QStringLiteral("dos.txt"), "a\r\nB\r\nc\r\n");
-  repo.writeFile(QStringLiteral("tail.txt"), "x\nz");
-  repo.removeFile(QStringLiteral("gone.txt"));
-  repo.writeFile(QStringLiteral("tool.sh"), "echo\necho 2\n");
-  repo.writeFile(QStringLiteral("fresh.txt"), QString(QStringLiteral("\U0001F600\n\u00df\n")).toUtf8());
-  repo.git({QStringLiteral("mv"), QStringLiteral("old name.txt"), QStringLiteral("new name.txt")});
-  repo.writeFile(QStringLiteral("new name.txt"), long1 + "more\n");
+  repo.writeFile("long.txt", long2);
+  repo.writeFile("dos.txt", "a\r\nB\r\nc\r\n");
+  repo.writeFile("tail.txt", "x\nz");
+  repo.removeFile("gone.txt");
+  repo.writeFile("tool.sh", "echo\necho 2\n");
+  repo.writeFile("fresh.txt", QString("\U0001F600\n\u00df\n").toUtf8());
+  repo.git({"mv", "old name.txt", "new name.txt"});
+  repo.writeFile("new name.txt", long1 + "more\n");
   repo.stageAll();
-  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("tool.sh")});
-  const QString tree = repo.git({QStringLiteral("write-tree")}).trimmed();
+  repo.git({"update-index", "--chmod=+x", "tool.sh"});
+  const QString tree = repo.git({"write-tree"}).trimmed();
 
   const XPatchPtr patch = PatchParser().parse(DiffFixture::stagedDiff(repo), XFilePatch::Location::staged);
   ASSERT_TRUE(patch);
   ASSERT_EQ(patch->files.size(), 7u);
-  repo.git({QStringLiteral("reset"), QStringLiteral("-q")});
+  repo.git({"reset", "-q"});
   for (const XFilePatch& file : patch->files) {
     const auto data = UnifiedDiffExporter(file).data();
     ASSERT_TRUE(data.has_value());
     int status = 0;
-    runProgram(QStringLiteral("git"), {QStringLiteral("apply"), QStringLiteral("--cached")}, repo.path(), &status, *data);
+    runProgram("git", {"apply", "--cached"}, repo.path(), &status, *data);
     EXPECT_EQ(status, 0) << data->toStdString();
   }
-  EXPECT_EQ(repo.git({QStringLiteral("write-tree")}).trimmed(), tree);
+  EXPECT_EQ(repo.git({"write-tree"}).trimmed(), tree);
 }

@@ -18,7 +18,7 @@ QStringList texts(const XChangedLineList& lines) {
 
 QStringList flags(const XChangedLineList& lines) {
   QStringList result;
-  for (const auto& line : lines) result << (line->noNewLineAtEndOfFile ? QStringLiteral("flag") : QStringLiteral("-"));
+  for (const auto& line : lines) result << (line->noNewLineAtEndOfFile ? "flag" : "-");
   return result;
 }
 
@@ -30,11 +30,11 @@ QByteArray numberedLines(int count, const QByteArray& prefix = "line ") {
 
 // "old -> new oldmode -> newmode similarity, n chunks" with '-' for what is missing.
 QString header(const XFilePatch& file) {
-  const auto mode = [](const std::optional<FileMode>& m) { return m ? QString::number(m->rawValue) : QStringLiteral("-"); };
+  const auto mode = [](const std::optional<FileMode>& m) { return m ? QString::number(m->rawValue) : "-"; };
   const QString similarity = file.similarity ? QStringLiteral(" %1%").arg(*file.similarity) : QString();
   return QStringLiteral("%1 -> %2 %3 -> %4%5, %6 chunks")
-      .arg(file.oldFilepath.value_or(QStringLiteral("-")), file.newFilepath.value_or(QStringLiteral("-")), mode(file.oldFileMode),
-           mode(file.newFileMode), similarity)
+      .arg(file.oldFilepath.value_or("-"), file.newFilepath.value_or("-"), mode(file.oldFileMode), mode(file.newFileMode),
+           similarity)
       .arg(file.chunks.size());
 }
 
@@ -50,23 +50,23 @@ const XFilePatch* fileNamed(const XPatch& patch, const QString& name) {
 TEST(PatchParser, FoldsAModifiedFileIntoChunksAndSubChunks) {
   TempRepository repo;
   QByteArray text = numberedLines(30);
-  repo.commitFile(QStringLiteral("f.txt"), text, QStringLiteral("base"));
+  repo.commitFile("f.txt", text, "base");
   text.replace("line 3\n", "line three\n");
   text.replace("line 6\n", "line 6\ninserted\n");
   text.replace("line 25\n", "");
-  repo.writeFile(QStringLiteral("f.txt"), text);
+  repo.writeFile("f.txt", text);
 
   const QString diff = DiffFixture::diff(repo);
   const XPatchPtr patch = parse(diff, XFilePatch::Location::unstaged);
   ASSERT_TRUE(patch);
   ASSERT_EQ(patch->files.size(), 1u);
   const XFilePatch& file = patch->files.front();
-  EXPECT_EQ(file.oldFilepath, QStringLiteral("f.txt"));
-  EXPECT_EQ(file.newFilepath, QStringLiteral("f.txt"));
+  EXPECT_EQ(file.oldFilepath, "f.txt");
+  EXPECT_EQ(file.newFilepath, "f.txt");
   EXPECT_EQ(file.oldFileMode, FileMode{100644});
   EXPECT_EQ(file.newFileMode, FileMode{100644});
   EXPECT_EQ(file.oldTreeIsh.size(), 40);
-  EXPECT_EQ(file.treeIsh, repo.git({QStringLiteral("hash-object"), QStringLiteral("f.txt")}).trimmed());
+  EXPECT_EQ(file.treeIsh, repo.git({"hash-object", "f.txt"}).trimmed());
   EXPECT_EQ(file.location, XFilePatch::Location::unstaged);
   EXPECT_FALSE(file.similarity.has_value());
   EXPECT_FALSE(file.isMinified);
@@ -102,37 +102,36 @@ TEST(PatchParser, FoldsAModifiedFileIntoChunksAndSubChunks) {
 
 TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
   TempRepository repo;
-  repo.writeFile(QStringLiteral("deleted.txt"), numberedLines(3));
-  repo.writeFile(QStringLiteral("renamed-old.txt"), numberedLines(20));
-  repo.writeFile(QStringLiteral("source.txt"), numberedLines(20, "copy me "));
-  repo.writeFile(QStringLiteral("script.sh"), "echo one\n");
-  repo.writeFile(QStringLiteral("mode-only.sh"), "echo two\n");
-  repo.writeFile(QStringLiteral("data.bin"), QByteArray("\0\1\2\3", 4));
-  repo.writeFile(QStringLiteral("name with blank.txt"), "x\n");
-  repo.writeFile(QStringLiteral("\u00fcnic\u00f6de.txt"), "x\n");
-  repo.commit(QStringLiteral("base"));
+  repo.writeFile("deleted.txt", numberedLines(3));
+  repo.writeFile("renamed-old.txt", numberedLines(20));
+  repo.writeFile("source.txt", numberedLines(20, "copy me "));
+  repo.writeFile("script.sh", "echo one\n");
+  repo.writeFile("mode-only.sh", "echo two\n");
+  repo.writeFile("data.bin", QByteArray("\0\1\2\3", 4));
+  repo.writeFile("name with blank.txt", "x\n");
+  repo.writeFile("\u00fcnic\u00f6de.txt", "x\n");
+  repo.commit("base");
 
-  repo.writeFile(QStringLiteral("created.txt"), "new\n");
-  repo.removeFile(QStringLiteral("deleted.txt"));
+  repo.writeFile("created.txt", "new\n");
+  repo.removeFile("deleted.txt");
   QByteArray renamed = numberedLines(20);
   renamed.replace("line 10\n", "line ten\n");
-  repo.removeFile(QStringLiteral("renamed-old.txt"));
-  repo.writeFile(QStringLiteral("renamed-new.txt"), renamed);
+  repo.removeFile("renamed-old.txt");
+  repo.writeFile("renamed-new.txt", renamed);
   QByteArray copied = numberedLines(20, "copy me ");
   copied.replace("copy me 5\n", "copied 5\n");
-  repo.writeFile(QStringLiteral("copy.txt"), copied);
-  repo.writeFile(QStringLiteral("script.sh"), "echo one\necho more\n");
-  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("script.sh")});
-  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("mode-only.sh")});
-  repo.writeFile(QStringLiteral("data.bin"), QByteArray("\0\1\2\4", 4));
-  repo.writeFile(QStringLiteral("name with blank.txt"), "y\n");
-  repo.writeFile(QStringLiteral("\u00fcnic\u00f6de.txt"), "y\n");
-  repo.git({QStringLiteral("add"), QStringLiteral("-A")});
-  repo.git({QStringLiteral("update-index"), QStringLiteral("--chmod=+x"), QStringLiteral("script.sh"), QStringLiteral("mode-only.sh")});
+  repo.writeFile("copy.txt", copied);
+  repo.writeFile("script.sh", "echo one\necho more\n");
+  repo.git({"update-index", "--chmod=+x", "script.sh"});
+  repo.git({"update-index", "--chmod=+x", "mode-only.sh"});
+  repo.writeFile("data.bin", QByteArray("\0\1\2\4", 4));
+  repo.writeFile("name with blank.txt", "y\n");
+  repo.writeFile("\u00fcnic\u00f6de.txt", "y\n");
+  repo.git({"add", "-A"});
+  repo.git({"update-index", "--chmod=+x", "script.sh", "mode-only.sh"});
 
   LogCapture log;
-  const XPatchPtr patch = parse(DiffFixture::stagedDiff(repo, {QStringLiteral("-C"), QStringLiteral("--find-copies-harder")}),
-                                XFilePatch::Location::staged);
+  const XPatchPtr patch = parse(DiffFixture::stagedDiff(repo, {"-C", "--find-copies-harder"}), XFilePatch::Location::staged);
   ASSERT_TRUE(patch);
 
   // A binary file has no chunk lines, so no paths; the index line still gives the mode.
@@ -151,66 +150,63 @@ TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
                                   "script.sh -> script.sh 100644 -> 100755, 1 chunks",
                                   "source.txt -> copy.txt 100644 -> 100644 95%, 1 chunks",
                                   "\u00fcnic\u00f6de.txt -> \u00fcnic\u00f6de.txt 100644 -> 100644, 1 chunks"}));
-  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("File patch parsing failed! File index not found.")});
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{"File patch parsing failed! File index not found."});
 
-  const XFilePatch* created = fileNamed(*patch, QStringLiteral("created.txt"));
+  const XFilePatch* created = fileNamed(*patch, "created.txt");
   EXPECT_EQ(created->oldTreeIsh, QString(40, u'0'));
   EXPECT_EQ(created->chunks[0]->fromStart, 0);
   EXPECT_EQ(texts(created->chunks[0]->subChunks[0]->addedLines), QStringList{"new\n"});
-  EXPECT_EQ(fileNamed(*patch, QStringLiteral("deleted.txt"))->chunks[0]->subChunks[0]->removedLines.size(), 3u);
-  EXPECT_EQ(texts(fileNamed(*patch, QStringLiteral("renamed-new.txt"))->chunks[0]->subChunks[0]->addedLines),
-            QStringList{"line ten\n"});
-  EXPECT_EQ(texts(fileNamed(*patch, QStringLiteral("script.sh"))->chunks[0]->subChunks[0]->addedLines),
-            QStringList{"echo more\n"});
+  EXPECT_EQ(fileNamed(*patch, "deleted.txt")->chunks[0]->subChunks[0]->removedLines.size(), 3u);
+  EXPECT_EQ(texts(fileNamed(*patch, "renamed-new.txt")->chunks[0]->subChunks[0]->addedLines), QStringList{"line ten\n"});
+  EXPECT_EQ(texts(fileNamed(*patch, "script.sh")->chunks[0]->subChunks[0]->addedLines), QStringList{"echo more\n"});
 }
 
 TEST(PatchParser, DropsAPureRenameButKeepsTheFilesAroundIt) {
   TempRepository repo;
-  repo.writeFile(QStringLiteral("a.txt"), "a\n");
-  repo.writeFile(QStringLiteral("b.txt"), numberedLines(10));
-  repo.writeFile(QStringLiteral("c.txt"), "c\n");
-  repo.commit(QStringLiteral("base"));
-  repo.writeFile(QStringLiteral("a.txt"), "a2\n");
-  repo.git({QStringLiteral("mv"), QStringLiteral("b.txt"), QStringLiteral("moved.txt")});
-  repo.writeFile(QStringLiteral("c.txt"), "c2\n");
+  repo.writeFile("a.txt", "a\n");
+  repo.writeFile("b.txt", numberedLines(10));
+  repo.writeFile("c.txt", "c\n");
+  repo.commit("base");
+  repo.writeFile("a.txt", "a2\n");
+  repo.git({"mv", "b.txt", "moved.txt"});
+  repo.writeFile("c.txt", "c2\n");
   repo.stageAll();
   const QString diff = DiffFixture::stagedDiff(repo);
-  ASSERT_TRUE(diff.contains(QStringLiteral("rename to moved.txt")));
+  ASSERT_TRUE(diff.contains("rename to moved.txt"));
   const XPatchPtr patch = parse(diff);
   ASSERT_TRUE(patch);
   ASSERT_EQ(patch->files.size(), 2u);
-  EXPECT_EQ(patch->files[0].newFilepath, QStringLiteral("a.txt"));
-  EXPECT_EQ(patch->files[1].newFilepath, QStringLiteral("c.txt"));
+  EXPECT_EQ(patch->files[0].newFilepath, "a.txt");
+  EXPECT_EQ(patch->files[1].newFilepath, "c.txt");
 }
 
 TEST(PatchParser, SubmoduleAndLfsPointerDiffsAreTextDiffs) {
-  TempRepository sub(true, QStringLiteral("sub"));
-  const QString first = sub.commitFile(QStringLiteral("s.txt"), "1\n", QStringLiteral("one"));
-  const QString second = sub.commitFile(QStringLiteral("s.txt"), "2\n", QStringLiteral("two"));
+  TempRepository sub(true, "sub");
+  const QString first = sub.commitFile("s.txt", "1\n", "one");
+  const QString second = sub.commitFile("s.txt", "2\n", "two");
 
   TempRepository repo;
   const QString oid1 = QString(64, u'a'), oid2 = QString(64, u'b');
   const auto pointer = [](const QString& oid, int size) {
     return QStringLiteral("version https://git-lfs.github.com/spec/v1\noid sha256:%1\nsize %2\n").arg(oid).arg(size).toUtf8();
   };
-  repo.writeFile(QStringLiteral("image.png"), pointer(oid1, 1200));
-  repo.git({QStringLiteral("-c"), QStringLiteral("protocol.file.allow=always"), QStringLiteral("submodule"), QStringLiteral("add"),
-            QStringLiteral("-q"), sub.path(), QStringLiteral("module")});
-  repo.git({QStringLiteral("-C"), QStringLiteral("module"), QStringLiteral("checkout"), QStringLiteral("-q"), first});
-  repo.commit(QStringLiteral("base"));
-  repo.git({QStringLiteral("-C"), QStringLiteral("module"), QStringLiteral("checkout"), QStringLiteral("-q"), second});
-  repo.writeFile(QStringLiteral("image.png"), pointer(oid2, 2400));
+  repo.writeFile("image.png", pointer(oid1, 1200));
+  repo.git({"-c", "protocol.file.allow=always", "submodule", "add", "-q", sub.path(), "module"});
+  repo.git({"-C", "module", "checkout", "-q", first});
+  repo.commit("base");
+  repo.git({"-C", "module", "checkout", "-q", second});
+  repo.writeFile("image.png", pointer(oid2, 2400));
 
   const XPatchPtr patch = parse(DiffFixture::diff(repo));
   ASSERT_TRUE(patch);
   ASSERT_EQ(patch->files.size(), 2u);
-  const XFilePatch* image = fileNamed(*patch, QStringLiteral("image.png"));
+  const XFilePatch* image = fileNamed(*patch, "image.png");
   ASSERT_NE(image, nullptr);
   const XSubChunk& pointerChange = *image->chunks[0]->subChunks[0];
   EXPECT_EQ(texts(pointerChange.removedLines), (QStringList{"oid sha256:" + oid1 + "\n", "size 1200\n"}));
   EXPECT_EQ(texts(pointerChange.addedLines), (QStringList{"oid sha256:" + oid2 + "\n", "size 2400\n"}));
 
-  const XFilePatch* module = fileNamed(*patch, QStringLiteral("module"));
+  const XFilePatch* module = fileNamed(*patch, "module");
   ASSERT_NE(module, nullptr);
   EXPECT_EQ(module->oldFileMode, FileMode{160000});
   EXPECT_EQ(module->newFileMode, FileMode{160000});
@@ -239,8 +235,8 @@ TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     TempRepository repo;
-    repo.commitFile(QStringLiteral("f"), row.before, QStringLiteral("base"));
-    repo.writeFile(QStringLiteral("f"), row.after);
+    repo.commitFile("f", row.before, "base");
+    repo.writeFile("f", row.after);
     const XPatchPtr patch = parse(DiffFixture::diff(repo));
     ASSERT_TRUE(patch);
     ASSERT_EQ(patch->files.size(), 1u);
@@ -251,7 +247,7 @@ TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
     EXPECT_EQ(flags(sub.addedLines), row.addedFlags);
     EXPECT_EQ(flags(sub.postContextLines), row.postFlags);
     ASSERT_TRUE(sub.noNewLineAtEndOfFileLine);
-    EXPECT_EQ(sub.noNewLineAtEndOfFileLine->line, QStringLiteral("No newline at end of file\n"));
+    EXPECT_EQ(sub.noNewLineAtEndOfFileLine->line, "No newline at end of file\n");
     EXPECT_FALSE(sub.noNewLineAtEndOfFileLine->noNewLineAtEndOfFile);
     // The flagged line keeps the newline that the diff text gave it.
     for (const auto* list : {&sub.removedLines, &sub.addedLines, &sub.postContextLines}) {
@@ -270,7 +266,7 @@ TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
 
 TEST(PatchParser, MarksFilesWithLinesLongerThan2047Characters) {
   // A combining accent makes two UTF-16 units one character: length alone would lie.
-  const QByteArray accented = QString(QStringLiteral("e\u0301")).toUtf8();
+  const QByteArray accented = QString("e\u0301").toUtf8();
   struct Row {
     const char* name;
     QByteArray line;
@@ -286,8 +282,8 @@ TEST(PatchParser, MarksFilesWithLinesLongerThan2047Characters) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     TempRepository repo;
-    repo.commitFile(QStringLiteral("min.js"), "short\nkeep\n", QStringLiteral("base"));
-    repo.writeFile(QStringLiteral("min.js"), "short\nkeep\n" + row.line);
+    repo.commitFile("min.js", "short\nkeep\n", "base");
+    repo.writeFile("min.js", "short\nkeep\n" + row.line);
     const XPatchPtr patch = parse(DiffFixture::diff(repo));
     ASSERT_TRUE(patch);
     ASSERT_EQ(patch->files.size(), 1u);
@@ -305,16 +301,16 @@ TEST(PatchParser, ReadsPathLinesAsTheyArePrinted) {
     std::optional<QString> path;
   };
   const Row rows[] = {
-      {"plain", QStringLiteral("++ b/dir/name.txt\n"), QStringLiteral("dir/name.txt")},
-      {"blank in the name, tab behind", QStringLiteral("++ b/dir/name with blank\t\n"), QStringLiteral("dir/name with blank")},
-      {"removed side", QStringLiteral("-- a/x\n"), QStringLiteral("x")},
-      {"created file", QStringLiteral("-- /dev/null\n"), std::nullopt},
-      {"no newline", QStringLiteral("++ b/last"), QStringLiteral("last")},
-      {"quoted, letters beyond ASCII", QStringLiteral("++ \"b/d\\303\\251j\\303\\240 vu.txt\"\n"), QStringLiteral("d\u00e9j\u00e0 vu.txt")},
-      {"quoted removed side", QStringLiteral("-- \"a/caf\\303\\251\"\n"), QStringLiteral("caf\u00e9")},
+      {"plain", "++ b/dir/name.txt\n", "dir/name.txt"},
+      {"blank in the name, tab behind", "++ b/dir/name with blank\t\n", "dir/name with blank"},
+      {"removed side", "-- a/x\n", "x"},
+      {"created file", "-- /dev/null\n", std::nullopt},
+      {"no newline", "++ b/last", "last"},
+      {"quoted, letters beyond ASCII", "++ \"b/d\\303\\251j\\303\\240 vu.txt\"\n", "d\u00e9j\u00e0 vu.txt"},
+      {"quoted removed side", "-- \"a/caf\\303\\251\"\n", "caf\u00e9"},
       // The search covers as many units as there are characters: three characters of
       // two units each cost the path its last one.
-      {"outside the 16-bit range", QStringLiteral("++ b/\U0001D49C\U0001D49C\U0001D49C\n"), QStringLiteral("\U0001D49C\U0001D49C")},
+      {"outside the 16-bit range", "++ b/\U0001D49C\U0001D49C\U0001D49C\n", "\U0001D49C\U0001D49C"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -354,7 +350,7 @@ TEST(PatchParser, SplitsFilesAndChunksAtTheRightTokens) {
   EXPECT_EQ(texts(one.chunks[1]->subChunks[0]->addedLines), QStringList{"y\n"});
   const XFilePatch& two = patch->files[1];
   EXPECT_FALSE(two.oldFilepath.has_value());
-  EXPECT_EQ(two.newFilepath, QStringLiteral("two"));
+  EXPECT_EQ(two.newFilepath, "two");
   EXPECT_EQ(two.newFileMode, FileMode{100755});
   EXPECT_EQ(two.location, XFilePatch::Location::revision);
   EXPECT_EQ(patch->changedLinesCount(), 4);
@@ -374,15 +370,15 @@ TEST(PatchParser, SplitsFilesAndChunksAtTheRightTokens) {
 
 TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
   TempRepository repo;
-  repo.writeFile(QStringLiteral("a.txt"), numberedLines(40));
-  repo.writeFile(QStringLiteral("b.txt"), "b\nb");
-  repo.commit(QStringLiteral("base"));
+  repo.writeFile("a.txt", numberedLines(40));
+  repo.writeFile("b.txt", "b\nb");
+  repo.commit("base");
   QByteArray a = numberedLines(40);
   a.replace("line 2\n", "two\n");
   a.replace("line 30\n", "thirty\n");
-  repo.writeFile(QStringLiteral("a.txt"), a);
-  repo.writeFile(QStringLiteral("b.txt"), "b\nc");
-  repo.writeFile(QStringLiteral("c.txt"), "new\n");
+  repo.writeFile("a.txt", a);
+  repo.writeFile("b.txt", "b\nc");
+  repo.writeFile("c.txt", "new\n");
   repo.stageAll();
   const QString full = DiffFixture::stagedDiff(repo);
   const XPatchPtr whole = parse(full);
@@ -411,14 +407,13 @@ TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
     int files;
   };
   const Row rows[] = {
-      {"no diff at all", QStringLiteral("hello\nworld\n"), 0},
-      {"header only", QStringLiteral("diff --git a/x b/x\n"), 0},
-      {"lines before any header", QStringLiteral("+a\n-b\n c\n@@ -1 +1 @@\n+x\n"), 0},
-      {"index without mode", QStringLiteral("diff --git a/x b/x\nindex 1..2\n--- a/x\n+++ b/x\n@@ -1 +1 @@\n-a\n+b\n"), 0},
-      {"pragma right after the header", QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n\\ No newline at end of file\n"), 1},
-      {"pragma that is something else",
-       QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n-a\n\\ something\n+b\n"), 1},
-      {"chunk headers back to back", QStringLiteral("diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n@@ -2 +2 @@\n+b\n"), 1},
+      {"no diff at all", "hello\nworld\n", 0},
+      {"header only", "diff --git a/x b/x\n", 0},
+      {"lines before any header", "+a\n-b\n c\n@@ -1 +1 @@\n+x\n", 0},
+      {"index without mode", "diff --git a/x b/x\nindex 1..2\n--- a/x\n+++ b/x\n@@ -1 +1 @@\n-a\n+b\n", 0},
+      {"pragma right after the header", "diff --git a/x b/x\nindex 1..2 100644\n\\ No newline at end of file\n", 1},
+      {"pragma that is something else", "diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n-a\n\\ something\n+b\n", 1},
+      {"chunk headers back to back", "diff --git a/x b/x\nindex 1..2 100644\n@@ -1 +1 @@\n@@ -2 +2 @@\n+b\n", 1},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);

@@ -62,11 +62,11 @@ TEST(PatchView, UnifiedLayoutPlacesEveryRowInTheText) {
                            "\\ No newline at end of file\n"));
   ASSERT_EQ(view.files.size(), 2u);
   const PatchView::FilePatch& first = view.files[0];
-  EXPECT_EQ(textOf(view, first.headerRange), QStringLiteral("src/a.c\n"));
+  EXPECT_EQ(textOf(view, first.headerRange), "src/a.c\n");
   EXPECT_EQ(first.range.end(), view.files[1].range.location);
   ASSERT_EQ(first.chunks.size(), 1u);
   const PatchView::Chunk& chunk = first.chunks[0];
-  EXPECT_EQ(textOf(view, chunk.header), QStringLiteral("@@ -4,5 +4,5 @@ int main()\n"));
+  EXPECT_EQ(textOf(view, chunk.header), "@@ -4,5 +4,5 @@ int main()\n");
   EXPECT_EQ(chunk.innerRange.location, chunk.header.end());
   EXPECT_EQ(chunk.range.end(), first.range.end());
   ASSERT_EQ(chunk.subChunks.size(), 2u);
@@ -74,7 +74,7 @@ TEST(PatchView, UnifiedLayoutPlacesEveryRowInTheText) {
   EXPECT_EQ(change.schema, PatchView::Schema::modification);
   EXPECT_EQ(chunk.subChunks[1].schema, PatchView::Schema::removal);
   ASSERT_EQ(change.addedLines.size(), 2u);
-  EXPECT_EQ(textOf(view, change.addedLines[1].range), QStringLiteral("new 6\n"));
+  EXPECT_EQ(textOf(view, change.addedLines[1].range), "new 6\n");
   EXPECT_EQ(change.addedLines[1].line, 5);
   EXPECT_EQ(change.addedLines[1].newLineNumber, 6);
   EXPECT_FALSE(change.addedLines[1].oldLineNumber.has_value());
@@ -85,7 +85,7 @@ TEST(PatchView, UnifiedLayoutPlacesEveryRowInTheText) {
   const PatchView::SubChunk& flagged = view.files[1].chunks.at(0).subChunks.at(0);
   EXPECT_TRUE(flagged.removedLines.at(0).noNewLineAtEndOfFile);
   ASSERT_TRUE(flagged.noNewLineAtEndOfFileLine.has_value());
-  EXPECT_EQ(textOf(view, flagged.noNewLineAtEndOfFileLine->range), QStringLiteral("\\ No newline at end of file\n"));
+  EXPECT_EQ(textOf(view, flagged.noNewLineAtEndOfFileLine->range), "\\ No newline at end of file\n");
   EXPECT_EQ(flagged.noNewLineAtEndOfFileLine->line, 14);
 
   // The stage bar's hunk under the mouse: header and lines count, the file title not.
@@ -99,12 +99,12 @@ TEST(PatchView, SideBySideSelectionsGiveTheSamePatchesAsUnifiedOnes) {
   TempRepository repo;
   QByteArray before;
   for (int i = 1; i <= 30; ++i) before += "line " + QByteArray::number(i) + '\n';
-  repo.commitFile(QStringLiteral("f"), before + "end", QStringLiteral("base"));
+  repo.commitFile("f", before + "end", "base");
   QByteArray after = before;
   after.replace("line 3\n", "three\nthree and a half\nthree and more\n");
   after.replace("line 10\nline 11\nline 12\n", "ten\n");
   after.replace("line 20\n", "");
-  repo.writeFile(QStringLiteral("f"), after + "END");
+  repo.writeFile("f", after + "END");
   const XPatchPtr patch = PatchParser().parse(DiffFixture::diff(repo), XFilePatch::Location::unstaged);
   ASSERT_TRUE(patch);
 

@@ -18,12 +18,11 @@ TEST(PatchTokenizer, ReadsHunkHeadersWithAndWithoutCounts) {
     ChunkHeader expected;
   };
   const Row rows[] = {
-      {"created file", QStringLiteral("@@ -0,0 +1,3 @@\n"), {{0, 0}, {1, 3}, QString()}},
+      {"created file", "@@ -0,0 +1,3 @@\n", {{0, 0}, {1, 3}, QString()}},
       // git leaves a count of 1 out; it reads as 0 here.
-      {"counts left out", QStringLiteral("@@ -1 +1 @@ int main()\n"), {{1, 0}, {1, 0}, QStringLiteral(" int main()")}},
-      {"context string keeps everything", QStringLiteral("@@ -10,7 +12,8 @@ class A { // @@ x\r\n"),
-       {{10, 7}, {12, 8}, QStringLiteral(" class A { // @@ x\r")}},
-      {"no newline at the end of the text", QStringLiteral("@@ -5,2 +5 @@"), {{5, 2}, {5, 0}, QString()}},
+      {"counts left out", "@@ -1 +1 @@ int main()\n", {{1, 0}, {1, 0}, " int main()"}},
+      {"context string keeps everything", "@@ -10,7 +12,8 @@ class A { // @@ x\r\n", {{10, 7}, {12, 8}, " class A { // @@ x\r"}},
+      {"no newline at the end of the text", "@@ -5,2 +5 @@", {{5, 2}, {5, 0}, QString()}},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -67,8 +66,8 @@ TEST(PatchTokenizer, ReadsFileHeaderLines) {
   EXPECT_EQ(*(*tokens)[4].as<Mode>(), (Mode{Type::newMode, FileMode{160000}}));
   EXPECT_EQ((*tokens)[5].as<TokenType::PatchHeaderSimilarity>()->percentage, 87);
   using Index = TokenType::PatchHeaderIndex;
-  EXPECT_EQ(*(*tokens)[6].as<Index>(), (Index{QStringLiteral("3b18e51"), QStringLiteral("AB12cd0"), FileMode{100644}}));
-  EXPECT_EQ(*(*tokens)[7].as<Index>(), (Index{QString(40, u'0'), QStringLiteral("e69de29bb2d1d6434b8b29ae775ad8c2e48c5391"), std::nullopt}));
+  EXPECT_EQ(*(*tokens)[6].as<Index>(), (Index{"3b18e51", "AB12cd0", FileMode{100644}}));
+  EXPECT_EQ(*(*tokens)[7].as<Index>(), (Index{QString(40, u'0'), "e69de29bb2d1d6434b8b29ae775ad8c2e48c5391", std::nullopt}));
   EXPECT_TRUE((*tokens)[8].is<TokenType::Other>());
   EXPECT_TRUE((*tokens)[9].is<TokenType::Other>());
   EXPECT_TRUE((*tokens)[10].is<TokenType::Other>());
@@ -89,14 +88,14 @@ TEST(PatchTokenizer, LineTokensKeepTheirTextAndCoverTheWholeText) {
   const auto tokens = tokenize(text);
   ASSERT_TRUE(tokens.has_value());
   ASSERT_EQ(tokens->size(), 9u);
-  EXPECT_EQ((*tokens)[0].as<TokenType::Delete>()->line, QStringLiteral("-- a/f\n"));
-  EXPECT_EQ((*tokens)[1].as<TokenType::Insert>()->line, QStringLiteral("++ b/f\n"));
-  EXPECT_EQ((*tokens)[3].as<TokenType::Context>()->line, QStringLiteral("k\u00e4se\r\n"));
-  EXPECT_EQ((*tokens)[4].as<TokenType::Delete>()->line, QStringLiteral("old\r\n"));
-  EXPECT_EQ((*tokens)[5].as<TokenType::Insert>()->line, QStringLiteral("new \U0001F600\r\n"));
-  EXPECT_EQ((*tokens)[6].as<TokenType::Pragma>()->line, QStringLiteral("No newline at end of file\n"));
+  EXPECT_EQ((*tokens)[0].as<TokenType::Delete>()->line, "-- a/f\n");
+  EXPECT_EQ((*tokens)[1].as<TokenType::Insert>()->line, "++ b/f\n");
+  EXPECT_EQ((*tokens)[3].as<TokenType::Context>()->line, "k\u00e4se\r\n");
+  EXPECT_EQ((*tokens)[4].as<TokenType::Delete>()->line, "old\r\n");
+  EXPECT_EQ((*tokens)[5].as<TokenType::Insert>()->line, "new \U0001F600\r\n");
+  EXPECT_EQ((*tokens)[6].as<TokenType::Pragma>()->line, "No newline at end of file\n");
   EXPECT_EQ((*tokens)[7].as<TokenType::Pragma>()->line, QString());
-  EXPECT_EQ((*tokens)[8].as<TokenType::Insert>()->line, QStringLiteral("last"));
+  EXPECT_EQ((*tokens)[8].as<TokenType::Insert>()->line, "last");
 
   qsizetype expectedStart = 0;
   for (const Token& token : *tokens) {
@@ -108,38 +107,39 @@ TEST(PatchTokenizer, LineTokensKeepTheirTextAndCoverTheWholeText) {
   EXPECT_EQ(expectedStart, text.size());
 
   EXPECT_TRUE(tokenize(QString())->empty());
-  const auto blank = tokenize(QStringLiteral("\n\n"));
+  const auto blank = tokenize("\n\n");
   ASSERT_EQ(blank->size(), 2u);
   EXPECT_TRUE(blank->front().is<TokenType::Other>());
 }
 
 TEST(PatchTokenizer, RejectsTheWholeTextOnABrokenHeaderLine) {
-  const QString valid = QStringLiteral("diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1 +1 @@\n-a\n+b\n");
+  const QString valid = "diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1 +1 @@\n-a\n+b\n";
   ASSERT_TRUE(tokenize(valid).has_value());
   struct Row {
     const char* name;
     QString appended;
   };
   const Row rows[] = {
-      {"hunk header without numbers", QStringLiteral("@@ -a +b @@\n")},
-      {"hunk header cut short", QStringLiteral("@@ -1,2 +1\n")},
-      {"start beyond 64 bits", QStringLiteral("@@ -99999999999999999999,1 +1,1 @@\n")},
-      {"lone backslash at the end", QStringLiteral("\\")},
-      {"index line of non-hex names", QStringLiteral("index xyz..abc\n")},
-      {"word that starts like an index line", QStringLiteral("indexes\n")},
-      {"mode line without digits", QStringLiteral("old mode rwxr-xr-x\n")},
-      {"similarity without percent", QStringLiteral("similarity index 90\n")},
-      {"similarity beyond 64 bits", QStringLiteral("similarity index 123456789012345678901234%\n")},
+      {"hunk header without numbers", "@@ -a +b @@\n"},
+      {"hunk header cut short", "@@ -1,2 +1\n"},
+      {"start beyond 64 bits", "@@ -99999999999999999999,1 +1,1 @@\n"},
+      {"lone backslash at the end", "\\"},
+      {"index line of non-hex names", "index xyz..abc\n"},
+      {"word that starts like an index line", "indexes\n"},
+      {"mode line without digits", "old mode rwxr-xr-x\n"},
+      {"similarity without percent", "similarity index 90\n"},
+      {"similarity beyond 64 bits", "similarity index 123456789012345678901234%\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     EXPECT_FALSE(tokenize(valid + row.appended).has_value());
   }
   // In front of more text the backslash has a second character and is a pragma.
-  EXPECT_TRUE(tokenize(QStringLiteral("\\") + valid).has_value());
-  EXPECT_FALSE(tokenize(QStringLiteral("@@ -a +b @@\n") + valid).has_value());
+  EXPECT_TRUE(tokenize("\\" + valid).has_value());
+  EXPECT_FALSE(tokenize("@@ -a +b @@\n" + valid).has_value());
 
   LogCapture log;
-  EXPECT_FALSE(tokenize(QStringLiteral("new file mode 10064x\n")).has_value());
-  EXPECT_EQ(log.messages(AdvancedLogger::Level::error), QStringList{QStringLiteral("Cannot parse filemode patch header in 'new file mode 10064x'")});
+  EXPECT_FALSE(tokenize("new file mode 10064x\n").has_value());
+  EXPECT_EQ(log.messages(AdvancedLogger::Level::error),
+            QStringList{"Cannot parse filemode patch header in 'new file mode 10064x'"});
 }

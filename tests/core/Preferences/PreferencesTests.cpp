@@ -19,10 +19,10 @@ namespace {
 class PreferencesTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    path = dir.filePath(QStringLiteral("prefs.ini"));
+    path = dir.filePath("prefs.ini");
     Preferences::useStoreFile(path);
   }
-  void TearDown() override { Preferences::useStoreFile(TestEnvironment::root() + QStringLiteral("/config/jelv-test.ini")); }
+  void TearDown() override { Preferences::useStoreFile(TestEnvironment::root() + "/config/jelv-test.ini"); }
   // What the file holds after a write, as another run would read it.
   QVariant storedInFile(const QString& key) {
     Preferences::shared().sync();
@@ -39,14 +39,14 @@ class PreferencesTest : public ::testing::Test {
 TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
   // Registered defaults are read but never written into the store.
   EXPECT_EQ(prefs.maxCommitCount(), 50000);
-  EXPECT_FALSE(prefs.contains(QStringLiteral("maxCommitCount")));
+  EXPECT_FALSE(prefs.contains("maxCommitCount"));
   prefs.setMaxCommitCount(1200);
   prefs.setUseTopologicalCommitOrder(false);
   prefs.setPushAutomacicallyOnCommit(true);
   prefs.setDiffWordWrap(true);
   // The stored keys keep their historical spelling.
-  EXPECT_EQ(storedInFile(QStringLiteral("pushAutomacicallyOnCommit")).toString(), QStringLiteral("true"));
-  EXPECT_EQ(storedInFile(QStringLiteral("diffWordWrapKey")).toString(), QStringLiteral("true"));
+  EXPECT_EQ(storedInFile("pushAutomacicallyOnCommit").toString(), "true");
+  EXPECT_EQ(storedInFile("diffWordWrapKey").toString(), "true");
 
   // A new run reads the file back, where every value is text.
   Preferences::useStoreFile(path);
@@ -55,58 +55,56 @@ TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
   EXPECT_TRUE(prefs.pushAutomacicallyOnCommit());
   EXPECT_TRUE(prefs.diffWordWrap());
 
-  prefs.remove(QStringLiteral("maxCommitCount"));
+  prefs.remove("maxCommitCount");
   EXPECT_EQ(prefs.maxCommitCount(), 50000);
 }
 
 // Values of other types than text come back from the text file as they were written.
 TEST_F(PreferencesTest, NumbersListsAndDatesSurviveAReopen) {
   EXPECT_FALSE(prefs.diffFontSize());
-  prefs.setDiffFont(QStringLiteral("DejaVu Sans Mono"), 12.5);
+  prefs.setDiffFont("DejaVu Sans Mono", 12.5);
   prefs.setEnableRemoteServiceNotifications(false);
-  prefs.setRecentCloneDirectories({QStringLiteral("/a"), QStringLiteral("/b")});
-  const QDateTime updated = QDateTime::fromString(QStringLiteral("2024-05-01T10:00:00Z"), Qt::ISODate);
+  prefs.setRecentCloneDirectories({"/a", "/b"});
+  const QDateTime updated = QDateTime::fromString("2024-05-01T10:00:00Z", Qt::ISODate);
   prefs.setGitServiceNotificationUpdatedAt(updated);
   Preferences::useStoreFile(path);
-  EXPECT_EQ(prefs.diffFontName(), QStringLiteral("DejaVu Sans Mono"));
+  EXPECT_EQ(prefs.diffFontName(), "DejaVu Sans Mono");
   EXPECT_EQ(prefs.diffFontSize(), 12.5);
   EXPECT_EQ(prefs.enableRemoteServiceNotifications(), false);
-  EXPECT_EQ(prefs.recentCloneDirectories(), (QStringList{QStringLiteral("/a"), QStringLiteral("/b")}));
+  EXPECT_EQ(prefs.recentCloneDirectories(), (QStringList{"/a", "/b"}));
   EXPECT_EQ(prefs.gitServiceNotificationUpdatedAt(), updated);
 }
 
 TEST_F(PreferencesTest, RepositorySessionsReadTolerantly) {
-  prefs.setRepositorySessions({{QStringLiteral("/src/one"), false}, {QStringLiteral("/src/two"), true}});
+  prefs.setRepositorySessions({{"/src/one", false}, {"/src/two", true}});
   Preferences::useStoreFile(path);
-  EXPECT_EQ(prefs.repositorySessions(),
-            (std::vector<RepositorySession>{{QStringLiteral("/src/one"), false}, {QStringLiteral("/src/two"), true}}));
+  EXPECT_EQ(prefs.repositorySessions(), (std::vector<RepositorySession>{{"/src/one", false}, {"/src/two", true}}));
 
   // An older run may have left entries of another shape: they drop out, the rest stays.
-  prefs.setValue(QStringLiteral("repositorySessions"),
-                 QVariantList{QVariantMap{{QStringLiteral("selected"), true}}, QStringLiteral("garbage"),
-                              QVariantMap{{QStringLiteral("repositoryPath"), QStringLiteral("/src/three")}}});
-  EXPECT_EQ(prefs.repositorySessions(), (std::vector<RepositorySession>{{QStringLiteral("/src/three"), false}}));
+  prefs.setValue("repositorySessions",
+                 QVariantList{QVariantMap{{"selected", true}}, "garbage", QVariantMap{{"repositoryPath", "/src/three"}}});
+  EXPECT_EQ(prefs.repositorySessions(), (std::vector<RepositorySession>{{"/src/three", false}}));
 }
 
 TEST_F(PreferencesTest, GitInstanceTypeIsReadTolerantlyAndAVanishedCustomGitFallsBackToTheInternalOne) {
-  const QString gone = dir.filePath(QStringLiteral("gone/git"));
-  prefs.setValue(QStringLiteral("gitInstanceType"), 2);
-  prefs.setValue(QStringLiteral("customGitInstancePath"), gone);
+  const QString gone = dir.filePath("gone/git");
+  prefs.setValue("gitInstanceType", 2);
+  prefs.setValue("customGitInstancePath", gone);
   LogCapture log;
   EXPECT_EQ(prefs.gitInstance(), GitInstanceType::local());
   EXPECT_EQ(log.messages(), (QStringList{QStringLiteral("Can't find '%1'. Fall back to internal git instance.").arg(gone),
                                  QStringLiteral("Git instance changed to 'local' at '%1'").arg(Consts::Git::localGitPath())}));
   // The type is mended for good; the path the user gave stays for the preferences window.
-  EXPECT_EQ(storedInFile(QStringLiteral("gitInstanceType")).toInt(), 1);
-  EXPECT_EQ(storedInFile(QStringLiteral("customGitInstancePath")).toString(), gone);
+  EXPECT_EQ(storedInFile("gitInstanceType").toInt(), 1);
+  EXPECT_EQ(storedInFile("customGitInstancePath").toString(), gone);
 
   const std::pair<int, GitInstanceType> types[] = {
       {0, GitInstanceType::system()}, {7, GitInstanceType::system()}, {-1, GitInstanceType::system()},
       {3, GitInstanceType::brew()},   {2, GitInstanceType::local()},  // custom without a path
   };
-  prefs.setValue(QStringLiteral("customGitInstancePath"), QString());
+  prefs.setValue("customGitInstancePath", QString());
   for (const auto& [stored, expected] : types) {
-    prefs.setValue(QStringLiteral("gitInstanceType"), stored);
+    prefs.setValue("gitInstanceType", stored);
     EXPECT_EQ(prefs.gitInstance(), expected) << stored;
   }
 }
@@ -137,10 +135,10 @@ TEST_F(PreferencesTest, WritesAndNotificationsReachTheMainThread) {
   timer.start();
   while (keys.isEmpty() && timer.elapsed() < 2000) QCoreApplication::processEvents();
 
-  EXPECT_EQ(keys, QStringList{QStringLiteral("contextSize")});
+  EXPECT_EQ(keys, QStringList{"contextSize"});
   ASSERT_EQ(threads.size(), 1u);
   EXPECT_EQ(threads.front(), QThread::currentThread());
   EXPECT_EQ(contextChanged, 1);
-  EXPECT_EQ(names, QStringList{QStringLiteral("diffContextSizeChanged")});
+  EXPECT_EQ(names, QStringList{"diffContextSizeChanged"});
   EXPECT_EQ(prefs.contextSize(), 5);
 }

@@ -1,14 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitTemplate.h"
 #include "Git/Commands/WorkingDirectory/SetCommitTemplateGitCommand.h"
 #include "Models/MergeMessage.h"
 #include "support/TempRepository.h"
-#include "support/TestEnvironment.h"
 
 namespace {
 // main and topic both change a.txt; merging topic stops at the conflict.

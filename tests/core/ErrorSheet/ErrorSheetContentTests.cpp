@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 
 #include "Git/Commands/WorkingDirectory/CommitGitCommand.h"
 #include "Git/Commands/WorkingDirectory/StageFilesGitCommand.h"

@@ -76,9 +76,9 @@ TEST_F(StageLines, FirstMiddleAndLastLinesAndASelectionAcrossTwoHunks) {
   EXPECT_EQ(worktree("f"), changed);
 }
 
-// One line selected around a file end without newline (and in CRLF files), in each
-// mode. Staging and unstaging change the index only, discarding the working tree only.
-TEST_F(LineStagingTest, AroundAMissingNewlineInEveryMode) {
+// One line selected around a file end without newline, in CRLF files and beyond ASCII, in
+// each mode. Staging and unstaging change the index only, discarding the working tree only.
+TEST_F(LineStagingTest, AroundAMissingNewlineWithCrlfAndNonAsciiInEveryMode) {
   struct Row {
     SelectionMode mode;
     const char* name;
@@ -103,6 +103,14 @@ TEST_F(LineStagingTest, AroundAMissingNewlineInEveryMode) {
       {M::discard, "take back the change of the last line", "a\nb\n", "a\nB", {"-b", "+B"}, "a\nb\n"},
       {M::discard, "CRLF", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"+B", "+B"}, "a\r\nc\r\nd\r\n"},
       {M::discard, "CRLF restore", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"-b", "-b"}, "a\r\nb\r\nB\r\nc\r\nd\r\n"},
+      {M::stage, "CRLF, added line", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"+d", "+d"}, "a\r\nb\r\nc\r\nd\r\n"},
+      {M::stage, "CRLF, changed line", "a\r\nb\r\nc\r\n", "a\r\nB\r\nc\r\nd\r\n", {"-b", "+B"}, "a\r\nB\r\nc\r\n"},
+      {M::stage, "non-ASCII", "Gr\u00fc\u00dfe\nna\u00efve\n", "Gr\u00fc\u00dfe, Welt\n\U0001F600 \u65e5\u672c\nna\u00efve\n",
+       {"+\U0001F600 \u65e5\u672c", "+\U0001F600 \u65e5\u672c"}, "Gr\u00fc\u00dfe\n\U0001F600 \u65e5\u672c\nna\u00efve\n"},
+      {M::unstage, "CRLF, non-ASCII added line", "a\r\nb\r\nc\r\n", "a\r\nB\u00e4\r\nc\r\n\u65e5\r\n", {"+B\u00e4", "+B\u00e4"},
+       "a\r\nc\r\n\u65e5\r\n"},
+      {M::unstage, "CRLF, removed line", "a\r\nb\r\nc\r\n", "a\r\nB\u00e4\r\nc\r\n\u65e5\r\n", {"-b", "-b"},
+       "a\r\nb\r\nB\u00e4\r\nc\r\n\u65e5\r\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -162,25 +170,6 @@ TEST_F(StageLines, InCreatedDeletedAndModeChangedFiles) {
   EXPECT_TRUE(indexEntries().contains("100755 run.sh"));
 }
 
-TEST_F(StageLines, KeepsCrlfAndNonAsciiBytes) {
-  repo().writeFile("dos.txt", "a\r\nb\r\nc\r\n");
-  repo().writeFile("text.txt", QStringLiteral("Gr\u00fc\u00dfe\nna\u00efve\n").toUtf8());
-  repo().commit("base");
-  repo().writeFile("dos.txt", "a\r\nB\r\nc\r\nd\r\n");
-  repo().writeFile("text.txt", QStringLiteral("Gr\u00fc\u00dfe, Welt\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
-
-  showUnstaged({"--", "dos.txt"});
-  apply(SelectionMode::stage, "+d");
-  EXPECT_EQ(indexed("dos.txt"), "a\r\nb\r\nc\r\nd\r\n");
-  showUnstaged({"--", "dos.txt"});
-  apply(SelectionMode::stage, span("-b", "+B"));
-  EXPECT_EQ(indexed("dos.txt"), "a\r\nB\r\nc\r\nd\r\n");
-
-  showUnstaged({"--", "text.txt"});
-  apply(SelectionMode::stage, "+\U0001F600 \u65e5\u672c");
-  EXPECT_EQ(indexed("text.txt"), QStringLiteral("Gr\u00fc\u00dfe\n\U0001F600 \u65e5\u672c\nna\u00efve\n").toUtf8());
-}
-
 TEST_F(StageLines, FromADiffShownWithWhitespaceIgnored) {
   const QByteArray base = lines({"int a;", "int b;", "int c;", "int d;", "int e;", "int f;"});
   repo().commitFile("f", base, "base");
@@ -212,15 +201,17 @@ TEST_F(StageLines, EveryFileSelectedWholeStagesWhatGitAddWould) {
   repo().writeFile("gone.txt", "bye\n");
   repo().writeFile("tool.sh", "echo\n");
   repo().writeFile("long.txt", lines({"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"}));
+  repo().writeFile("dos.txt", "a\r\nb\r\nc\r\n");
   repo().commit("base");
   repo().writeFile("one-line.txt", "changed\n");
   repo().writeFile("tail.txt", "x\ny\nz\n");
   repo().removeFile("gone.txt");
   repo().writeExecutable("tool.sh", "echo 2\n");
-  repo().writeFile("long.txt", lines({"one", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "twelve"}));
+  repo().writeFile("long.txt", lines({"one", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "zw\u00f6lf \U0001F600"}));
+  repo().writeFile("dos.txt", "a\r\nB\r\nc\r\n");
 
   showUnstaged();
-  ASSERT_EQ(view.files.size(), 5u);
+  ASSERT_EQ(view.files.size(), 6u);
   // Only the first file of a selection patch is applied, so one file at a time.
   const std::vector<PatchView::FilePatch> files = view.files;
   for (const PatchView::FilePatch& file : files) {

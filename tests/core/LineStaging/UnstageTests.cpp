@@ -99,15 +99,3 @@ TEST_F(UnstageLines, InAddedRenamedDeletedAndModeChangedFiles) {
   EXPECT_EQ(indexed("run.sh"), lines({"echo 1", "echo 2"}));
   EXPECT_TRUE(indexEntries().contains("100644 run.sh"));
 }
-
-TEST_F(UnstageLines, KeepsCrlfAndNonAsciiBytes) {
-  repo().commitFile("dos.txt", "a\r\nb\r\nc\r\n", "base");
-  repo().writeFile("dos.txt", QStringLiteral("a\r\nB\u00e4\r\nc\r\n\u65e5\r\n").toUtf8());
-  repo().stageAll();
-  showStaged();
-  apply(SelectionMode::unstage, "+B\u00e4");
-  EXPECT_EQ(indexed("dos.txt"), QStringLiteral("a\r\nc\r\n\u65e5\r\n").toUtf8());
-  showStaged();
-  apply(SelectionMode::unstage, "-b");
-  EXPECT_EQ(indexed("dos.txt"), QStringLiteral("a\r\nb\r\nc\r\n\u65e5\r\n").toUtf8());
-}

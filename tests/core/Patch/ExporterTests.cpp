@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "DiffFixture.h"
-#include "Models/PatchParser.h"
 #include "Models/UnifiedDiffExporter.h"
 #include "support/LogCapture.h"
 
@@ -72,48 +71,4 @@ TEST(UnifiedDiffExporter, WritesTheHeaderFromTheParsedFields) {
   XFilePatch broken = base;
   broken.newFilepath = broken.oldFilepath = QString(QChar(0xD800)) + "x";
   EXPECT_FALSE(UnifiedDiffExporter(broken).data().has_value());
-}
-
-// Hunk lengths are written as parsed, and git's "@@ -1 +1 @@" reads as 0: every hunk
-// here has more than one line, as selection patches always count theirs.
-TEST(UnifiedDiffExporter, WhatItWritesOfARealDiffAppliesBackToTheSameTree) {
-  TempRepository repo;
-  QByteArray long1;
-  for (int i = 1; i <= 40; ++i) long1 += "line " + QByteArray::number(i) + '\n';
-  repo.writeFile("long.txt", long1);
-  repo.writeFile("dos.txt", "a\r\nb\r\nc\r\n");
-  repo.writeFile("tail.txt", "x\ny");
-  repo.writeFile("gone.txt", "bye\nnow\n");
-  repo.writeFile("tool.sh", "echo\necho\n");
-  repo.writeFile("old name.txt", long1);
-  repo.commit("base");
-
-  QByteArray long2 = long1;
-  long2.replace("line 2\n", "zwei \u00e4\n");
-  long2.replace("line 30\n", "");
-  long2 += "line 41\n";
-  repo.writeFile("long.txt", long2);
-  repo.writeFile("dos.txt", "a\r\nB\r\nc\r\n");
-  repo.writeFile("tail.txt", "x\nz");
-  repo.removeFile("gone.txt");
-  repo.writeFile("tool.sh", "echo\necho 2\n");
-  repo.writeFile("fresh.txt", QString("\U0001F600\n\u00df\n").toUtf8());
-  repo.git({"mv", "old name.txt", "new name.txt"});
-  repo.writeFile("new name.txt", long1 + "more\n");
-  repo.stageAll();
-  repo.git({"update-index", "--chmod=+x", "tool.sh"});
-  const QString tree = repo.git({"write-tree"}).trimmed();
-
-  const XPatchPtr patch = PatchParser().parse(DiffFixture::stagedDiff(repo), XFilePatch::Location::staged);
-  ASSERT_TRUE(patch);
-  ASSERT_EQ(patch->files.size(), 7u);
-  repo.git({"reset", "-q"});
-  for (const XFilePatch& file : patch->files) {
-    const auto data = UnifiedDiffExporter(file).data();
-    ASSERT_TRUE(data.has_value());
-    int status = 0;
-    runProgram("git", {"apply", "--cached"}, repo.path(), &status, *data);
-    EXPECT_EQ(status, 0) << data->toStdString();
-  }
-  EXPECT_EQ(repo.git({"write-tree"}).trimmed(), tree);
 }

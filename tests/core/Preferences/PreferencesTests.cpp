@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QThread>

@@ -2,7 +2,6 @@
 // remote-https and submodule are found there, and git-lfs / git-flow are on PATH.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFileInfo>
 
 #include "Consts.h"

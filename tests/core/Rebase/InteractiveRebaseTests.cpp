@@ -3,8 +3,6 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <atomic>

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QDateTime>
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 

@@ -1,5 +1,4 @@
 // The background fetch: one job per remote that takes part, nothing when switched off.
-#include <QCoreApplication>
 #include <QTest>
 #include <gtest/gtest.h>
 

@@ -63,9 +63,9 @@ TEST_F(HistoryOutputTest, ReadsEveryRecordAsGitPrintsIt) {
   for (const auto& revision : result.value()) {
     QStringList parents;
     for (const Sha& parent : revision->parents()) parents << parent.toString();
-    records << QStringList{revision->sha().toString(), revision->treeSha().toString(), parents.join(' '),
-                           revision->author(),         revision->authorEmail(),        QString::number(revision->authorTime()),
-                           revision->message()}
+    const QString time = QString::number(revision->authorTime());
+    records << QStringList{revision->sha().toString(), revision->treeSha().toString(), parents.join(' '), revision->author(),
+                           revision->authorEmail(), time, revision->message()}
                    .join('|');
   }
   EXPECT_EQ(records,

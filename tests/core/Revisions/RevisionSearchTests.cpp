@@ -2,9 +2,7 @@
 // the walk that turns streamed matches into rows of the list.
 #include <gtest/gtest.h>
 
-#include <QSignalSpy>
 #include <QTest>
-#include <set>
 
 #include "Git/Commands/Revision/RevisionSearchGitCommand.h"
 #include "Graph/RevisionSearch.h"

@@ -1,5 +1,4 @@
 #pragma once
-#include <QDir>
 #include <QString>
 #include <memory>
 #include <vector>

@@ -1,7 +1,6 @@
 // The status read against real repositories.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"

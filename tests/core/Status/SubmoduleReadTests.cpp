@@ -1,8 +1,6 @@
 // Submodules from ".gitmodules", and how a changed submodule shows in the status.
 #include <gtest/gtest.h>
 
-#include <QDir>
-
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/Submodules/GetSubmodulesGitCommand.h"
 #include "Services/Preferences.h"

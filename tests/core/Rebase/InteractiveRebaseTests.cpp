@@ -1,13 +1,10 @@
 // Real interactive rebases: git runs the real rebase editor, which reaches this test over
 // the session bus; the test answers the todo list as the sheet would.
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDir>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <atomic>
 #include <gtest/gtest.h>
-#include <thread>
 
 #include "Git/Commands/Merge/OperationControlGitCommand.h"
 #include "Git/Commands/Repository/ContinueRebaseGitCommand.h"
@@ -15,6 +12,7 @@
 #include "Git/Commands/Repository/RebaseTodoListGitCommand.h"
 #include "Models/RebaseTodoList.h"
 #include "Services/DistributedNotificationCenter.h"
+#include "support/ServingEvents.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -49,17 +47,11 @@ class TodoAnswer {
   DistributedNotificationObserver observer_;
 };
 
-// Runs `work` (which blocks in git) on a thread while this thread hears the bus.
+// Runs `work` (which blocks in git) while this thread hears the bus.
 GitVoidResult serveWhile(const std::function<GitVoidResult()>& work) {
-  std::optional<GitVoidResult> result;
-  std::atomic<bool> done = false;
-  std::thread thread([&] {
-    result = work();
-    done = true;
-  });
-  while (!done) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  thread.join();
-  return *result;
+  GitVoidResult result = Error::Unknown{};
+  EXPECT_TRUE(runServingEvents([&] { result = work(); })) << "git did not end";
+  return result;
 }
 
 class InteractiveRebaseTest : public ::testing::Test {

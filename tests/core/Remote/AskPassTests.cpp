@@ -3,10 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QElapsedTimer>
-#include <QThread>
-#include <atomic>
 #include <gtest/gtest.h>
-#include <thread>
 
 #include "Git/Commands/Remotes/CloneGitCommand.h"
 #include "Git/Commands/Remotes/FetchGitCommand.h"
@@ -15,28 +12,10 @@
 #include "Services/KeychainManager.h"
 #include "support/GitHttpServer.h"
 #include "support/GitSshServer.h"
+#include "support/ServingEvents.h"
 #include "support/TempRepository.h"
 
 namespace {
-
-// Runs `work` on a thread while this one serves the bus; gives up after `seconds`.
-template <typename Work>
-bool runServingEvents(Work work, int seconds = 60) {
-  std::atomic<bool> done{false};
-  std::thread worker([&] {
-    work();
-    done = true;
-  });
-  QElapsedTimer timer;
-  timer.start();
-  while (!done && timer.elapsed() < seconds * 1000) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(5);
-  }
-  const bool finished = done.load();
-  worker.join();
-  return finished;
-}
 
 bool haveSecretService() {
   KeychainManager::Status status = KeychainManager::save("Jelv.test.probe", "probe", "x");

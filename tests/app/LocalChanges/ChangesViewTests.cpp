@@ -260,9 +260,10 @@ TEST_F(LocalChangesTest, StagingAFileWithConflictMarkersAsksFirst) {
   EXPECT_EQ(repo.git({"show", ":a.txt"}), QStringLiteral("mine and theirs\n"));
 }
 
-// The custom tool gets two real files: for an unstaged change the index's version and the
-// working file, for a staged one HEAD's version and the index's, with the user's arguments.
-// Without a usable tool the user is told why (the reasons' texts are the tool finder's).
+// The list's External Diff hands the custom tool two real files, the index's version and
+// the working file. Which versions each side takes (staged, new, deleted files) and how
+// the user's arguments are filled in are the diff files' and the tool finder's tests.
+// Without a usable tool the user is told why.
 TEST(LocalChangesExternalDiff, CustomToolReceivesBothSides) {
   DiffToolPreferences restore;
   QTemporaryDir bin;
@@ -289,15 +290,6 @@ TEST(LocalChangesExternalDiff, CustomToolReceivesBothSides) {
   EXPECT_EQ(read(unstaged[0]), QByteArray("staged\n"));
   EXPECT_EQ(unstaged[1], QDir(repo.path()).filePath(path));
   EXPECT_EQ(read(unstaged[1]), QByteArray("working\n"));
-
-  Preferences::shared().setExternalDiffToolCustomArguments(QStringLiteral("--new=$REMOTE --old $LOCAL"));
-  const QStringList staged = runExternalDiff(view, view.stagedList(), path, tool);
-  ASSERT_EQ(staged.size(), 3) << staged.join(u'|').toStdString();
-  ASSERT_TRUE(staged[0].startsWith(QStringLiteral("--new=")));
-  EXPECT_EQ(read(staged[0].mid(6)), QByteArray("staged\n"));
-  EXPECT_EQ(staged[1], QStringLiteral("--old"));
-  EXPECT_EQ(read(staged[2]), QByteArray("head\n"));
-  EXPECT_TRUE(QFileInfo(staged[2]).fileName().startsWith(QStringLiteral("résumé notes (HEAD)")));
 }
 
 TEST_F(LocalChangesTest, TheShownDiffIsReadAgainWithTheNewContext) {

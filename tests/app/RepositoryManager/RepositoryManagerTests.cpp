@@ -183,23 +183,20 @@ class ManagerTest : public ::testing::Test {
   std::unique_ptr<RepositoryManagerController> controller;
 };
 
-// Which rows the sections hold is the registry's business; here: the tree shows it,
-// with tags, and marks a folder that is gone.
-TEST_F(ManagerTest, TheTreeShowsTheRegistryWithOrphansAtTheTopAndTheRecentList) {
+// Which rows the sections hold (scanned categories, orphans, the recent five) is the
+// registry's business; here: the tree shows it, with tags, and marks a folder that is gone.
+TEST_F(ManagerTest, TheTreeShowsTheRegistryAndTheRecentList) {
   const int64_t work = settings->createCategory("Work", std::nullopt);
   const int64_t libs = settings->createCategory("libs", work);
-  settings->createCategory("Scanned", -1);  // a scan's top-level category
   add("api", work);
   const int64_t zlib = add("zlib", libs);
   settings->setRepositoryColorTag(zlib, 3);
-  add("Orphan", 4242);  // names a category that does not exist
   add("gone");
   QDir(folder("gone")).removeRecursively();
 
   show();
-  EXPECT_EQ(describe(tree()), (QStringList{"Repositories/", "  Work/", "    libs/", "      zlib [3]", "    api", "  Scanned/",
-                                           "  gone", "  Orphan", "Recent Repositories/", "  gone", "  Orphan", "  zlib [3]",
-                                           "  api"}))
+  EXPECT_EQ(describe(tree()), (QStringList{"Repositories/", "  Work/", "    libs/", "      zlib [3]", "    api", "  gone",
+                                           "Recent Repositories/", "  gone", "  zlib [3]", "  api"}))
       << describe(tree()).join(QLatin1Char('\n')).toStdString();
   // A folder that is gone stays listed, marked.
   EXPECT_TRUE(item("gone")->toolTip(0).contains(QStringLiteral("no longer exists")));

@@ -1,43 +1,30 @@
 #include <gtest/gtest.h>
 
-
 #include "Git/Commands/WorkingDirectory/GetCommitMessagesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/GetCommitTemplate.h"
 #include "Git/Commands/WorkingDirectory/SetCommitTemplateGitCommand.h"
 #include "Models/MergeMessage.h"
-#include "support/TempRepository.h"
-
-namespace {
-// main and topic both change a.txt; merging topic stops at the conflict.
-void startConflictedMerge(const TempRepository& repo) {
-  repo.commitFile("a.txt", "base\n", "Base");
-  repo.git({"checkout", "-q", "-b", "topic"});
-  repo.commitFile("a.txt", "topic\n", "Topic");
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile("a.txt", "main\n", "Main");
-  repo.git({"merge", "topic"}, true);
-}
-}  // namespace
+#include "support/Conflicts.h"
 
 TEST(MergeMessage, PrefillsFromTheMessageGitPreparedForAMerge) {
   TempRepository repo;
   EXPECT_FALSE(readMergeMessage(repo.module()).has_value());
-  startConflictedMerge(repo);
+  makeConflict(repo, "a.txt", {"base\n", "main\n", "topic\n"});
 
   const auto message = readMergeMessage(repo.module());
   ASSERT_TRUE(message.has_value());
-  EXPECT_EQ(message->subject, "Merge branch 'topic'");
+  EXPECT_EQ(message->subject, "Merge branch 'theirs'");
   // git's notes on the conflict are comments, not part of the message.
   ASSERT_TRUE(repo.readFile(".git/MERGE_MSG").contains("# Conflicts:"));
   EXPECT_EQ(message->description, QString());
   // With another comment character a line that starts with "#" is text.
   repo.git({"config", "core.commentChar", ";"});
-  repo.writeFile(".git/MERGE_MSG", "Merge branch 'topic'\n\n#12 fixed on both sides\n; Conflicts:\n;\ta.txt\n");
+  repo.writeFile(".git/MERGE_MSG", "Merge branch 'theirs'\n\n#12 fixed on both sides\n; Conflicts:\n;\ta.txt\n");
   EXPECT_EQ(readMergeMessage(repo.module())->description, "#12 fixed on both sides");
 
   // An empty squash message is no message: the merge's stands.
   repo.writeFile(".git/SQUASH_MSG", "\n");
-  EXPECT_EQ(readMergeMessage(repo.module())->subject, "Merge branch 'topic'");
+  EXPECT_EQ(readMergeMessage(repo.module())->subject, "Merge branch 'theirs'");
   repo.writeFile(".git/SQUASH_MSG", "Squashed topic\n\nAll of it\n");
   EXPECT_EQ(*readMergeMessage(repo.module()), (CommitMessage{"Squashed topic", "All of it"}));
 }

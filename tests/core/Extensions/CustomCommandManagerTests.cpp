@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QTemporaryDir>
 
 #include "Git/Commands/Repository/GetCustomCommandsGitCommand.h"
@@ -14,18 +10,6 @@
 #include "support/TempRepository.h"
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& bytes) {
-  QDir().mkpath(QFileInfo(path).absolutePath());
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(bytes);
-}
-
-QByteArray readFile(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 CustomCommandPtr command(const QString& name, CustomCommand::Target target, bool shared = false,
                          std::optional<std::vector<CustomCommand::ReferenceTarget>> kinds = std::nullopt) {
@@ -76,17 +60,17 @@ TEST(CustomCommandManager, OldUserDefaultIsImportedOnce) {
 }
 
 TEST(CustomCommandManager, NothingToImportWritesNothingAndABrokenFileIsLeftAlone) {
-  QTemporaryDir dir;
-  const QString global = dir.filePath("custom-commands.json");
+  TempRepository dir(false);
+  const QString global = dir.path() + "/custom-commands.json";
   Preferences::shared().remove("customActions");
   CustomCommandManager fresh(global);
   EXPECT_TRUE(fresh.customCommands().empty());
   EXPECT_FALSE(QFileInfo::exists(global));
 
-  writeFile(global, "[{\"target\": \"file\", ");
+  dir.writeFile("custom-commands.json", "[{\"target\": \"file\", ");
   CustomCommandManager broken(global);
   EXPECT_TRUE(broken.customCommands().empty());
-  EXPECT_EQ(readFile(global), QByteArray("[{\"target\": \"file\", "));
+  EXPECT_EQ(dir.readFile("custom-commands.json"), QByteArray("[{\"target\": \"file\", "));
 
   CustomCommandManager none(std::nullopt);
   EXPECT_TRUE(none.customCommands().empty());
@@ -103,7 +87,8 @@ TEST(CustomCommandManager, RepositoryCommandsSplitIntoTheirTwoFiles) {
   ASSERT_TRUE(QFileInfo::exists(sharedFile));
   ASSERT_TRUE(QFileInfo::exists(localFile));
   // The same object in the local file too: read from the shared file it is still shared.
-  writeFile(localFile, CustomCommandCoder::encodeList(
+  repository.writeFile(".git/jelv/custom-commands.json",
+                       CustomCommandCoder::encodeList(
                            {command("team", CustomCommand::Target::file, true), command("mine", CustomCommand::Target::file)}));
   const auto loaded = GetCustomCommandsGitCommand::execute(module);
   ASSERT_TRUE(loaded.isSuccess());

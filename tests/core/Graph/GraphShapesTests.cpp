@@ -123,16 +123,6 @@ TEST(GraphShapes, FirstParentModeFollowsOnlyFirstParentsUntilAMergeIsExpanded) {
 )");
   EXPECT_EQ(draw(history, firstParent).text, straight);
 
-  // In first-parent mode the set holds the expanded merges.
-  RevisionGraph graph;
-  graph.update(history.source(firstParent));
-  EXPECT_TRUE(graph.isCollapsed(shaFor("M")));
-  graph.expand(shaFor("M"));
-  EXPECT_FALSE(graph.isCollapsed(shaFor("M")));
-  EXPECT_EQ(graph.collapsedRevisions().count(shaFor("M")), 1u);
-  graph.update(history.source(firstParent));
-  EXPECT_EQ(history.rowNames(graph), QStringList({"M", "B", "A", "C"}));
-
   // The same merge collapsed in the normal mode draws the first-parent line.
   const Drawn collapsed = draw(history, {}, {"M"});
   EXPECT_EQ(collapsed.text, straight);

@@ -85,7 +85,10 @@ TEST(RevisionGraph, CollapsedMergeHidesOnlyWhatItsOtherParentsAloneReach) {
   EXPECT_EQ(rows(history, firstParent, {}, {}), QStringList({"M", "O", "B1", "A", "X"}));
   RevisionGraph graph;
   graph.update(history.source(firstParent));
+  EXPECT_TRUE(graph.isCollapsed(shaFor("M")));
   graph.expand(shaFor("M"));
+  EXPECT_FALSE(graph.isCollapsed(shaFor("M")));
+  EXPECT_EQ(graph.collapsedRevisions().count(shaFor("M")), 1u);  // this mode keeps the expanded ones
   graph.update(history.source(firstParent));
   EXPECT_EQ(history.rowNames(graph), QStringList({"M", "O", "B2", "B1", "A", "X"}));
   graph.collapse(shaFor("M"));

@@ -33,69 +33,40 @@ QString result(const MergeConflict::Chunk& chunk) {
 // the selection flags of L1, L2, R1.
 TEST(MergeConflictModel, Operations) {
   using Op = std::function<void(Conflict&)>;
-  const auto L = [](Conflict& c, int i) { return c.localLines[size_t(i)]; };
-  const auto R = [](Conflict& c, int i) { return c.remoteLines[size_t(i)]; };
+  const auto L = [](int i) { return [i](Conflict& c) { return c.localLines[size_t(i)]; }; };
+  const auto select = [](auto line) -> Op { return [line](Conflict& c) { line(c)->select(); }; };
+  const auto meld = [](auto line, auto other) -> Op { return [=](Conflict& c) { line(c)->meldWith(*other(c)); }; };
+  const auto cut = [](auto line, qsizetype from, qsizetype length) -> Op {
+    return [=](Conflict& c) { line(c)->removeSubrange(from, length); };
+  };
+  const auto R0 = [](Conflict& c) { return c.remoteLines[0]; };
+  const Op local = [](Conflict& c) { c.chooseLocal(); };
+  const Op remote = [](Conflict& c) { c.chooseRemote(); };
+  const Op typeX = [&](Conflict& c) { L(0)(c)->insert(0, "x"); };
+  const Op removeL1 = [&](Conflict& c) { L(0)(c)->removeFromParentChunk(); };
+  const Op addRemoteSide = [](Conflict& c) { c.selectSide(Part::remote); };
+  const Op dropLocalSide = [](Conflict& c) { c.unselectSide(Part::local); };
   const struct {
     const char* name;
     std::vector<Op> ops;
     QString result;
     std::array<bool, 3> selected;
   } cases[] = {
-      {"select a line", {[&](Conflict& c) { L(c, 1)->select(); }}, "L2\n", {false, true, false}},
-      {"select twice changes nothing",
-       {[&](Conflict& c) { L(c, 1)->select(); }, [&](Conflict& c) { L(c, 1)->select(); }},
-       "L2\n",
-       {false, true, false}},
-      {"selection order is result order",
-       {[&](Conflict& c) { R(c, 0)->select(); }, [&](Conflict& c) { L(c, 0)->select(); }},
-       "R1\nL1\n",
-       {true, false, true}},
-      {"choose local", {[](Conflict& c) { c.chooseLocal(); }}, "L1\nL2\n", {true, true, false}},
-      {"choose remote after local",
-       {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.chooseRemote(); }},
-       "R1\n",
-       {false, false, true}},
-      {"choose keeps none of an edit",
-       {[&](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->insert(0, "x"); },
-        [](Conflict& c) { c.chooseLocal(); }},
-       "L1\nL2\n",
-       {true, true, false}},
-      {"clear", {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.clear(); }}, QString(), {false, false, false}},
-      {"remove from parent unselects",
-       {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->removeFromParentChunk(); }},
-       "L2\n",
-       {false, true, false}},
-      {"meld takes the next text and unselects it",
-       {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->removeSubrange(2, 3); },
-        [&](Conflict& c) { L(c, 0)->meldWith(*L(c, 1)); }},
-       "L1L2\n",
-       {true, false, false}},
-      {"a melded line can be selected again",
-       {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 0)->meldWith(*L(c, 1)); },
-        [&](Conflict& c) { L(c, 1)->select(); }},
-       "L1\nL2\nL2\n",
-       {true, true, false}},
-      {"meld of an unselected line leaves it out",
-       {[&](Conflict& c) { L(c, 0)->select(); }, [&](Conflict& c) { L(c, 0)->meldWith(*R(c, 0)); }},
-       "L1\nR1\n",
-       {true, false, false}},
-      {"remove subrange to nothing leaves the result",
-       {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 1)->removeSubrange(0, 3); }},
-       "L1\n",
-       {true, false, false}},
-      {"invalid subrange does nothing",
-       {[](Conflict& c) { c.chooseLocal(); }, [&](Conflict& c) { L(c, 1)->removeSubrange(1, 9); }},
-       "L1\nL2\n",
-       {true, true, false}},
-      {"select side keeps the other",
-       {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.selectSide(Part::remote); }},
-       "L1\nL2\nR1\n",
-       {true, true, true}},
-      {"unselect side",
-       {[](Conflict& c) { c.chooseLocal(); }, [](Conflict& c) { c.selectSide(Part::remote); },
-        [](Conflict& c) { c.unselectSide(Part::local); }},
-       "R1\n",
-       {false, false, true}},
+      {"select a line", {select(L(1))}, "L2\n", {false, true, false}},
+      {"select twice changes nothing", {select(L(1)), select(L(1))}, "L2\n", {false, true, false}},
+      {"selection order is result order", {select(R0), select(L(0))}, "R1\nL1\n", {true, false, true}},
+      {"choose local", {local}, "L1\nL2\n", {true, true, false}},
+      {"choose remote after local", {local, remote}, "R1\n", {false, false, true}},
+      {"choose keeps none of an edit", {local, typeX, local}, "L1\nL2\n", {true, true, false}},
+      {"clear", {local, [](Conflict& c) { c.clear(); }}, QString(), {false, false, false}},
+      {"remove from parent unselects", {local, removeL1}, "L2\n", {false, true, false}},
+      {"meld takes the next text and unselects it", {local, cut(L(0), 2, 3), meld(L(0), L(1))}, "L1L2\n", {true, false, false}},
+      {"a melded line can be selected again", {local, meld(L(0), L(1)), select(L(1))}, "L1\nL2\nL2\n", {true, true, false}},
+      {"meld of an unselected line leaves it out", {select(L(0)), meld(L(0), R0)}, "L1\nR1\n", {true, false, false}},
+      {"remove subrange to nothing leaves the result", {local, cut(L(1), 0, 3)}, "L1\n", {true, false, false}},
+      {"invalid subrange does nothing", {local, cut(L(1), 1, 9)}, "L1\nL2\n", {true, true, false}},
+      {"select side keeps the other", {local, addRemoteSide}, "L1\nL2\nR1\n", {true, true, true}},
+      {"unselect side", {local, addRemoteSide, dropLocalSide}, "R1\n", {false, false, true}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

@@ -16,6 +16,16 @@ QStringList texts(const XChangedLineList& lines) {
   return result;
 }
 
+// A sub-chunk's four runs of lines, each as one text: before, removed, added, after.
+QStringList parts(const XSubChunk& sub) {
+  QStringList result;
+  for (const auto* list : {&sub.preContextLines, &sub.removedLines, &sub.addedLines, &sub.postContextLines})
+    result << texts(*list).join(QString());
+  return result;
+}
+
+std::vector<qint64> range(const XChunk& chunk) { return {chunk.fromStart, chunk.fromLength, chunk.toStart, chunk.toLength}; }
+
 QStringList flags(const XChangedLineList& lines) {
   QStringList result;
   for (const auto& line : lines) result << (line->noNewLineAtEndOfFile ? "flag" : "-");
@@ -61,43 +71,27 @@ TEST(PatchParser, FoldsAModifiedFileIntoChunksAndSubChunks) {
   ASSERT_TRUE(patch);
   ASSERT_EQ(patch->files.size(), 1u);
   const XFilePatch& file = patch->files.front();
-  EXPECT_EQ(file.oldFilepath, "f.txt");
-  EXPECT_EQ(file.newFilepath, "f.txt");
-  EXPECT_EQ(file.oldFileMode, FileMode{100644});
-  EXPECT_EQ(file.newFileMode, FileMode{100644});
+  // Lines 3 and 6 are close enough to share a hunk; line 25 has its own.
+  EXPECT_EQ(header(file), "f.txt -> f.txt 100644 -> 100644, 2 chunks");
   EXPECT_EQ(file.oldTreeIsh.size(), 40);
   EXPECT_EQ(file.treeIsh, repo.git({"hash-object", "f.txt"}).trimmed());
   EXPECT_EQ(file.location, XFilePatch::Location::unstaged);
-  EXPECT_FALSE(file.similarity.has_value());
   EXPECT_FALSE(file.isMinified);
   EXPECT_EQ(patch->changedLinesCount(), 4);
 
-  // Lines 3 and 6 are close enough to share a hunk; line 25 has its own.
   ASSERT_EQ(file.chunks.size(), 2u);
   const XChunk& first = *file.chunks[0];
-  EXPECT_EQ(first.fromStart, 1);
-  EXPECT_EQ(first.fromLength, 9);
-  EXPECT_EQ(first.toStart, 1);
-  EXPECT_EQ(first.toLength, 10);
+  EXPECT_EQ(range(first), (std::vector<qint64>{1, 9, 1, 10}));
   ASSERT_EQ(first.subChunks.size(), 2u);
-  const XSubChunk& change = *first.subChunks[0];
-  EXPECT_EQ(texts(change.preContextLines), (QStringList{"line 1\n", "line 2\n"}));
-  EXPECT_EQ(texts(change.removedLines), QStringList{"line 3\n"});
-  EXPECT_EQ(texts(change.addedLines), QStringList{"line three\n"});
   // Context between two changes is the first one's post-context.
-  EXPECT_EQ(texts(change.postContextLines), (QStringList{"line 4\n", "line 5\n", "line 6\n"}));
-  const XSubChunk& insertion = *first.subChunks[1];
-  EXPECT_TRUE(insertion.preContextLines.empty());
-  EXPECT_TRUE(insertion.removedLines.empty());
-  EXPECT_EQ(texts(insertion.addedLines), QStringList{"inserted\n"});
-  EXPECT_EQ(texts(insertion.postContextLines), (QStringList{"line 7\n", "line 8\n", "line 9\n"}));
-
+  EXPECT_EQ(parts(*first.subChunks[0]),
+            (QStringList{"line 1\nline 2\n", "line 3\n", "line three\n", "line 4\nline 5\nline 6\n"}));
+  EXPECT_EQ(parts(*first.subChunks[1]), (QStringList{"", "", "inserted\n", "line 7\nline 8\nline 9\n"}));
   const XChunk& second = *file.chunks[1];
-  EXPECT_EQ(second.fromStart, 22);
-  EXPECT_EQ(second.toStart, 23);
+  EXPECT_EQ(range(second), (std::vector<qint64>{22, 7, 23, 6}));
   ASSERT_EQ(second.subChunks.size(), 1u);
-  EXPECT_EQ(texts(second.subChunks[0]->removedLines), QStringList{"line 25\n"});
-  EXPECT_EQ(second.subChunks[0]->postContextLines.size(), 3u);
+  EXPECT_EQ(parts(*second.subChunks[0]),
+            (QStringList{"line 22\nline 23\nline 24\n", "line 25\n", "", "line 26\nline 27\nline 28\n"}));
 }
 
 TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
@@ -122,8 +116,6 @@ TEST(PatchParser, ReadsTheFileHeadersOfRealDiffs) {
   copied.replace("copy me 5\n", "copied 5\n");
   repo.writeFile("copy.txt", copied);
   repo.writeFile("script.sh", "echo one\necho more\n");
-  repo.git({"update-index", "--chmod=+x", "script.sh"});
-  repo.git({"update-index", "--chmod=+x", "mode-only.sh"});
   repo.writeFile("data.bin", QByteArray("\0\1\2\4", 4));
   repo.writeFile("name with blank.txt", "y\n");
   repo.writeFile("\u00fcnic\u00f6de.txt", "y\n");
@@ -202,9 +194,8 @@ TEST(PatchParser, SubmoduleAndLfsPointerDiffsAreTextDiffs) {
   ASSERT_EQ(patch->files.size(), 2u);
   const XFilePatch* image = fileNamed(*patch, "image.png");
   ASSERT_NE(image, nullptr);
-  const XSubChunk& pointerChange = *image->chunks[0]->subChunks[0];
-  EXPECT_EQ(texts(pointerChange.removedLines), (QStringList{"oid sha256:" + oid1 + "\n", "size 1200\n"}));
-  EXPECT_EQ(texts(pointerChange.addedLines), (QStringList{"oid sha256:" + oid2 + "\n", "size 2400\n"}));
+  EXPECT_EQ(parts(*image->chunks[0]->subChunks[0]).mid(1, 2),
+            (QStringList{"oid sha256:" + oid1 + "\nsize 1200\n", "oid sha256:" + oid2 + "\nsize 2400\n"}));
 
   const XFilePatch* module = fileNamed(*patch, "module");
   ASSERT_NE(module, nullptr);
@@ -214,10 +205,9 @@ TEST(PatchParser, SubmoduleAndLfsPointerDiffsAreTextDiffs) {
   EXPECT_EQ(module->treeIsh, second);
   // "@@ -1 +1 @@": the counts git left out read as 0.
   ASSERT_EQ(module->chunks.size(), 1u);
-  EXPECT_EQ(module->chunks[0]->fromLength, 0);
-  EXPECT_EQ(module->chunks[0]->toLength, 0);
-  EXPECT_EQ(texts(module->chunks[0]->subChunks[0]->removedLines), QStringList{"Subproject commit " + first + "\n"});
-  EXPECT_EQ(texts(module->chunks[0]->subChunks[0]->addedLines), QStringList{"Subproject commit " + second + "\n"});
+  EXPECT_EQ(range(*module->chunks[0]), (std::vector<qint64>{1, 0, 1, 0}));
+  EXPECT_EQ(parts(*module->chunks[0]->subChunks[0]),
+            (QStringList{"", "Subproject commit " + first + "\n", "Subproject commit " + second + "\n", ""}));
 }
 
 TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
@@ -345,14 +335,10 @@ TEST(PatchParser, SplitsFilesAndChunksAtTheRightTokens) {
   const XFilePatch& one = patch->files[0];
   // The empty line ends the first chunk but not the file.
   ASSERT_EQ(one.chunks.size(), 2u);
-  EXPECT_EQ(texts(one.chunks[0]->subChunks[0]->postContextLines), QStringList{"c\n"});
-  EXPECT_EQ(texts(one.chunks[1]->subChunks[0]->preContextLines), QStringList{"x\n"});
-  EXPECT_EQ(texts(one.chunks[1]->subChunks[0]->addedLines), QStringList{"y\n"});
-  const XFilePatch& two = patch->files[1];
-  EXPECT_FALSE(two.oldFilepath.has_value());
-  EXPECT_EQ(two.newFilepath, "two");
-  EXPECT_EQ(two.newFileMode, FileMode{100755});
-  EXPECT_EQ(two.location, XFilePatch::Location::revision);
+  EXPECT_EQ(parts(*one.chunks[0]->subChunks[0]), (QStringList{"", "a\n", "b\n", "c\n"}));
+  EXPECT_EQ(parts(*one.chunks[1]->subChunks[0]), (QStringList{"x\n", "", "y\n", ""}));
+  EXPECT_EQ(header(patch->files[1]), "- -> two - -> 100755, 1 chunks");
+  EXPECT_EQ(patch->files[1].location, XFilePatch::Location::revision);
   EXPECT_EQ(patch->changedLinesCount(), 4);
 
   // Changes after trailing context start a new sub-chunk, removals after additions don't.
@@ -361,11 +347,8 @@ TEST(PatchParser, SplitsFilesAndChunksAtTheRightTokens) {
   ASSERT_TRUE(mixed);
   const auto& subs = mixed->files.at(0).chunks.at(0)->subChunks;
   ASSERT_EQ(subs.size(), 2u);
-  EXPECT_EQ(texts(subs[0]->addedLines), QStringList{"b\n"});
-  EXPECT_EQ(texts(subs[0]->removedLines), QStringList{"c\n"});
-  EXPECT_EQ(texts(subs[0]->postContextLines), QStringList{"d\n"});
-  EXPECT_TRUE(subs[1]->preContextLines.empty());
-  EXPECT_EQ(texts(subs[1]->removedLines), QStringList{"e\n"});
+  EXPECT_EQ(parts(*subs[0]), (QStringList{"a\n", "c\n", "b\n", "d\n"}));
+  EXPECT_EQ(parts(*subs[1]), (QStringList{"", "e\n", "f\n", "g\n"}));
 }
 
 TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
@@ -425,8 +408,6 @@ TEST(PatchParser, SurvivesTruncatedAndHostileInput) {
   ASSERT_EQ(backToBack->files[0].chunks.size(), 2u);
   EXPECT_TRUE(backToBack->files[0].chunks[0]->subChunks.empty());
   const XPatchPtr otherPragma = parse(rows[5].text);
-  const XSubChunk& sub = *otherPragma->files[0].chunks[0]->subChunks[0];
-  EXPECT_EQ(texts(sub.removedLines), QStringList{"a\n"});
-  EXPECT_EQ(texts(sub.addedLines), QStringList{"b\n"});
-  EXPECT_FALSE(sub.noNewLineAtEndOfFileLine);
+  EXPECT_EQ(parts(*otherPragma->files[0].chunks[0]->subChunks[0]), (QStringList{"", "a\n", "b\n", ""}));
+  EXPECT_FALSE(otherPragma->files[0].chunks[0]->subChunks[0]->noNewLineAtEndOfFileLine);
 }

@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
 
   // window.scroll
   auto queue = std::make_shared<JobQueue>();
-  RepositoryView view(module.value(), queue);
+  JelvDocument view(module.value(), queue);
   view.resize(1200, 800);
   view.show();
   QElapsedTimer wait;

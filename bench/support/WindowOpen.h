@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Jobs/JobQueue.h"
 #include "support/BenchSupport.h"
 
@@ -38,11 +38,11 @@ inline OpenTimes openOnce(const GitModule& module, bool untilLoaded) {
   timer.start();
   auto queue = std::make_shared<JobQueue>();
   {
-    RepositoryView view(module, queue);
+    JelvDocument view(module, queue);
     view.resize(1200, 760);
     FirstPaint paint(view.commitList(), timer, times.firstPaint);
     view.commitList()->viewport()->installEventFilter(&paint);
-    QObject::connect(&view, &RepositoryView::snapshotLoaded, [&] {
+    QObject::connect(&view, &JelvDocument::snapshotLoaded, [&] {
       if (times.loaded < 0) times.loaded = timer.nsecsElapsed() / 1e6;
     });
     view.show();

@@ -4,7 +4,7 @@
 
 #include "Commands/CommandFlow.h"
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
 QString BisectCommand::title(BisectGitCommand::Step step) {
   switch (step) {

@@ -1,11 +1,11 @@
 #include "Commands/CommandContext.h"
 
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Models/LocalBranch.h"
 #include "Repository/RepositoryController.h"
 
-CommandContext CommandContext::forRepository(RepositoryView* repository) {
+CommandContext CommandContext::forRepository(JelvDocument* repository) {
   CommandContext context;
   context.repository = repository;
   context.window = repository ? repository->window() : nullptr;
@@ -34,7 +34,7 @@ RepositoryController* CommandContext::controller() const { return repository ? r
 
 const GitModule& CommandContext::module() const {
   static const GitModule none;
-  return repository ? repository->module() : none;
+  return repository ? repository->gitModule() : none;
 }
 
 std::shared_ptr<JobQueue> CommandContext::queue() const { return repository ? repository->jobQueue() : nullptr; }

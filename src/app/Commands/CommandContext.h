@@ -16,7 +16,7 @@
 
 class JobQueue;
 class RepositoryController;
-class RepositoryView;
+class JelvDocument;
 class QWidget;
 
 struct CommandContext {
@@ -34,7 +34,7 @@ struct CommandContext {
     paths = 512 | 1,
   };
 
-  QPointer<RepositoryView> repository;  // the tab; null outside a repository tab
+  QPointer<JelvDocument> repository;  // the tab; null outside a repository tab
   QWidget* window = nullptr;            // where sheets open
   ReferencePtr reference;
   std::vector<ReferencePtr> references;  // every chosen reference when several are selected, `reference` among them
@@ -44,7 +44,7 @@ struct CommandContext {
   QStringList paths;                    // repository-relative
 
   // The tab in front of `window` with its current selection, as menus and the toolbar use it.
-  static CommandContext forRepository(RepositoryView* repository);
+  static CommandContext forRepository(JelvDocument* repository);
 
   bool satisfies(Needs needs) const;
 

@@ -4,7 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/JelvSheetController.h"
 #include "Jobs/Job.h"
@@ -28,7 +28,7 @@ void showError(const CommandContext& context, const ResultError& error) {
   if (!parent) return;
   ErrorWindowController* sheet = ErrorWindowController::present(parent, context.module(), error, context.queue());
   // A repair (a forced fetch, a removed lock) changed the repository behind the view.
-  QPointer<RepositoryView> repository = context.repository;
+  QPointer<JelvDocument> repository = context.repository;
   QObject::connect(sheet, &ErrorWindowController::repositoryChanged, sheet, [repository] {
     if (repository && repository->controller()) repository->controller()->invalidate(Subdomain::all());
   });
@@ -50,7 +50,7 @@ void run(const CommandContext& context, const QString& name, Subdomain changed, 
          std::function<void(const GitVoidResult&)> after, std::function<bool(const ResultError&)> handle) {
   const std::shared_ptr<JobQueue> queue = context.queue();
   if (!queue) return;
-  QPointer<RepositoryView> guard = context.repository;
+  QPointer<JelvDocument> guard = context.repository;
   queue->schedule(Job::make(name, Job::Show{3}, Job::ProgressType::infinite,
                             [context, guard, changed, work = std::move(work), after = std::move(after), handle = std::move(handle)](JobProgress& progress) {
                               GitVoidResult result = work(progress);

@@ -19,7 +19,7 @@
 #include "Commands/UnsetUpstreamCommand.h"
 #include "Commands/CheckoutBranchCommand.h"
 #include "Commands/OperationControlCommand.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Models/LocalBranch.h"
 #include "Commands/RevisionFileCommands.h"
 #include "Commands/ShowBlameSheetCommand.h"

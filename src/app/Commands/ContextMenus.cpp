@@ -2,7 +2,7 @@
 
 #include <QTreeWidgetItem>
 
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Models/RemoteBranch.h"
 #include "Repository/RepositoryController.h"
@@ -71,7 +71,7 @@ QStringList ContextMenus::forSidebarItem(const QTreeWidgetItem* item) {
   }
 }
 
-CommandContext ContextMenus::contextForSidebarItem(RepositoryView* repository, const QTreeWidgetItem* item) {
+CommandContext ContextMenus::contextForSidebarItem(JelvDocument* repository, const QTreeWidgetItem* item) {
   CommandContext context;
   context.repository = repository;
   context.window = repository ? repository->window() : nullptr;

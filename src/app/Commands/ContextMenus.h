@@ -17,5 +17,5 @@ struct ContextMenus {
   static QStringList section(const QString& title);  // "Branches", "Remotes", ...
   // The sidebar's commands for the entry, and the context they run with.
   static QStringList forSidebarItem(const QTreeWidgetItem* item);
-  static CommandContext contextForSidebarItem(RepositoryView* repository, const QTreeWidgetItem* item);
+  static CommandContext contextForSidebarItem(JelvDocument* repository, const QTreeWidgetItem* item);
 };

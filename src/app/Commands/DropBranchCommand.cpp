@@ -4,7 +4,7 @@
 #include <QPushButton>
 
 #include "Commands/CommandFlow.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Git/Commands/Merge/MergeGitCommand.h"
 #include "Git/Commands/Merge/RebaseGitCommand.h"
 #include "Models/LocalBranch.h"

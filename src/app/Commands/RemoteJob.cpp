@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 
 #include "Commands/CommandFlow.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
 #include "Jobs/QueuedCall.h"
@@ -15,7 +15,7 @@ void schedule(const CommandContext& context, const QString& name, Subdomain chan
               std::function<void(const GitVoidResult&)> after) {
   const std::shared_ptr<JobQueue> queue = context.queue();
   if (!queue) return;
-  QPointer<RepositoryView> guard = context.repository;
+  QPointer<JelvDocument> guard = context.repository;
   queue->schedule(Job::make(name, Job::Show::everywhere(), Job::ProgressType::progress,
                             [context, guard, changed, work = std::move(work), after = std::move(after)](JobProgress& progress) {
                               GitVoidResult result = work(progress);

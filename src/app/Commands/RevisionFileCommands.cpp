@@ -11,7 +11,7 @@
 
 #include "Commands/CommandFlow.h"
 #include "Controllers/CommitList/CommitListView.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Git/Commands/WorkingDirectory/CheckoutFileVersionGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"

@@ -2,7 +2,7 @@
 
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/History/BlameWindowController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
 void ShowBlameSheetCommand::execute(const CommandContext& context) {
   if (context.paths.isEmpty()) return;
@@ -11,7 +11,7 @@ void ShowBlameSheetCommand::execute(const CommandContext& context) {
 
 void ShowBlameSheetCommand::open(const CommandContext& context, const QString& sha, const QString& path) {
   if (!context.repository) return;
-  QPointer<RepositoryView> repository = context.repository;
+  QPointer<JelvDocument> repository = context.repository;
   auto* window = new BlameWindowController(
       context.module(), context.queue(),
       [repository](const QString& selected) {

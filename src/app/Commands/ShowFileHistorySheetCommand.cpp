@@ -3,11 +3,11 @@
 #include "Commands/ShowBlameSheetCommand.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/History/FileHistoryWindowController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
 void ShowFileHistorySheetCommand::execute(const CommandContext& context) {
   if (!context.repository || context.paths.isEmpty()) return;
-  QPointer<RepositoryView> repository = context.repository;
+  QPointer<JelvDocument> repository = context.repository;
   FileHistoryWindowController::Actions actions;
   actions.selectRevision = [repository](const QString& sha) {
     if (!repository) return;

@@ -3,7 +3,7 @@
 #include "Commands/CommandFlow.h"
 #include "Controllers/MergeConflicts/MergeConflictSheetController.h"
 #include "Controllers/MergeConflicts/MergeConflictViewController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
 void ShowResolveConflictsSheetCommand::execute(const CommandContext& context) {
   if (context.paths.isEmpty()) return;

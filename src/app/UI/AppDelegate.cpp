@@ -6,7 +6,7 @@
 
 #include "Commands/ShowAskPassSheetCommand.h"
 #include "Logging/AdvancedLogger.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Services/AskPass/AskPassBridge.h"
 #include "Services/AutomaticBackgroundFetchManager.h"
 #include "Models/AppSettings.h"
@@ -100,9 +100,9 @@ void AppDelegate::startAutomaticFetch() {
         for (JelvMainWindow* window : documents->windows()) {
           for (int i = 0; i < window->tabCount(); ++i) {
             JelvWindowController* tab = window->tab(i);
-            if (!tab || !tab->repositoryController()) continue;
+            if (!tab || !tab->document()) continue;
             QPointer<JelvWindowController> guard(tab);
-            targets.push_back({tab->repositoryController()->controller(), tab->jobQueue(), [documents, guard] {
+            targets.push_back({tab->document()->controller(), tab->jobQueue(), [documents, guard] {
                                  JelvMainWindow* front = documents->frontWindow();
                                  return guard && front && front->currentTab() == guard.data();
                                }});

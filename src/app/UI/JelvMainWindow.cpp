@@ -19,7 +19,7 @@
 #include <QToolButton>
 
 #include "Controllers/CommitList/CommitListDisplayController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Jobs/ExportProfilingDataCommand.h"
 #include "Jobs/JobQueue.h"
 #include "UI/AboutWindow.h"
@@ -138,7 +138,7 @@ void JelvMainWindow::buildMenus() {
   connect(view, &QMenu::aboutToShow, this, [this, view] {
     delete view->findChild<QMenu*>(QStringLiteral("commitListDisplay"), Qt::FindDirectChildrenOnly);
     const JelvWindowController* front = currentTab();
-    RepositoryView* repository = front ? front->repositoryController() : nullptr;
+    JelvDocument* repository = front ? front->document() : nullptr;
     if (!repository) return;
     QMenu* display = repository->displayController()->displayMenu(view);
     display->setObjectName(QStringLiteral("commitListDisplay"));

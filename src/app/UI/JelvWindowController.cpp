@@ -15,7 +15,7 @@
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
 #include "Commands/ShowInFolderCommand.h"
 #include "Controllers/RepositoryManager/RepositoryManagerController.h"
@@ -95,22 +95,22 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   delete openingLabel_;
   openingLabel_ = nullptr;
   buildToolbar();
-  repositoryController_ = new RepositoryView(module, jobQueue_, this);
-  connect(repositoryController_, &RepositoryView::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
-  layout_->addWidget(repositoryController_, 1);
+  document_ = new JelvDocument(module, jobQueue_, this);
+  connect(document_, &JelvDocument::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
+  layout_->addWidget(document_, 1);
   auto markPage = [this] {
-    RepositorySidebar* sidebar = repositoryController_->sidebar();
+    RepositorySidebar* sidebar = document_->sidebar();
     const bool changes = sidebar->currentItem() && sidebar->currentItem() == sidebar->localChangesItem();
     if (QAction* page = findChild<QAction*>(changes ? QStringLiteral("localChangesAction") : QStringLiteral("historyAction"))) {
       page->setChecked(true);
     }
   };
-  connect(repositoryController_->sidebar(), &QTreeWidget::currentItemChanged, this, markPage);
+  connect(document_->sidebar(), &QTreeWidget::currentItemChanged, this, markPage);
   markPage();
-  connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
-  connect(repositoryController_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
-  connect(repositoryController_->controller(), &RepositoryController::behindAheadInfoUpdated, this, &JelvWindowController::updateRemoteCounts);
-  connect(repositoryController_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateRemoteCounts);
+  connect(document_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
+  connect(document_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
+  connect(document_->controller(), &RepositoryController::behindAheadInfoUpdated, this, &JelvWindowController::updateRemoteCounts);
+  connect(document_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateRemoteCounts);
   updateCommandActions();
   updateTitle();
 }
@@ -132,14 +132,14 @@ void JelvWindowController::buildToolbar() {
     return action;
   };
   add(QStringLiteral("refreshAction"), tr("Refresh"), QStyle::SP_BrowserReload, tr("Read the repository again (Ctrl+R)"),
-      [this] { repositoryController_->refresh(); });
+      [this] { document_->refresh(); });
   toolbar_->addSeparator();
   QAction* localChanges = add(QStringLiteral("localChangesAction"), tr("Local Changes"), QStyle::SP_FileDialogDetailedView,
                               tr("Show the working tree's changes"), [this] {
-                                repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->localChangesItem());
+                                document_->sidebar()->setCurrentItem(document_->sidebar()->localChangesItem());
                               });
   QAction* history = add(QStringLiteral("historyAction"), tr("History"), QStyle::SP_FileDialogListView, tr("Show all commits"), [this] {
-    repositoryController_->sidebar()->setCurrentItem(repositoryController_->sidebar()->allCommitsItem());
+    document_->sidebar()->setCurrentItem(document_->sidebar()->allCommitsItem());
   });
   // Keys for the toolbar's own actions, anywhere in the tab; the Repository menu shows them.
   for (const auto& [action, keys] : {std::pair{localChanges, QStringLiteral("Ctrl+1")}, std::pair{history, QStringLiteral("Ctrl+2")}}) {
@@ -158,7 +158,7 @@ void JelvWindowController::buildToolbar() {
       tr("Open the working tree in the file manager"), [this] { ShowInFolderCommand::execute(this, path_); });
   QAction* activity = add(QStringLiteral("activityAction"), tr("Activity"), QStyle::SP_FileDialogInfoView,
                           tr("Show the running and finished operations of this tab"),
-                          [this] { repositoryController_->showActivityManager(); });
+                          [this] { document_->showActivityManager(); });
   for (const auto& [action, keys] : {std::pair{showInFolder, QStringLiteral("Ctrl+Shift+O")}, std::pair{activity, QStringLiteral("Ctrl+Shift+Y")}}) {
     action->setShortcut(QKeySequence(keys));
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -182,7 +182,7 @@ void JelvWindowController::buildCommandActions() {
     action->setProperty("inRepositoryMenu", (descriptor.places & CommandDescriptor::repositoryMenu) != 0);
     const QString identifier = descriptor.identifier;
     connect(action, &QAction::triggered, this, [this, identifier] {
-      if (repositoryController_) CommandTable::run(identifier, CommandContext::forRepository(repositoryController_));
+      if (document_) CommandTable::run(identifier, CommandContext::forRepository(document_));
     });
     addAction(action);
     commandActions_.push_back(action);
@@ -225,7 +225,7 @@ void JelvWindowController::addQuickMenu(QAction* action, const QString& identifi
 
 void JelvWindowController::updateRemoteCounts() {
   // Commits to pull and to push of the checked-out branch, on the two buttons.
-  const CommandContext context = CommandContext::forRepository(repositoryController_);
+  const CommandContext context = CommandContext::forRepository(document_);
   const LocalBranchPtr active = context.activeBranch();
   std::optional<BehindAheadInfo> info;
   if (active && context.controller()) info = context.controller()->behindAheadInfoCache().info(active->fullReference);
@@ -239,7 +239,7 @@ void JelvWindowController::updateRemoteCounts() {
 }
 
 void JelvWindowController::updateCommandActions() {
-  const CommandContext context = CommandContext::forRepository(repositoryController_);
+  const CommandContext context = CommandContext::forRepository(document_);
   for (QAction* action : commandActions_) {
     QString identifier = action->objectName();
     identifier.chop(int(qstrlen("Action")));

@@ -14,7 +14,7 @@
 
 class AppSettings;
 class JobQueue;
-class RepositoryView;
+class JelvDocument;
 class QAction;
 class QLabel;
 class QToolBar;
@@ -51,7 +51,7 @@ class JelvWindowController : public QWidget {
   QString repositoryPath() const;
   std::optional<GitModule> gitModule() const { return module_; }
   const std::shared_ptr<JobQueue>& jobQueue() const { return jobQueue_; }
-  RepositoryView* repositoryController() const { return repositoryController_; }
+  JelvDocument* document() const { return document_; }
   QWidget* repositoryManagerController() const { return repositoryManagerController_; }
   QToolBar* toolbar() const { return toolbar_; }
   // The tab's actions of the command table, in table order; the Repository menu lists them.
@@ -91,7 +91,7 @@ class JelvWindowController : public QWidget {
   AppSettings* registry_ = nullptr;
   QVBoxLayout* layout_ = nullptr;
   QWidget* repositoryManagerController_ = nullptr;
-  RepositoryView* repositoryController_ = nullptr;
+  JelvDocument* document_ = nullptr;
   QLabel* openingLabel_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   std::vector<QAction*> commandActions_;

@@ -13,7 +13,7 @@
 #include "Commands/CommandTable.h"
 #include "Commands/ContextMenus.h"
 #include "Controllers/Repository/NotificationBar.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controls/GitOutputView.h"
 #include "Controllers/Sheets/OperationSheetController.h"
@@ -43,7 +43,7 @@ T* waitForTopLevel(const QString& objectName) {
 }
 
 // Waits until the repository has read everything again after an operation.
-bool settle(RepositoryView& view, const std::function<bool()>& done) {
+bool settle(JelvDocument& view, const std::function<bool()>& done) {
   return QTest::qWaitFor([&] { return !view.controller()->isRefreshing() && done(); }, 20000);
 }
 
@@ -63,15 +63,15 @@ class BranchMenus : public ::testing::Test {
     repo.commitFile(q("file.txt"), "one\nTOPIC\n", q("topic change"));
     repo.git({q("checkout"), q("-q"), q("main")});
     repo.commitFile(q("file.txt"), "one\nMAIN\n", q("main change"));
-    view = std::make_unique<RepositoryView>(repo.module(), std::make_shared<JobQueue>());
+    view = std::make_unique<JelvDocument>(repo.module(), std::make_shared<JobQueue>());
     view->resize(1200, 800);
     view->show();
-    QSignalSpy loaded(view.get(), &RepositoryView::snapshotLoaded);
+    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
     ASSERT_TRUE(loaded.wait(20000));
   }
 
   TempRepository repo;
-  std::unique_ptr<RepositoryView> view;
+  std::unique_ptr<JelvDocument> view;
 };
 
 }  // namespace

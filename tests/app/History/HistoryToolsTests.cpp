@@ -22,7 +22,7 @@
 #include "Controllers/History/BlameWindowController.h"
 #include "Controllers/History/FileHistoryWindowController.h"
 #include "Controllers/History/RevisionFileTreeTabController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Search/RevisionSearchBar.h"
 #include "Controllers/Search/RevisionSearchController.h"
 #include "Controllers/Search/RevisionSearchResultsView.h"
@@ -49,7 +49,7 @@ struct OpenRepository {
   explicit OpenRepository(const TempRepository& repo) : view(repo.module(), std::make_shared<JobQueue>()) {
     view.resize(1200, 800);
     view.show();
-    QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
+    QSignalSpy loaded(&view, &JelvDocument::snapshotLoaded);
     EXPECT_TRUE(loaded.wait(20000));
   }
   CommandContext context(const QString& path) {
@@ -63,7 +63,7 @@ struct OpenRepository {
     const auto windows = view.findChildren<Window*>(QString::fromLatin1(name));
     return windows.isEmpty() ? nullptr : windows.back();
   }
-  RepositoryView view;
+  JelvDocument view;
 };
 
 QStringList markedSubjects(CommitListView* list) {
@@ -79,7 +79,7 @@ TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
   TempRepository repo;
   buildHistory(repo);
   OpenRepository open(repo);
-  RepositoryView& view = open.view;
+  JelvDocument& view = open.view;
   view.searchController()->setDelay(0);
   QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
   RevisionSearchBar* bar = view.searchBar();
@@ -128,7 +128,7 @@ TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
   ASSERT_EQ(guide->childCount(), 1);
   EXPECT_EQ(RevisionSearchResultsView::pathOf(guide->child(0)), QStringLiteral("docs/guide.txt"));
   view.commitList()->selectRow(0);
-  QSignalSpy details(&view, &RepositoryView::commitDetailsLoaded);
+  QSignalSpy details(&view, &JelvDocument::commitDetailsLoaded);
   results->setCurrentItem(guide->child(0));
   EXPECT_EQ(view.commitList()->currentRevision()->message(), QStringLiteral("Write the guide"));
   ASSERT_TRUE(details.wait(20000));
@@ -262,7 +262,7 @@ TEST(HistoryTools, TheFilesOfACommitOpenFolderByFolder) {
   TempRepository repo;
   buildHistory(repo);
   OpenRepository open(repo);
-  RepositoryView& view = open.view;
+  JelvDocument& view = open.view;
   const QString second = repo.git({"rev-parse", "HEAD~3"}).trimmed();
   ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(second)));
   CommandTable::run("browseFiles", CommandContext::forRepository(&view));

@@ -8,7 +8,7 @@
 
 #include "Controllers/CommitList/CommitListView.h"
 #include "ViewTestSupport.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
@@ -40,22 +40,22 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   repo.commitFile(QStringLiteral("a.txt"), text, QStringLiteral("first"));
   repo.commitFile(QStringLiteral("a.txt"), text.replace("line 10\n", "line ten\n"), QStringLiteral("second"));
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 2);
   if (view.diffView()->rows().empty()) {
-    ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+    ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
   }
   const size_t withContext = view.diffView()->rows().size();
 
   prefs.setValue(QStringLiteral("contextSize"), 0);
   PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
-  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
   EXPECT_LT(view.diffView()->rows().size(), withContext);
 
   prefs.setValue(QStringLiteral("diffShowEntireFile"), true);
   PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
-  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
   EXPECT_GT(view.diffView()->rows().size(), withContext);
   prefs.remove(QStringLiteral("diffShowEntireFile"));
   prefs.remove(QStringLiteral("contextSize"));
@@ -103,7 +103,7 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   repo.git({"tag", "v1.0"});
   repo.commitFile(QStringLiteral("a.txt"), "3\n", QStringLiteral("Main: bump version"));
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view, {1400, 820}));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 6);
   ASSERT_TRUE(QTest::qWaitFor([&] { return view.revisionHeader()->toPlainText().contains(QStringLiteral("bump version")); }, 20000));
@@ -128,12 +128,12 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
   // A new commit on main arrives with the next refresh; the filter still holds.
   repo.commitFile(QStringLiteral("a.txt"), "4\n", QStringLiteral("Main: more work"));
   view.refresh();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::snapshotLoaded));
   EXPECT_EQ(sorted(subjects(*view.commitList())), sorted(filtered));
   EXPECT_TRUE(view.sidebar()->content().references.starred.contains(QStringLiteral("refs/heads/topic")));
   if (qEnvironmentVariableIsSet("JELV_SCREENSHOT_DIR")) {
     view.sidebar()->expandAll();
-    QSignalSpy diff(&view, &RepositoryView::diffLoaded);
+    QSignalSpy diff(&view, &JelvDocument::diffLoaded);
     view.commitList()->selectRow(1);
     diff.wait(10000);
     screenshot(&view, QStringLiteral("commit-list-filtered"));
@@ -159,7 +159,7 @@ TEST(RepositoryViewFollow, CommitsAheadAndBehindTheUpstreamAreMarkedFromTheRefre
   repo.git({"config", "branch.main.remote", "origin"});
   repo.git({"config", "branch.main.merge", "refs/heads/main"});
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view, {1200, 500}));
   const CommitListModel& model = *view.commitList()->commitModel();
   QMap<QString, AheadBehindState> states;

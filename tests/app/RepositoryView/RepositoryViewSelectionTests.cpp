@@ -7,7 +7,7 @@
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "ViewTestSupport.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controls/ChangedFilesView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
@@ -37,7 +37,7 @@ TEST(RepositoryViewSelection, OpensOnTheCheckedOutCommitAndComparesTwoCommits) {
   for (int i = 0; i < 60; ++i) script += "commit refs/heads/ahead\ncommitter C <c@x> " + QByteArray::number(1800000000 + i) + " +0000\ndata 5\nahead\n";
   repo.gitBytes({"fast-import", "--quiet"}, script);
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view, {1200, 760}));
   CommitListView* list = view.commitList();
   ASSERT_TRUE(list->currentRevision());
@@ -48,12 +48,12 @@ TEST(RepositoryViewSelection, OpensOnTheCheckedOutCommitAndComparesTwoCommits) {
 
   // The newest and the oldest of the three: the files of both commits after the first.
   const int older = *list->commitModel()->row(*Sha::fromHex(first));
-  QSignalSpy details(&view, &RepositoryView::commitDetailsLoaded);
+  QSignalSpy details(&view, &JelvDocument::commitDetailsLoaded);
   list->selectionModel()->select(list->commitModel()->index(older, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
   ASSERT_TRUE(QTest::qWaitFor([&] { return paths(view.revisionFiles()->files()) == QStringList{"b.txt", "c.txt"}; }, 10000))
       << paths(view.revisionFiles()->files()).join(' ').toStdString();
   EXPECT_TRUE(view.revisionHeader()->toPlainText().contains(QStringLiteral("Changes between two commits")));
-  QSignalSpy diff(&view, &RepositoryView::diffLoaded);
+  QSignalSpy diff(&view, &JelvDocument::diffLoaded);
   ASSERT_TRUE(diff.wait(10000));
 
   // Back to one commit: its own files again.
@@ -72,10 +72,10 @@ TEST(RepositoryViewSelection, FirstParentModeClearsTheDiffOfACommitItHides) {
   repo.git({QStringLiteral("merge"), QStringLiteral("-q"), QStringLiteral("--no-ff"), QStringLiteral("-m"), QStringLiteral("merge"), QStringLiteral("side")});
   repo.git({QStringLiteral("branch"), QStringLiteral("-q"), QStringLiteral("-D"), QStringLiteral("side")});
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view, {1200, 760}));
   ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(side)));
-  QSignalSpy diff(&view, &RepositoryView::diffLoaded);
+  QSignalSpy diff(&view, &JelvDocument::diffLoaded);
   ASSERT_TRUE(diff.wait(10000));
   EXPECT_TRUE(view.diffPane()->message().isEmpty());
 

@@ -17,7 +17,7 @@
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "ViewTestSupport.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/RevisionDetails/RevisionHeaderView.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Controls/ChangedFilesView.h"
@@ -48,10 +48,10 @@ void buildHistory(TempRepository& repo) {
 
 }  // namespace
 
-TEST(RepositoryView, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
+TEST(JelvDocument, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
   TempRepository repo;
   buildHistory(repo);
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
 
   EXPECT_EQ(view.localChangesView()->diffPane()->message(), QStringLiteral("No local changes"));
@@ -71,19 +71,19 @@ TEST(RepositoryView, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
   // HEAD is selected on load; its details and files follow.
   ASSERT_TRUE(view.commitList()->currentRevision());
   if (view.revisionFiles()->files().empty()) {
-    ASSERT_TRUE(waitFor(view, &RepositoryView::commitDetailsLoaded));
+    ASSERT_TRUE(waitFor(view, &JelvDocument::commitDetailsLoaded));
   }
   EXPECT_TRUE(view.revisionHeader()->toPlainText().contains(QStringLiteral("Merge topic")));
 
   // Selecting the root shows its file as added.
   ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(repo.git({QStringLiteral("rev-list"), QStringLiteral("--max-parents=0"), QStringLiteral("HEAD")}).trimmed())));
-  ASSERT_TRUE(waitFor(view, &RepositoryView::diffLoaded));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
   ASSERT_EQ(view.revisionFiles()->files().size(), 1u);
   EXPECT_EQ(view.revisionFiles()->files()[0]->path, QStringLiteral("a.txt"));
   EXPECT_EQ(view.diffView()->document()->findBlockByNumber(1).text(), QStringLiteral("+one"));
 }
 
-TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
+TEST(JelvDocument, LocalChangesAndAMergeInProgress) {
   TempRepository repo;
   buildHistory(repo);
   repo.git({QStringLiteral("checkout"), QStringLiteral("-q"), QStringLiteral("-b"), QStringLiteral("other"), QStringLiteral("HEAD~2")});
@@ -92,7 +92,7 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   repo.git({QStringLiteral("merge"), QStringLiteral("other")}, true);  // conflicts
   repo.writeFile(QStringLiteral("new file é.txt"), "fresh\n");
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
   EXPECT_FALSE(view.notificationBar()->isHidden());
   EXPECT_FALSE(view.notificationBar()->message().isEmpty());
@@ -124,15 +124,15 @@ TEST(RepositoryView, LocalChangesAndAMergeInProgress) {
   EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/new file é.txt")));
 }
 
-TEST(RepositoryView, AFolderThatIsNoRepositoryReportsAnError) {
+TEST(JelvDocument, AFolderThatIsNoRepositoryReportsAnError) {
   QTemporaryDir dir;
-  RepositoryView view(GitModule{dir.path(), dir.path() + QStringLiteral("/.git"), std::nullopt}, std::make_shared<JobQueue>());
-  QSignalSpy failed(&view, &RepositoryView::loadFailed);
+  JelvDocument view(GitModule{dir.path(), dir.path() + QStringLiteral("/.git"), std::nullopt}, std::make_shared<JobQueue>());
+  QSignalSpy failed(&view, &JelvDocument::loadFailed);
   ASSERT_TRUE(failed.wait(20000));
   EXPECT_FALSE(failed.at(0).at(0).toString().isEmpty());
 }
 
-TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
+TEST(JelvDocument, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   TempRepository repo;
   repo.commitFile(QStringLiteral("readme.txt"), "hello\n", QStringLiteral("Initial"));
   QImage image(40, 30, QImage::Format_RGB32);
@@ -146,7 +146,7 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   for (int i = 0; i < 60000; ++i) big += "line " + QByteArray::number(i) + " of a long generated file\n";
   repo.commitFile(QStringLiteral("big.txt"), big, QStringLiteral("Add big file"));
 
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
   // HEAD adds a text file too large to render at once: the pane offers to load it.
   FileDiffView* pane = view.diffPane();
@@ -181,16 +181,16 @@ TEST(RepositoryView, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   EXPECT_GT(local->diffView()->document()->blockCount(), 60000);
 }
 
-TEST(RepositoryView, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) {
+TEST(JelvDocument, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) {
   TempRepository repo;
   repo.commitFile(QStringLiteral("a.txt"), "one\n", QStringLiteral("Initial"));
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
   ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 1);
 
   repo.commitFile(QStringLiteral("b.txt"), "two\n", QStringLiteral("From the terminal"));
   view.refresh();
-  ASSERT_TRUE(waitFor(view, &RepositoryView::snapshotLoaded));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::snapshotLoaded));
   EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 2);
   EXPECT_EQ(view.commitList()->commitModel()->revision(0)->message(), QStringLiteral("From the terminal"));
 
@@ -205,12 +205,12 @@ TEST(RepositoryView, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) 
   EXPECT_EQ(files[0]->path, QStringLiteral("a.txt"));
 }
 
-TEST(RepositoryView, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyItsPaths) {
+TEST(JelvDocument, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyItsPaths) {
   TempRepository repo;
   buildHistory(repo);
   repo.writeFile(QStringLiteral("a.txt"), "changed\n");
   repo.writeFile(QStringLiteral("b.txt"), "new\n");
-  RepositoryView view(repo.module(), std::make_shared<JobQueue>());
+  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
   view.showLocalChanges();
   StageFileViewController* local = view.localChangesView();

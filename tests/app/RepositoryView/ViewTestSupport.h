@@ -2,17 +2,17 @@
 // A repository's view as its tab shows it, and waits for what it reports.
 #include <QSignalSpy>
 
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
-inline bool waitFor(RepositoryView& view, void (RepositoryView::*signal)()) {
+inline bool waitFor(JelvDocument& view, void (JelvDocument::*signal)()) {
   QSignalSpy spy(&view, signal);
   return spy.wait(20000);
 }
 
 // Shows the view at that size and waits for its first snapshot.
-inline bool showLoaded(RepositoryView& view, QSize size = {1200, 800}) {
+inline bool showLoaded(JelvDocument& view, QSize size = {1200, 800}) {
   view.resize(size);
-  QSignalSpy loaded(&view, &RepositoryView::snapshotLoaded);
+  QSignalSpy loaded(&view, &JelvDocument::snapshotLoaded);
   view.show();
   return loaded.wait(20000) || !loaded.isEmpty();
 }

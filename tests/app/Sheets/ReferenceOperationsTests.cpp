@@ -17,7 +17,7 @@
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Sheets/CreateTagController.h"
 #include "Controllers/Sheets/RemoteController.h"
 #include "Controllers/Sheets/StashSheetController.h"
@@ -51,7 +51,7 @@ bool confirm(QWidget& window) {
 class ReferenceOperationsTest : public ::testing::Test {
  protected:
   void open() {
-    view_ = std::make_unique<RepositoryView>(repo_.module(), std::make_shared<JobQueue>());
+    view_ = std::make_unique<JelvDocument>(repo_.module(), std::make_shared<JobQueue>());
     view_->resize(1200, 800);
     view_->show();
     ASSERT_TRUE(QTest::qWaitFor([&] { return view_->controller()->repositoryData() && view_->controller()->repositoryStatus(); }, 20000));
@@ -68,7 +68,7 @@ class ReferenceOperationsTest : public ::testing::Test {
   }
 
   TempRepository repo_;
-  std::unique_ptr<RepositoryView> view_;
+  std::unique_ptr<JelvDocument> view_;
 };
 
 }  // namespace

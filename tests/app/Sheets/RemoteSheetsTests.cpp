@@ -26,7 +26,7 @@
 #include "Controllers/Sheets/PullWindowController.h"
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controls/SpellChecking/SpellCheckedLineEdit.h"
 #include "Controllers/Sheets/AskPassController.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
@@ -73,10 +73,10 @@ class RemoteSheets : public ::testing::Test {
     upstream.git({QStringLiteral("tag"), QStringLiteral("v1")});
     upstream.git({QStringLiteral("push"), QStringLiteral("-q"), QStringLiteral("origin"), QStringLiteral("main"), QStringLiteral("v1")});
     runProgram(QStringLiteral("git"), {QStringLiteral("clone"), QStringLiteral("-q"), server.url(QStringLiteral("project.git"), true), local.path()});
-    view = std::make_unique<RepositoryView>(local.module(), queue);
+    view = std::make_unique<JelvDocument>(local.module(), queue);
     view->resize(1000, 700);
     view->show();
-    QSignalSpy loaded(view.get(), &RepositoryView::snapshotLoaded);
+    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
     ASSERT_TRUE(loaded.wait(20000));
   }
   void TearDown() override {
@@ -109,7 +109,7 @@ class RemoteSheets : public ::testing::Test {
   TempRepository upstream;
   TempRepository local{false, QStringLiteral("local")};
   std::shared_ptr<JobQueue> queue = std::make_shared<JobQueue>();
-  std::unique_ptr<RepositoryView> view;
+  std::unique_ptr<JelvDocument> view;
 };
 
 }  // namespace

@@ -12,7 +12,7 @@
 #include "Commands/CommandTable.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controls/ChangedFilesView.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
@@ -162,9 +162,9 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   documents.openRepository(alpha.path());
   ASSERT_TRUE(opened.wait(20000));
   JelvWindowController* tab = documents.windows().first()->tab(0);
-  RepositoryView* view = tab->repositoryController();
+  JelvDocument* view = tab->document();
   ASSERT_TRUE(view);
-  QSignalSpy loaded(view, &RepositoryView::snapshotLoaded);
+  QSignalSpy loaded(view, &JelvDocument::snapshotLoaded);
   ASSERT_TRUE(loaded.wait(20000));
 
   ASSERT_TRUE(tab->toolbar());
@@ -242,14 +242,14 @@ TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
   JelvMainWindow* first = openAll(documents, {alpha.path(), beta.path()});
   ASSERT_TRUE(first);
   JelvWindowController* moved = first->tab(0);
-  RepositoryView* view = moved->repositoryController();
+  JelvDocument* view = moved->document();
   auto job = scheduleWaitingJob(*moved->jobQueue());
 
   JelvMainWindow* second = documents.moveTabToNewWindow(moved);
   ASSERT_NE(second, first);
   EXPECT_EQ(tabTitles(*first), QStringList{"beta"});
   ASSERT_EQ(second->tab(0), moved);
-  EXPECT_EQ(moved->repositoryController(), view);
+  EXPECT_EQ(moved->document(), view);
   EXPECT_FALSE(job->progress().isCanceled());
   EXPECT_EQ(second->windowTitle(), QStringLiteral("alpha — Jelv"));
   // Requests of the moved tab now reach its new window.

@@ -6,7 +6,7 @@
 
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Models/WindowSession.h"
 #include "ShellTestSupport.h"
 #include "UI/JelvMainWindow.h"
@@ -33,7 +33,7 @@ TEST_F(SubmoduleTab, SubmoduleOfLocalChangesOpensInANewTab) {
   JelvMainWindow* window = openAll(documents, {app.path()});
   ASSERT_TRUE(window);
   ASSERT_EQ(window->tabCount(), 1);
-  StageFileViewController* changes = window->tab(0)->repositoryController()->localChangesView();
+  StageFileViewController* changes = window->tab(0)->document()->localChangesView();
   changes->reload();
   // A status read before the repository's first read knows no submodules yet.
   ASSERT_TRUE(QTest::qWaitFor(

@@ -3,7 +3,7 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "ShellTestSupport.h"
 #include "UI/JelvDocumentController.h"
@@ -24,7 +24,7 @@ TEST_F(ToolbarPage, ThePageOnScreenIsChecked) {
   auto* changes = tab->findChild<QAction*>(QStringLiteral("localChangesAction"));
   auto* history = tab->findChild<QAction*>(QStringLiteral("historyAction"));
   ASSERT_TRUE(changes && history);
-  RepositorySidebar* sidebar = tab->repositoryController()->sidebar();
+  RepositorySidebar* sidebar = tab->document()->sidebar();
   ASSERT_TRUE(QTest::qWaitFor([&] { return sidebar->localChangesItem() && sidebar->allCommitsItem(); }, 10000));
 
   sidebar->setCurrentItem(sidebar->localChangesItem());

@@ -4,9 +4,9 @@
 
 #include "Commands/CommandTable.h"
 #include "Commands/RevisionFileCommands.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
-QMenu* RevisionFilesMenu::make(RepositoryView* repository, const RevisionPtr& revision, const ChangedFilePtr& file) {
+QMenu* RevisionFilesMenu::make(JelvDocument* repository, const RevisionPtr& revision, const ChangedFilePtr& file) {
   auto* menu = new QMenu(repository);
   menu->setObjectName(QStringLiteral("revisionFilesMenu"));
   CommandContext context = CommandContext::forRepository(repository);

@@ -7,10 +7,10 @@
 #include "Models/ChangedFile.h"
 #include "Models/Revision.h"
 
-class RepositoryView;
+class JelvDocument;
 class QMenu;
 
 struct RevisionFilesMenu {
   // Filled for `file` of `revision`; owned by the caller.
-  static QMenu* make(RepositoryView* repository, const RevisionPtr& revision, const ChangedFilePtr& file);
+  static QMenu* make(JelvDocument* repository, const RevisionPtr& revision, const ChangedFilePtr& file);
 };

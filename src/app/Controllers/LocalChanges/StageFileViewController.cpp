@@ -25,7 +25,7 @@
 
 #include "Commands/CommandTable.h"
 #include "Commands/ShowInFolderCommand.h"
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 #include "Controllers/LocalChanges/CommitController.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/QueuedWork.h"
@@ -490,9 +490,9 @@ void StageFileViewController::discard(const ChangedFileList& files) {
 
 void StageFileViewController::addStashAction(QMenu* menu, const ChangedFileList& chosen) {
   QWidget* ancestor = parentWidget();
-  while (ancestor && !qobject_cast<RepositoryView*>(ancestor)) ancestor = ancestor->parentWidget();
+  while (ancestor && !qobject_cast<JelvDocument*>(ancestor)) ancestor = ancestor->parentWidget();
   if (!ancestor) return;
-  CommandContext context = CommandContext::forRepository(static_cast<RepositoryView*>(ancestor));
+  CommandContext context = CommandContext::forRepository(static_cast<JelvDocument*>(ancestor));
   context.revisions.clear();
   for (const ChangedFilePtr& file : chosen) {
     if (!context.paths.contains(file->path)) context.paths << file->path;
@@ -579,7 +579,7 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
     connect(openWithMenu, &QMenu::aboutToShow, this, [this, openWithMenu, file] { fillOpenWithMenu(openWithMenu, file); });
     menu->addAction(tr("External Diff"), this, [this, file] { externalDiff(file); });
     // Who changed its lines and when, as of the checked-out commit.
-    RepositoryView* repository = repositoryView();
+    JelvDocument* repository = document();
     if (repository && file->tracked && !file->isNew) {
       CommandContext context = CommandContext::forRepository(repository);
       context.revisions.clear();
@@ -590,7 +590,7 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
   }
   // A folder row of the tree: the history of everything under it (the slash says folder).
   if (const QString folder = list->selectedFolder(); !folder.isEmpty()) {
-    if (RepositoryView* repository = repositoryView()) {
+    if (JelvDocument* repository = document()) {
       CommandContext context = CommandContext::forRepository(repository);
       context.revisions.clear();
       context.paths = {folder + QLatin1Char('/')};
@@ -612,9 +612,9 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
   return menu;
 }
 
-RepositoryView* StageFileViewController::repositoryView() const {
+JelvDocument* StageFileViewController::document() const {
   for (QObject* ancestor = parent(); ancestor; ancestor = ancestor->parent()) {
-    if (auto* repository = qobject_cast<RepositoryView*>(ancestor)) return repository;
+    if (auto* repository = qobject_cast<JelvDocument*>(ancestor)) return repository;
   }
   return nullptr;
 }

@@ -126,7 +126,7 @@ class StageFileViewController : public QWidget {
   void showContextMenu(FileListViewController* list, const QPoint& position);
   void fillOpenWithMenu(QMenu* menu, const ChangedFilePtr& file);
   // The repository tab this page belongs to; null outside one.
-  class RepositoryView* repositoryView() const;
+  class JelvDocument* document() const;
   void showToolFailure(const QString& text);
   ChangedFileList selection(FileListViewController* list) const;
 

@@ -1,4 +1,4 @@
-#include "Controllers/Repository/RepositoryView.h"
+#include "UI/JelvDocument.h"
 
 #include <QApplication>
 #include <QDir>
@@ -61,8 +61,8 @@ struct CommitContent {
 }  // namespace
 
 template <typename T>
-std::shared_ptr<Job> RepositoryView::run(const QString& name, int show, std::function<T(JobProgress&)> work, std::function<void(T)> done) {
-  QPointer<RepositoryView> guard(this);
+std::shared_ptr<Job> JelvDocument::run(const QString& name, int show, std::function<T(JobProgress&)> work, std::function<void(T)> done) {
+  QPointer<JelvDocument> guard(this);
   auto job = Job::make(name, Job::Show{show}, Job::ProgressType::infinite, [guard, work = std::move(work), done = std::move(done)](JobProgress& progress) {
     T result = work(progress);
     if (progress.isCanceled()) return;
@@ -76,7 +76,7 @@ std::shared_ptr<Job> RepositoryView::run(const QString& name, int show, std::fun
   return job;
 }
 
-RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent)
+JelvDocument::JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent)
     : QWidget(parent), module_(module), queue_(std::move(queue)) {
   controller_ = new RepositoryController(module_, queue_, this);
   auto& prefs = Preferences::shared();
@@ -203,10 +203,10 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(commitList_, &CommitListView::currentRevisionChanged, this, [this](RevisionPtr revision) { loadCommit(revision); });
   // After the current commit's own load, which a click starts first.
   connect(commitList_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          [this] { QTimer::singleShot(0, this, &RepositoryView::showSelection); });
+          [this] { QTimer::singleShot(0, this, &JelvDocument::showSelection); });
   connect(commitList_, &CommitListView::loadAllRequested, controller_, &RepositoryController::loadWholeHistory);
   connect(revisionFiles_, &ChangedFilesView::currentFileChanged, this, [this](ChangedFilePtr file) { loadRevisionDiff(file); });
-  connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &RepositoryView::openSubmoduleRequested);
+  connect(localChanges_, &StageFileViewController::openSubmoduleRequested, this, &JelvDocument::openSubmoduleRequested);
   connect(localChanges_, &StageFileViewController::resolveConflictsRequested, this, [this](const QString& path) {
     CommandContext context = CommandContext::forRepository(this);
     context.paths = QStringList{path};
@@ -215,13 +215,13 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(header_, &RevisionHeaderView::parentRequested, this, [this](const QString& sha) {
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
-  connect(sidebar_, &RepositorySidebar::localChangesSelected, this, &RepositoryView::showLocalChanges);
-  connect(sidebar_, &RepositorySidebar::allCommitsSelected, this, &RepositoryView::showHistory);
+  connect(sidebar_, &RepositorySidebar::localChangesSelected, this, &JelvDocument::showLocalChanges);
+  connect(sidebar_, &RepositorySidebar::allCommitsSelected, this, &JelvDocument::showHistory);
   connect(sidebar_, &RepositorySidebar::commitRequested, this, [this](const QString& sha) {
     showHistory();
     if (auto parsed = Sha::fromHex(sha)) commitList_->selectSha(*parsed);
   });
-  connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &RepositoryView::showActivityManager);
+  connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &JelvDocument::showActivityManager);
   // The operations of the table: the sidebar's entries, a double-click, the commit list.
   connect(sidebar_, &RepositorySidebar::contextMenuOpening, this, [this](QMenu* menu, QTreeWidgetItem* item) {
     CommandTable::addActions(menu, ContextMenus::forSidebarItem(item), ContextMenus::contextForSidebarItem(this, item));
@@ -247,9 +247,9 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   connect(display_, &CommitListDisplayController::referenceSettingsChanged, this,
           [this] { controller_->invalidate(Subdomain::referenceSettings()); });
   followPreferences();
-  connect(controller_, &RepositoryController::repositoryDataUpdated, this, &RepositoryView::applyRepositoryData);
-  connect(controller_, &RepositoryController::repositoryStatusUpdated, this, &RepositoryView::applyRepositoryStatus);
-  connect(controller_, &RepositoryController::behindAheadInfoUpdated, this, &RepositoryView::updateSidebar);
+  connect(controller_, &RepositoryController::repositoryDataUpdated, this, &JelvDocument::applyRepositoryData);
+  connect(controller_, &RepositoryController::repositoryStatusUpdated, this, &JelvDocument::applyRepositoryStatus);
+  connect(controller_, &RepositoryController::behindAheadInfoUpdated, this, &JelvDocument::updateSidebar);
   connect(controller_, &RepositoryController::refreshFailed, this, [this](const QString& message) {
     Q_EMIT loadFailed(message);
     if (!controller_->repositoryData()) diffPane_->showMessage(tr("The repository could not be read: %1").arg(message));
@@ -261,10 +261,10 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   });
 
   auto* refreshShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+R")), this);
-  connect(refreshShortcut, &QShortcut::activated, this, &RepositoryView::refresh);
+  connect(refreshShortcut, &QShortcut::activated, this, &JelvDocument::refresh);
   auto* findShortcut = new QShortcut(QKeySequence::Find, this);
   search_ = new RevisionSearchController(searchBar_, searchResults_, commitList_, controller_, this);
-  connect(search_, &RevisionSearchController::fileRequested, this, &RepositoryView::showRevisionFile);
+  connect(search_, &RevisionSearchController::fileRequested, this, &JelvDocument::showRevisionFile);
   connect(findShortcut, &QShortcut::activated, this, [this] {
     showHistory();
     search_->activate();
@@ -274,31 +274,31 @@ RepositoryView::RepositoryView(const GitModule& module, std::shared_ptr<JobQueue
   refresh();
 }
 
-RepositoryView::~RepositoryView() {
+JelvDocument::~JelvDocument() {
   qApp->removeEventFilter(this);
   for (const auto& weak : {commitJob_, diffJob_}) {
     if (auto job = weak.lock()) job->progress().cancel();
   }
 }
 
-bool RepositoryView::eventFilter(QObject* watched, QEvent* event) {
+bool JelvDocument::eventFilter(QObject* watched, QEvent* event) {
   // The repository may have changed while another program had the focus.
   if (event->type() == QEvent::ApplicationActivate && loaded_ && isVisible()) refreshStatus();
   return QWidget::eventFilter(watched, event);
 }
 
-void RepositoryView::showEvent(QShowEvent* event) {
+void JelvDocument::showEvent(QShowEvent* event) {
   // Only the repository in front keeps its status current on its own.
   statusManager_->setRepository(controller_);
   QWidget::showEvent(event);
 }
 
-void RepositoryView::hideEvent(QHideEvent* event) {
+void JelvDocument::hideEvent(QHideEvent* event) {
   statusManager_->setRepository(nullptr);
   QWidget::hideEvent(event);
 }
 
-QString RepositoryView::repositoryLine() const {
+QString JelvDocument::repositoryLine() const {
   const QString folder = QDir(module_.repositoryPath).dirName();
   const RepositoryDataPtr& data = controller_->repositoryData();
   if (!data) return QStringLiteral("%1: loading...").arg(folder);
@@ -307,11 +307,11 @@ QString RepositoryView::repositoryLine() const {
   return QStringLiteral("%1: %2").arg(folder, active->name);
 }
 
-void RepositoryView::refresh() { controller_->refresh(); }
+void JelvDocument::refresh() { controller_->refresh(); }
 
-void RepositoryView::refreshStatus() { controller_->refreshStatus(); }
+void JelvDocument::refreshStatus() { controller_->refreshStatus(); }
 
-void RepositoryView::followPreferences() {
+void JelvDocument::followPreferences() {
   auto& notifier = PreferencesNotifier::shared();
   // Order and count shape the log read itself.
   connect(&notifier, &PreferencesNotifier::revisionOrderingChanged, this, [this] { controller_->invalidate(Subdomain::revisions()); });
@@ -322,7 +322,7 @@ void RepositoryView::followPreferences() {
   connect(&notifier, &PreferencesNotifier::diffIgnoreWhitespacesChanged, this, reloadDiff);
 }
 
-void RepositoryView::applyRepositoryData() {
+void JelvDocument::applyRepositoryData() {
   const RepositoryDataPtr& data = controller_->repositoryData();
   const bool first = !loaded_;
   loaded_ = true;
@@ -342,14 +342,14 @@ void RepositoryView::applyRepositoryData() {
   }
 }
 
-void RepositoryView::applyRepositoryStatus() {
+void JelvDocument::applyRepositoryStatus() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   notificationBar_->setNotification(RepositoryStateNotification::make(status->repositoryState));
   updateNotificationActions();
   updateSidebar();
 }
 
-void RepositoryView::updateSidebar() {
+void JelvDocument::updateSidebar() {
   const RepositoryDataPtr& data = controller_->repositoryData();
   if (!data) return;
   RepositorySidebar::Content content;
@@ -362,7 +362,7 @@ void RepositoryView::updateSidebar() {
   sidebar_->setContent(content);
 }
 
-void RepositoryView::updateNotificationActions() {
+void JelvDocument::updateNotificationActions() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   if (!status) return;
   const RepositoryState& state = status->repositoryState;
@@ -393,7 +393,7 @@ void RepositoryView::updateNotificationActions() {
   notificationBar_->setActions(actions);
 }
 
-bool RepositoryView::showFirstConflict() {
+bool JelvDocument::showFirstConflict() {
   const RepositoryStatusPtr& status = controller_->repositoryStatus();
   const UnmergedFileList* unmerged = status ? status->repositoryState.unmergedFiles() : nullptr;
   sidebar_->setCurrentItem(sidebar_->localChangesItem());
@@ -402,17 +402,17 @@ bool RepositoryView::showFirstConflict() {
   return localChanges_->unstagedList()->selectFile(unmerged->front().path);
 }
 
-void RepositoryView::showLocalChanges() { pages_->setCurrentIndex(1); }
+void JelvDocument::showLocalChanges() { pages_->setCurrentIndex(1); }
 
-void RepositoryView::showHistory() { pages_->setCurrentIndex(0); }
+void JelvDocument::showHistory() { pages_->setCurrentIndex(0); }
 
-void RepositoryView::showRevisionFileTree() {
+void JelvDocument::showRevisionFileTree() {
   showHistory();
   detailsTabs_->setCurrentWidget(fileTree_);
   fileTree_->setRevision(commitList_->currentRevision());
 }
 
-void RepositoryView::showRevisionFile(const Sha& sha, const QString& path) {
+void JelvDocument::showRevisionFile(const Sha& sha, const QString& path) {
   showHistory();
   if (!commitList_->selectSha(sha)) return;
   detailsTabs_->setCurrentIndex(0);
@@ -420,14 +420,14 @@ void RepositoryView::showRevisionFile(const Sha& sha, const QString& path) {
   if (!revisionFiles_->selectPath(path)) pendingFile_ = path;
 }
 
-void RepositoryView::showActivityManager() {
+void JelvDocument::showActivityManager() {
   if (!activity_) activity_ = new ActivityManagerWindow(queue_, this);
   activity_->show();
   activity_->raise();
   activity_->activateWindow();
 }
 
-void RepositoryView::loadCommit(const RevisionPtr& revision) {
+void JelvDocument::loadCommit(const RevisionPtr& revision) {
   if (auto previous = commitJob_.lock()) previous->progress().cancel();
   revisionFiles_->setFiles({});
   comparedWith_.reset();
@@ -471,7 +471,7 @@ void RepositoryView::loadCommit(const RevisionPtr& revision) {
       });
 }
 
-void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
+void JelvDocument::loadRevisionDiff(const ChangedFilePtr& file) {
   if (auto previous = diffJob_.lock()) previous->progress().cancel();
   if (!file || selectedSha_.isEmpty()) return;
   const RevisionPtr revision = commitList_->currentRevision();
@@ -494,7 +494,7 @@ void RepositoryView::loadRevisionDiff(const ChangedFilePtr& file) {
       });
 }
 
-void RepositoryView::showSelection() {
+void JelvDocument::showSelection() {
   const std::vector<RevisionPtr> selected = commitList_->selectedRevisions();
   if (selected.size() == 2) {
     // Newest first: the files show the newer tree against the older one.
@@ -506,7 +506,7 @@ void RepositoryView::showSelection() {
   }
 }
 
-void RepositoryView::loadComparison(const RevisionPtr& newer, const RevisionPtr& older) {
+void JelvDocument::loadComparison(const RevisionPtr& newer, const RevisionPtr& older) {
   if (auto previous = commitJob_.lock()) previous->progress().cancel();
   revisionFiles_->setFiles({});
   selectedSha_ = newer->sha().toString();
@@ -534,4 +534,4 @@ void RepositoryView::loadComparison(const RevisionPtr& newer, const RevisionPtr&
       });
 }
 
-DiffTextView* RepositoryView::diffView() const { return diffPane_->textView(); }
+DiffTextView* JelvDocument::diffView() const { return diffPane_->textView(); }

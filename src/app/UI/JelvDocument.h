@@ -1,7 +1,7 @@
 #pragma once
-// The content of a repository tab: the sidebar, the commit list with its notification
-// bar, the selected commit's details, files and diff, the working tree's changes, and
-// the status line. The repository's model lives in its RepositoryController; this view
+// One open repository: its module and the content of its tab (the sidebar, the commit
+// list with its notification bar, the selected commit's details, files and diff, the
+// working tree's changes, and the status line). The repository's model lives in its RepositoryController; this view
 // shows each snapshot the controller hands over and runs the reads of the selected
 // commit and file as jobs on the tab's queue. It holds no Git logic of its own.
 #include <QWidget>
@@ -34,13 +34,13 @@ class QTabWidget;
 class RevisionSearchController;
 class RevisionSearchResultsView;
 
-class RepositoryView : public QWidget {
+class JelvDocument : public QWidget {
   Q_OBJECT
  public:
-  RepositoryView(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
-  ~RepositoryView() override;
+  JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);
+  ~JelvDocument() override;
 
-  const GitModule& module() const { return module_; }
+  const GitModule& gitModule() const { return module_; }
   const std::shared_ptr<JobQueue>& jobQueue() const { return queue_; }
   RepositoryController* controller() const { return controller_; }
   RepositoryStatusManager* statusManager() const { return statusManager_; }

@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTest>
 #include <QThread>
 #include <atomic>
 #include <latch>
 #include <set>
-#include <sys/stat.h>
 #include <thread>
 
 #include "Git/Process/GitRequest.h"
@@ -18,18 +19,6 @@ namespace {
 
 std::shared_ptr<Job> makeJob(const QString& name, Job::Action action = {}, Job::Show show = Job::Show::everywhere()) {
   return Job::make(name, show, Job::ProgressType::progress, std::move(action));
-}
-
-// Spins until the condition holds or five seconds pass.
-template <typename Condition>
-bool eventually(Condition condition) {
-  QElapsedTimer timer;
-  timer.start();
-  while (!condition()) {
-    if (timer.elapsed() > 5000) return false;
-    QThread::msleep(2);
-  }
-  return true;
 }
 
 }  // namespace
@@ -68,7 +57,7 @@ TEST(JobQueue, StatusMovesForwardAndStampsItsTimes) {
   });
   EXPECT_EQ(job->status(), Job::Status::unknown);
   queue.schedule(job);
-  ASSERT_TRUE(eventually([&] { return job->status() == Job::Status::running; }));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::running; }, 5000));
   EXPECT_TRUE(job->startTime().has_value());
   EXPECT_FALSE(job->finishTime().has_value());
   EXPECT_EQ(queue.activeJobsCount(), 1);
@@ -142,7 +131,7 @@ TEST(JobQueue, CancelAllReachesEveryActiveJobWithoutWaiting) {
   EXPECT_EQ(stubborn->progress().state(), JobProgressState::canceled);
   EXPECT_EQ(actionRuns, 1);
 
-  ASSERT_TRUE(eventually([&] { return polite->status() == Job::Status::finished; }));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return polite->status() == Job::Status::finished; }, 5000));
   EXPECT_EQ(queue.activeJobsCount(), 1);
   EXPECT_TRUE(log.messages().contains("Job 'Polite' canceled"));
   // A second cancel reaches only what is still active, and runs no action twice.
@@ -168,7 +157,7 @@ TEST(JobQueue, CancelInterruptsARunningGitAndKeepsTheCanceledState) {
   });
   timer.start();
   queue.schedule(job);
-  ASSERT_TRUE(eventually([&] { return job->progress().output().contains("$ git"); }));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return job->progress().output().contains("$ git"); }, 5000));
   QThread::msleep(200);  // let the child start its sleep
   queue.cancelAllTasks();
   ASSERT_TRUE(queue.waitForDone(20000));

@@ -82,9 +82,7 @@ TEST(CommitGitCommand, FailingHookGivesCommitFailedThatCanBeRetriedWithoutHooks)
   const GitVoidResult failed = CommitGitCommand::execute(repo.module(), "Change a", {}, &progress);
   ASSERT_TRUE(failed.isError<Error::GitCommitFailed>());
   const auto* error = failed.errorAs<Error::GitCommitFailed>();
-  EXPECT_EQ(error->gitModule, repo.module());
-  EXPECT_EQ(error->message, "Change a");
-  EXPECT_FALSE(error->amend);
+  EXPECT_EQ(*error, (Error::GitCommitFailed{repo.module(), "Change a", false, error->error}));
   EXPECT_TRUE(error->error.contains("lint: trailing blank in a.txt")) << error->error.toStdString();
   EXPECT_EQ(progress.state(), JobProgressState::failed);
   EXPECT_EQ(repo.headSha(), base);

@@ -30,8 +30,7 @@ TEST_F(DiscardLines, AddedAndRemovedLinesOfAModifiedBlock) {
 }
 
 TEST_F(DiscardLines, ContextInTheSelectionChangesNothing) {
-  QByteArray base;
-  for (int i = 1; i <= 20; ++i) base += "l" + QByteArray::number(i) + '\n';
+  const QByteArray base = numbered(20);
   repo().commitFile("f", base, "base");
   QByteArray changed = base;
   changed.replace("l3\n", "X\n");

@@ -1,18 +1,5 @@
 #include "StagingFixture.h"
 
-namespace {
-
-QByteArray numbered(int count, int changedFrom = 0, int changedTo = -1, const char* changedPrefix = "L") {
-  QByteArray text;
-  for (int i = 1; i <= count; ++i) {
-    const bool changed = i >= changedFrom && i <= changedTo;
-    text += (changed ? QByteArray(changedPrefix) : QByteArray("l")) + QByteArray::number(i) + '\n';
-  }
-  return text;
-}
-
-}  // namespace
-
 using StageLines = LineStagingTest;
 
 TEST_F(StageLines, OneLineOfAModifiedBlockAndThenTheRestInAnyOrder) {

@@ -104,3 +104,10 @@ inline QByteArray lines(std::initializer_list<const char*> items) {
   for (const char* item : items) text += QByteArray(item) + '\n';
   return text;
 }
+
+// "l1\n" to "l<count>\n".
+inline QByteArray numbered(int count) {
+  QByteArray text;
+  for (int i = 1; i <= count; ++i) text += "l" + QByteArray::number(i) + '\n';
+  return text;
+}

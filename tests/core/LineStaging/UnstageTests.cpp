@@ -30,8 +30,7 @@ TEST_F(UnstageLines, OneLineOfAStagedBlockAndThenTheRest) {
 }
 
 TEST_F(UnstageLines, AcrossTwoHunksOfAFileWithoutNewlineAtTheEnd) {
-  QByteArray base;
-  for (int i = 1; i <= 20; ++i) base += "l" + QByteArray::number(i) + '\n';
+  QByteArray base = numbered(20);
   base.chop(1);  // no newline at the end
   repo().commitFile("f", base, "base");
   QByteArray changed = base;

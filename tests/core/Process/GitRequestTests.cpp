@@ -120,9 +120,11 @@ TEST_F(GitRequestTest, InvalidBytesDecodeAsLatin1OnBothPipes) {
   customGit("printf 'out\\377'; printf 'err\\376' >&2; exit 3");
   const GitResponse bad = GitRequest(std::nullopt, {"x"}).execute();
   ASSERT_FALSE(bad.isSuccess());
-  EXPECT_EQ(bad.failure->status, 3);
-  EXPECT_EQ(bad.failure->error, QStringLiteral("err") + QChar(0xFE));
-  EXPECT_EQ(bad.failure->output, QStringLiteral("out") + QChar(0xFF));
+  EXPECT_EQ(*bad.failure, (GitResponseError{GitResponseError::Kind::unknownError,
+                                            {},
+                                            3,
+                                            QStringLiteral("out") + QChar(0xFF),
+                                            QStringLiteral("err") + QChar(0xFE)}));
 }
 
 TEST_F(GitRequestTest, ChildThatFillsStderrWhileStdoutIsReadDoesNotStall) {

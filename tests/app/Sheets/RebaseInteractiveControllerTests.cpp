@@ -28,10 +28,10 @@ class RebaseSheetTest : public ::testing::Test {
   void SetUp() override {
     if (!QDBusConnection::sessionBus().isConnected()) GTEST_SKIP() << "no session bus";
     qputenv("JELV_RI_TIMEOUT", "20");
-    base = repo.commitFile(QStringLiteral("f.txt"), "f\n", QStringLiteral("base"));
-    a = repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("A"));
-    b = repo.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("B"));
-    c = repo.commitFile(QStringLiteral("c.txt"), "c\n", QStringLiteral("C"));
+    base = repo.commitFile("f.txt", "f\n", "base");
+    a = repo.commitFile("a.txt", "a\n", "A");
+    b = repo.commitFile("b.txt", "b\n", "B");
+    c = repo.commitFile("c.txt", "c\n", "C");
     window.show();
   }
   void TearDown() override { qunsetenv("JELV_RI_TIMEOUT"); }
@@ -54,7 +54,7 @@ class RebaseSheetTest : public ::testing::Test {
     for (const auto& item : sheet->model()->items()) list.push_back(item.command);
     return list;
   }
-  QStringList subjects() const { return repo.git({QStringLiteral("log"), QStringLiteral("--format=%s")}).split(u'\n', Qt::SkipEmptyParts); }
+  QStringList subjects() const { return repo.git({"log", "--format=%s"}).split(u'\n', Qt::SkipEmptyParts); }
 
   TempRepository repo;
   QString base, a, b, c;
@@ -77,7 +77,7 @@ TEST_F(RebaseSheetTest, QuickActionOpensWithTheChangeMadeAndSubmitRewritesWithAB
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_EQ(finish(), JelvSheetController::successCode);
   EXPECT_EQ(subjects(), (QStringList{"C", "A", "base"}));
-  const QStringList backups = repo.git({QStringLiteral("branch"), QStringLiteral("--list"), QStringLiteral("backup/*"), QStringLiteral("--format=%(refname:short) %(objectname)")})
+  const QStringList backups = repo.git({"branch", "--list", "backup/*", "--format=%(refname:short) %(objectname)"})
                                   .split(u'\n', Qt::SkipEmptyParts);
   ASSERT_EQ(backups.size(), 1);
   EXPECT_TRUE(backups.first().startsWith(QStringLiteral("backup/main-")));
@@ -127,8 +127,7 @@ TEST_F(RebaseSheetTest, KeysReorderAndSetActionsAndTheRewordFieldGivesTheMessage
   QTest::mouseClick(sheet->submitButton(), Qt::LeftButton);
   EXPECT_EQ(finish(), JelvSheetController::successCode);
   EXPECT_EQ(subjects(), (QStringList{"A, said again", "B", "base"}));
-  EXPECT_EQ(repo.git({QStringLiteral("log"), QStringLiteral("-1"), QStringLiteral("--format=%B"), QStringLiteral("HEAD~1")}).trimmed(),
-            QStringLiteral("B\n\nC"));
+  EXPECT_EQ(repo.git({"log", "-1", "--format=%B", "HEAD~1"}).trimmed(), QStringLiteral("B\n\nC"));
 }
 
 TEST_F(RebaseSheetTest, ADropMovesTheDraggedRows) {
@@ -154,10 +153,10 @@ TEST_F(RebaseSheetTest, CancelLeavesTheRepositoryAsItWas) {
 }
 
 TEST_F(RebaseSheetTest, GitRefusingToStartEndsTheSheetWithItsError) {
-  repo.writeFile(QStringLiteral("a.txt"), "changed\n");  // unstaged changes stop a rebase
+  repo.writeFile("a.txt", "changed\n");  // unstaged changes stop a rebase
   open();
   EXPECT_EQ(finish(), JelvSheetController::errorCode);
-  EXPECT_EQ(repo.readFile(QStringLiteral("a.txt")), QByteArray("changed\n"));
+  EXPECT_EQ(repo.readFile("a.txt"), QByteArray("changed\n"));
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ TEST_F(ReferenceOperationsTest, StashFromTheTableAndTheFileMenuThenApplyAndDelet
   ASSERT_TRUE(QTest::qWaitFor([&] { return changes->unstagedList()->model()->rowCount() == 2; }, 10000));
   changes->unstagedList()->setCurrentIndex(changes->unstagedList()->model()->index(0, 0));
   std::unique_ptr<QMenu> fileMenu(changes->contextMenu(changes->unstagedList()));
-  QAction* stashSelected = findAction(fileMenu.get(), QStringLiteral("Stash Selected Files..."));
+  QAction* stashSelected = findAction(fileMenu.get(), "Stash Selected Files...");
   ASSERT_TRUE(stashSelected);
   stashSelected->trigger();
   auto* partial = openSheet<StashSheetController>(view_.get());
@@ -94,26 +94,26 @@ TEST_F(ReferenceOperationsTest, StashFromTheTableAndTheFileMenuThenApplyAndDelet
   EXPECT_FALSE(partial->stageNewFilesBox());
   partial->messageField()->setText(QStringLiteral("only a"));
   partial->submitButton()->click();
-  ASSERT_TRUE(sidebarShows(QStringLiteral("On main: only a")));
+  ASSERT_TRUE(sidebarShows("On main: only a"));
   EXPECT_EQ(repo_.readFile("a.txt"), "a\n");
   EXPECT_EQ(repo_.readFile("b.txt"), "b changed\n");
 
   // The rest through the toolbar's entry.
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("saveStash"), CommandContext::forRepository(view_.get())));
+  ASSERT_TRUE(CommandTable::run("saveStash", CommandContext::forRepository(view_.get())));
   auto* sheet = openSheet<StashSheetController>(view_.get());
   ASSERT_TRUE(sheet);
   sheet->messageField()->setText(QStringLiteral("the rest"));
   sheet->submitButton()->click();
-  ASSERT_TRUE(sidebarShows(QStringLiteral("On main: the rest")));
+  ASSERT_TRUE(sidebarShows("On main: the rest"));
   EXPECT_EQ(repo_.git({"status", "--porcelain"}), QString());
 
   // From the sidebar: pop the older one back, then delete the other after confirming.
-  ASSERT_TRUE(triggerMenu(view_->sidebar(), QStringLiteral("On main: only a"), QStringLiteral("Pop Stash")));
-  ASSERT_TRUE(sidebarShows(QStringLiteral("On main: only a"), false));
+  ASSERT_TRUE(triggerMenu(view_->sidebar(), "On main: only a", "Pop Stash"));
+  ASSERT_TRUE(sidebarShows("On main: only a", false));
   EXPECT_EQ(repo_.readFile("a.txt"), "a changed\n");
-  ASSERT_TRUE(triggerMenu(view_->sidebar(), QStringLiteral("On main: the rest"), QStringLiteral("Delete Stash...")));
+  ASSERT_TRUE(triggerMenu(view_->sidebar(), "On main: the rest", "Delete Stash..."));
   ASSERT_TRUE(confirm(*view_));
-  ASSERT_TRUE(sidebarShows(QStringLiteral("On main: the rest"), false));
+  ASSERT_TRUE(sidebarShows("On main: the rest", false));
   EXPECT_EQ(repo_.git({"stash", "list"}), QString());
 }
 
@@ -124,7 +124,7 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
 
   CommandContext atFirst = chosen();
   atFirst.revisions = {view_->controller()->repositoryData()->revisions->back()};
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("createTagHere"), atFirst));
+  ASSERT_TRUE(CommandTable::run("createTagHere", atFirst));
   auto* tagSheet = openSheet<CreateTagController>(view_.get());
   ASSERT_TRUE(tagSheet);
   tagSheet->nameField()->setText(QStringLiteral("v1.0"));
@@ -132,11 +132,11 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
   // The name is taken as typed; an existing one would be refused here.
   EXPECT_TRUE(tagSheet->submitButton()->isEnabled());
   tagSheet->submitButton()->click();
-  ASSERT_TRUE(sidebarShows(QStringLiteral("v1.0")));
+  ASSERT_TRUE(sidebarShows("v1.0"));
   EXPECT_EQ(repo_.git({"tag", "-l", "--format=%(contents)", "v1.0"}).trimmed(), QStringLiteral("First release\nwith notes"));
   EXPECT_EQ(repo_.git({"rev-parse", "v1.0^{commit}"}).trimmed(), first);
 
-  ASSERT_TRUE(triggerMenu(view_->sidebar(), QStringLiteral("Remotes"), QStringLiteral("Add Remote...")));
+  ASSERT_TRUE(triggerMenu(view_->sidebar(), "Remotes", "Add Remote..."));
   auto* remoteSheet = openSheet<RemoteController>(view_.get());
   ASSERT_TRUE(remoteSheet);
   remoteSheet->nameField()->setText(QStringLiteral("backup"));
@@ -145,12 +145,12 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
   remoteSheet->noImplicitFetchBox()->setChecked(true);
   remoteSheet->submitButton()->click();
   // Listed although nothing has been fetched from it.
-  ASSERT_TRUE(sidebarShows(QStringLiteral("backup")));
+  ASSERT_TRUE(sidebarShows("backup"));
   EXPECT_EQ(repo_.git({"config", "remote.backup.disableimplicitfetch"}).trimmed(), QStringLiteral("true"));
 
-  ASSERT_TRUE(triggerMenu(view_->sidebar(), QStringLiteral("backup"), QStringLiteral("Remove Remote...")));
+  ASSERT_TRUE(triggerMenu(view_->sidebar(), "backup", "Remove Remote..."));
   ASSERT_TRUE(confirm(*view_));
-  ASSERT_TRUE(sidebarShows(QStringLiteral("backup"), false));
+  ASSERT_TRUE(sidebarShows("backup", false));
   EXPECT_EQ(repo_.git({"remote"}), QString());
 }
 
@@ -160,16 +160,16 @@ TEST_F(ReferenceOperationsTest, BisectStepsFindAndSelectTheFirstBadCommit) {
   open();
 
   // Marks are offered only while a bisect is under way.
-  EXPECT_FALSE(CommandTable::run(QStringLiteral("bisectGood"), chosen()));
-  EXPECT_FALSE(CommandTable::run(QStringLiteral("bisectReset"), chosen()));
+  EXPECT_FALSE(CommandTable::run("bisectGood", chosen()));
+  EXPECT_FALSE(CommandTable::run("bisectReset", chosen()));
 
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("bisectStart"), chosen()));
+  ASSERT_TRUE(CommandTable::run("bisectStart", chosen()));
   ASSERT_TRUE(QTest::qWaitFor([&] { return view_->controller()->repositoryStatus()->repositoryState.is<RepositoryState::BisectInProgress>(); }, 10000));
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("bisectBad"), chosen()));  // the checked-out commit
+  ASSERT_TRUE(CommandTable::run("bisectBad", chosen()));  // the checked-out commit
   ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(repo_.gitDir() + "/refs/bisect/bad"); }, 10000));
   // The oldest commit, chosen in the list, is good.
   ASSERT_TRUE(view_->commitList()->selectSha(*Sha::fromHex(shas.front())));
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("bisectGood"), CommandContext::forRepository(view_.get())));
+  ASSERT_TRUE(CommandTable::run("bisectGood", CommandContext::forRepository(view_.get())));
 
   QMessageBox* result = nullptr;
   QString tested = repo_.headSha();
@@ -189,7 +189,7 @@ TEST_F(ReferenceOperationsTest, BisectStepsFindAndSelectTheFirstBadCommit) {
   ASSERT_TRUE(view_->commitList()->currentRevision());
   EXPECT_EQ(view_->commitList()->currentRevision()->sha().toString(), shas[3]);
 
-  ASSERT_TRUE(CommandTable::run(QStringLiteral("bisectReset"), chosen()));
+  ASSERT_TRUE(CommandTable::run("bisectReset", chosen()));
   ASSERT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(repo_.gitDir() + "/BISECT_START"); }, 10000));
   EXPECT_EQ(repo_.headSha(), shas.back());
 }

@@ -74,6 +74,14 @@ class ShellTest : public ::testing::Test {
     return dir_.filePath(name);
   }
 
+  // Starts the application as main() does, with these arguments.
+  std::unique_ptr<AppDelegate> launch(const QStringList& arguments = {}, AppSettings* settings = nullptr) {
+    auto delegate = std::make_unique<AppDelegate>(settings ? *settings : registry(), preferences());
+    delegate->applicationWillFinishLaunching();
+    delegate->applicationDidFinishLaunching(arguments);
+    return delegate;
+  }
+
   // Waits until no open is waiting for its folder check.
   static bool settle(JelvDocumentController& documents) {
     return QTest::qWaitFor([&] { return documents.pendingOpens() == 0; }, 20000);
@@ -405,19 +413,17 @@ TEST_F(DocumentController, ProfilingDataOfEveryRepositoryTabIsExportedAsATrace) 
 TEST_F(StartupFlow, AFirstStartShowsOnlyTheWelcomeWhichScansTheChosenFolder) {
   const QString source = folder(QStringLiteral("source"));
   TempRepository top(true, QStringLiteral("top"));
-  runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source + QStringLiteral("/one")});
-  runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source + QStringLiteral("/group/two")});
+  runProgram("git", {QStringLiteral("init"), "-q", source + QStringLiteral("/one")});
+  runProgram("git", {QStringLiteral("init"), "-q", source + QStringLiteral("/group/two")});
 
   // Known before the welcome, outside the folder: it stays known.
   registry().addRepository(top.path());
-  AppDelegate delegate(registry(), preferences());
-  delegate.applicationWillFinishLaunching();
-  delegate.applicationDidFinishLaunching({});
-  ASSERT_TRUE(delegate.welcomeWindowController());
-  EXPECT_TRUE(delegate.welcomeWindowController()->isVisible());
-  EXPECT_TRUE(delegate.documents().windows().isEmpty());
+  auto delegate = launch();
+  ASSERT_TRUE(delegate->welcomeWindowController());
+  EXPECT_TRUE(delegate->welcomeWindowController()->isVisible());
+  EXPECT_TRUE(delegate->documents().windows().isEmpty());
 
-  WelcomeWindowController* welcome = delegate.welcomeWindowController();
+  WelcomeWindowController* welcome = delegate->welcomeWindowController();
   welcome->folderField()->setText(source + QStringLiteral("/missing"));
   EXPECT_FALSE(welcome->continueButton()->isEnabled());
   welcome->folderField()->setText(source);
@@ -431,8 +437,8 @@ TEST_F(StartupFlow, AFirstStartShowsOnlyTheWelcomeWhichScansTheChosenFolder) {
   EXPECT_TRUE(registry().repositoryItemExists(top.path()));
 
   // Then the repository manager opens.
-  ASSERT_EQ(delegate.documents().windows().size(), 1);
-  EXPECT_EQ(tabsOf(*delegate.documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
+  ASSERT_EQ(delegate->documents().windows().size(), 1);
+  EXPECT_EQ(tabsOf(*delegate->documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
 }
 
 TEST_F(StartupFlow, OldTabsOpenOnceAndTheirFrontTabStaysInFront) {
@@ -441,24 +447,20 @@ TEST_F(StartupFlow, OldTabsOpenOnceAndTheirFrontTabStaysInFront) {
   preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
   preferences().setRepositorySessions({{alpha.path(), false}, {beta.path(), true}});
   {
-    AppDelegate delegate(registry(), preferences());
-    delegate.applicationWillFinishLaunching();
-    delegate.applicationDidFinishLaunching({});
-    ASSERT_TRUE(settle(delegate.documents()));
-    EXPECT_FALSE(delegate.welcomeWindowController());
-    ASSERT_EQ(delegate.documents().windows().size(), 1);
-    JelvMainWindow* window = delegate.documents().windows().first();
+    auto delegate = launch();
+    ASSERT_TRUE(settle(delegate->documents()));
+    EXPECT_FALSE(delegate->welcomeWindowController());
+    ASSERT_EQ(delegate->documents().windows().size(), 1);
+    JelvMainWindow* window = delegate->documents().windows().first();
     EXPECT_EQ(tabsOf(*window), (std::vector<TabView>{{repositoryTab, alpha.path()}, {repositoryTab, beta.path()}}));
     EXPECT_EQ(window->currentTab(), window->tab(1));
     // The user closes the window: nothing is left to restore.
     window->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
-  AppDelegate next(registry(), preferences());
-  next.applicationWillFinishLaunching();
-  next.applicationDidFinishLaunching({});
-  ASSERT_EQ(next.documents().windows().size(), 1);
-  EXPECT_EQ(tabsOf(*next.documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
+  auto next = launch();
+  ASSERT_EQ(next->documents().windows().size(), 1);
+  EXPECT_EQ(tabsOf(*next->documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
 }
 
 TEST_F(StartupFlow, OpenTabsAndGeometryComeBackAtTheNextStart) {
@@ -468,10 +470,8 @@ TEST_F(StartupFlow, OpenTabsAndGeometryComeBackAtTheNextStart) {
   std::vector<std::vector<TabView>> before;
   QSize firstSize;
   {
-    AppDelegate delegate(registry(), preferences());
-    delegate.applicationWillFinishLaunching();
-    delegate.applicationDidFinishLaunching({alpha.path()});
-    JelvDocumentController& documents = delegate.documents();
+    auto delegate = launch({alpha.path()});
+    JelvDocumentController& documents = delegate->documents();
     ASSERT_TRUE(settle(documents));
     JelvMainWindow* first = documents.windows().first();
     documents.newRepositoryManagerAsTab(first);
@@ -488,11 +488,9 @@ TEST_F(StartupFlow, OpenTabsAndGeometryComeBackAtTheNextStart) {
   ASSERT_EQ(before.size(), 2u);
   EXPECT_EQ(before[0], (std::vector<TabView>{{repositoryTab, alpha.path()}, {managerTab, {}}, {repositoryTab, beta.path()}}));
 
-  AppDelegate next(registry(), preferences());
-  next.applicationWillFinishLaunching();
-  next.applicationDidFinishLaunching({});
-  ASSERT_TRUE(settle(next.documents()));
-  const QList<JelvMainWindow*> windows = next.documents().windows();
+  auto next = launch();
+  ASSERT_TRUE(settle(next->documents()));
+  const QList<JelvMainWindow*> windows = next->documents().windows();
   ASSERT_EQ(windows.size(), 2);
   EXPECT_EQ(tabsOf(*windows[0]), before[0]);
   EXPECT_EQ(tabsOf(*windows[1]), before[1]);
@@ -551,20 +549,18 @@ TEST_F(StartupFlow, AnOpenRepoUrlWithARemoteFrontsTheTabThatHasIt) {
   TempRepository beta(true, QStringLiteral("beta"));
   beta.git({"remote", "add", "origin", "https://example.com/ada/beta.git"});
   preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
-  AppDelegate delegate(registry(), preferences());
-  delegate.applicationWillFinishLaunching();
-  delegate.applicationDidFinishLaunching({alpha.path(), beta.path()});
-  ASSERT_TRUE(settle(delegate.documents()));
-  JelvMainWindow* window = delegate.documents().windows().first();
+  auto delegate = launch({alpha.path(), beta.path()});
+  ASSERT_TRUE(settle(delegate->documents()));
+  JelvMainWindow* window = delegate->documents().windows().first();
   ASSERT_EQ(window->currentTab(), window->tab(1));
 
-  delegate.handleURLEvent(QStringLiteral("github-mac://openRepo/git@example.com:ada/alpha"));
-  ASSERT_TRUE(settle(delegate.documents()));
+  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/git@example.com:ada/alpha"));
+  ASSERT_TRUE(settle(delegate->documents()));
   EXPECT_EQ(window->currentTab(), window->tab(0));
 
   // A remote that no open repository has opens nothing.
-  delegate.handleURLEvent(QStringLiteral("github-mac://openRepo/https://example.com/ada/gamma"));
-  ASSERT_TRUE(settle(delegate.documents()));
+  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/https://example.com/ada/gamma"));
+  ASSERT_TRUE(settle(delegate->documents()));
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab(), window->tab(0));
 }
@@ -580,9 +576,7 @@ TEST_F(StartupFlow, ADamagedRepositoryListIsAnnouncedWithWhereItWent) {
   AppSettings damaged(path);
   damaged.initializeDatabase();
   preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
-  AppDelegate delegate(damaged, preferences());
-  delegate.applicationWillFinishLaunching();
-  delegate.applicationDidFinishLaunching({});
+  auto delegate = launch({}, &damaged);
   QMessageBox* alert = nullptr;
   ASSERT_TRUE(QTest::qWaitFor([&] {
     for (QWidget* widget : QApplication::topLevelWidgets()) {

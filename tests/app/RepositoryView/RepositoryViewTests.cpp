@@ -107,13 +107,6 @@ TEST(JelvDocument, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
     ASSERT_TRUE(waitFor(view, &JelvDocument::commitDetailsLoaded));
   }
   EXPECT_TRUE(view.revisionHeader()->toPlainText().contains(QStringLiteral("Merge topic")));
-
-  // Selecting the root shows its file as added.
-  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(repo.git({"rev-list", "--max-parents=0", "HEAD"}).trimmed())));
-  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
-  ASSERT_EQ(view.revisionFiles()->files().size(), 1u);
-  EXPECT_EQ(view.revisionFiles()->files()[0]->path, QStringLiteral("a.txt"));
-  EXPECT_EQ(view.diffView()->document()->findBlockByNumber(1).text(), QStringLiteral("+one"));
 }
 
 TEST(JelvDocument, LocalChangesAndAMergeInProgress) {
@@ -191,23 +184,15 @@ TEST(JelvDocument, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   EXPECT_EQ(pane->oldImageText(), QStringLiteral("Created"));
   EXPECT_TRUE(pane->hasNewImage());
 
-  // The local changes page resolves changes the same way: a deleted picture, and a large
-  // text that shows after "Load Diff".
-  repo.removeFile("logo.png");
+  // On the local changes page too, a large text shows after "Load Diff".
   repo.writeFile("big.txt", big + big);
   view.showLocalChanges();
   StageFileViewController* local = view.localChangesView();
   QSignalSpy reloaded(local, &StageFileViewController::reloaded);
   local->reload();
   ASSERT_TRUE(reloaded.wait(10000));
-  ASSERT_EQ(local->unstagedList()->files().size(), 2u);
-  FileListViewController* unstaged = local->unstagedList();
   FileDiffView* localPane = local->diffPane();
-  ASSERT_TRUE(unstaged->selectFile(QStringLiteral("logo.png")));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingImages(); }, 10000));
-  EXPECT_EQ(localPane->oldImageText(), QString());
-  EXPECT_FALSE(localPane->hasNewImage());
-  ASSERT_TRUE(unstaged->selectFile(QStringLiteral("big.txt")));
+  ASSERT_TRUE(local->unstagedList()->selectFile(QStringLiteral("big.txt")));
   ASSERT_TRUE(QTest::qWaitFor([&] { return localPane->isOfferingLargeDiff(); }, 10000)) << localPane->message().toStdString();
   localPane->loadLargeButton()->click();
   EXPECT_TRUE(QTest::qWaitFor([&] { return localPane->isShowingText(); }, 20000));
@@ -360,11 +345,6 @@ TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {
   ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
   EXPECT_LT(view.diffView()->rows().size(), withContext);
 
-  prefs.setValue(QStringLiteral("diffShowEntireFile"), true);
-  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::diffContextSizeChanged);
-  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
-  EXPECT_GT(view.diffView()->rows().size(), withContext);
-  prefs.remove(QStringLiteral("diffShowEntireFile"));
   prefs.remove(QStringLiteral("contextSize"));
 
   // The commit's diff goes side by side on its own choice; the staging diff keeps its own.

@@ -277,27 +277,3 @@ TEST(RepositorySettingsController, WritesTheLocalConfigAndTheCommitSettings) {
   ASSERT_EQ(cancelled.count(), 1);
   EXPECT_EQ(localValue(repo, QStringLiteral("user.name")), QStringLiteral("Ada Lovelace"));
 }
-
-TEST(JelvSheetController, ASheetThatSucceedsAsksItsRepositoryToReadWhatItChanged) {
-  TempRepository repo;
-  repo.commitFile("a.txt", "a\n", "base");
-  repo.writeFile("build.log", "noise\n");
-  RepositoryController repository(repo.module(), std::make_shared<JobQueue>());
-  QSignalSpy finished(&repository, &RepositoryController::refreshFinished);
-  repository.refresh();
-  ASSERT_TRUE(finished.wait(20000));
-  ASSERT_EQ(repository.repositoryStatus()->changedFiles.size(), 1u);
-
-  QMainWindow window;
-  window.show();
-  auto* sheet = new EditRepositoryFileController(repo.path() + QStringLiteral("/.gitignore"), &window);
-  sheet->setRepository(&repository, &repository);
-  QSignalSpy statusRead(&repository, &RepositoryController::repositoryStatusUpdated);
-  JelvSheetController::showSheet(&window, sheet, [](const JelvSheetResult&) {});
-  sheet->editor()->setPlainText(QStringLiteral("*.log"));
-  sheet->submit();
-  ASSERT_TRUE(statusRead.wait(20000));
-  QStringList paths;
-  for (const auto& file : repository.repositoryStatus()->changedFiles) paths << file->path;
-  EXPECT_EQ(paths, QStringList{".gitignore"});
-}

@@ -280,23 +280,6 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   EXPECT_EQ(listed(), 2u);
 }
 
-TEST_F(DocumentController, TheManagerTabOpensWhatItsViewAsksFor) {
-  TempRepository alpha(true, QStringLiteral("alpha"));
-  registry().addRepository(alpha.path());
-  JelvDocumentController documents(registry(), preferences());
-  JelvMainWindow* window = documents.newRepositoryManagerAsWindow();
-  QWidget* manager = window->tab(0)->repositoryManagerController();
-  ASSERT_TRUE(manager);
-
-  // Whatever view the tab hosts, its request reaches the document controller by name.
-  ASSERT_TRUE(QMetaObject::invokeMethod(manager, "openRepositoryRequested", Q_ARG(QString, alpha.path())));
-  ASSERT_TRUE(settle(documents));
-  ASSERT_EQ(window->tabCount(), 2);
-  EXPECT_EQ(window->tab(1)->kind(), JelvWindowController::Kind::repository);
-  EXPECT_EQ(window->currentTab(), window->tab(1));
-  EXPECT_EQ(window->tab(0)->kind(), JelvWindowController::Kind::repositoryManager);
-}
-
 TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   TempRepository beta(true, QStringLiteral("beta"));
@@ -330,12 +313,25 @@ TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
   EXPECT_EQ(WindowSession::decode(preferences().string(WindowSession::preferenceKey()).toUtf8()).size(), 2u);
 }
 
-TEST_F(DocumentController, AFolderDroppedOnAWindowOpensThere) {
+// A repositories window opens what its manager view asks for (its request reaches the
+// document controller by name, whatever view the tab hosts) and a folder dropped on it,
+// in tabs of its own; a file alone is not taken.
+TEST_F(DocumentController, TheManagerWindowOpensWhatItsViewAsksForAndWhatIsDropped) {
   TempRepository alpha(true, QStringLiteral("alpha"));
+  TempRepository beta(true, QStringLiteral("beta"));
+  registry().addRepository(alpha.path());
   JelvDocumentController documents(registry(), preferences());
   JelvMainWindow* window = documents.newRepositoryManagerAsWindow();
+  QWidget* manager = window->tab(0)->repositoryManagerController();
+  ASSERT_TRUE(manager);
+  ASSERT_TRUE(QMetaObject::invokeMethod(manager, "openRepositoryRequested", Q_ARG(QString, alpha.path())));
+  ASSERT_TRUE(settle(documents));
+  EXPECT_EQ(tabTitles(*window), (QStringList{"Repositories", "alpha"}));
+  EXPECT_EQ(window->currentTab(), window->tab(1));
+  EXPECT_EQ(window->tab(1)->kind(), JelvWindowController::Kind::repository);
+
   QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(alpha.path()), QUrl::fromLocalFile(alpha.path() + QStringLiteral("/.git/HEAD"))});
+  data.setUrls({QUrl::fromLocalFile(beta.path()), QUrl::fromLocalFile(beta.path() + QStringLiteral("/.git/HEAD"))});
   QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   enter.ignore();
   QCoreApplication::sendEvent(window, &enter);
@@ -343,10 +339,10 @@ TEST_F(DocumentController, AFolderDroppedOnAWindowOpensThere) {
   QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(window, &drop);
   ASSERT_TRUE(settle(documents));
-  EXPECT_EQ(tabTitles(*window), (QStringList{"Repositories", "alpha"}));
+  EXPECT_EQ(tabTitles(*window), (QStringList{"Repositories", "alpha", "beta"}));
 
   QMimeData fileOnly;
-  fileOnly.setUrls({QUrl::fromLocalFile(alpha.path() + QStringLiteral("/.git/HEAD"))});
+  fileOnly.setUrls({QUrl::fromLocalFile(beta.path() + QStringLiteral("/.git/HEAD"))});
   QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &fileOnly, Qt::LeftButton, Qt::NoModifier);
   refused.ignore();
   QCoreApplication::sendEvent(window, &refused);

@@ -14,6 +14,13 @@ std::shared_ptr<Job> jobIn(Job::Status status, const QString& name = "Fetch",
   return job;
 }
 
+// The text, whether the cancel button shows and the job it cancels.
+using Shown = std::tuple<QString, bool, std::shared_ptr<Job>>;
+Shown shown(const std::vector<std::shared_ptr<Job>>& jobs, const QDateTime& now) {
+  const auto display = StatusBarDisplay::choose(jobs, now, line);
+  return {display.text, display.cancelButtonVisible, display.job};
+}
+
 }  // namespace
 
 TEST(StatusBarDisplay, FinishedJobStaysForLessThanTwoWholeSeconds) {
@@ -21,12 +28,8 @@ TEST(StatusBarDisplay, FinishedJobStaysForLessThanTwoWholeSeconds) {
   job->progress().update(100, "done", JobProgressState::succeeded);
   const QDateTime finished = *job->finishTime();
 
-  for (int ms : {0, 1500, 1999}) {
-    const auto display = StatusBarDisplay::choose({job}, finished.addMSecs(ms), line);
-    EXPECT_EQ(display.text, "Fetch: done") << ms << " ms";
-    EXPECT_FALSE(display.cancelButtonVisible);
-    EXPECT_EQ(display.job, job);
-  }
+  for (int ms : {0, 1500, 1999})
+    EXPECT_EQ(shown({job}, finished.addMSecs(ms)), (Shown{"Fetch: done", false, job})) << ms << " ms";
   for (int ms : {2000, 60000}) {
     const auto display = StatusBarDisplay::choose({job}, finished.addMSecs(ms), line);
     EXPECT_EQ(display.text, line) << ms << " ms";
@@ -44,31 +47,21 @@ TEST(StatusBarDisplay, NewestQualifyingJobWins) {
   const QDateTime later = stale->finishTime()->addSecs(10);
 
   // Skipped from the newest: a pending job, a job not meant for the bar, a stale finished one.
-  auto display = StatusBarDisplay::choose({older, stale, hidden, pending}, later, line);
-  EXPECT_EQ(display.text, "Pull: pulling...");
-  EXPECT_TRUE(display.cancelButtonVisible);
-  EXPECT_EQ(display.job, older);
+  EXPECT_EQ(shown({older, stale, hidden, pending}, later), (Shown{"Pull: pulling...", true, older}));
 
   // A job that just finished ends the search before an older running one.
   auto fresh = jobIn(Job::Status::finished, "Push");
   fresh->progress().update(100, "pushed", JobProgressState::succeeded);
-  display = StatusBarDisplay::choose({older, fresh}, *fresh->finishTime(), line);
-  EXPECT_EQ(display.text, "Push: pushed");
-  EXPECT_FALSE(display.cancelButtonVisible);
+  EXPECT_EQ(shown({older, fresh}, *fresh->finishTime()), (Shown{"Push: pushed", false, fresh}));
 }
 
 TEST(StatusBarDisplay, CanceledJobHidesTheCancelButton) {
   auto job = jobIn(Job::Status::running);
   job->progress().update(30, "fetching...", JobProgressState::inProgress);
   job->progress().cancel();
-  auto display = StatusBarDisplay::choose({job}, QDateTime::currentDateTime(), line);
-  EXPECT_EQ(display.text, "Fetch: canceling...");
-  EXPECT_FALSE(display.cancelButtonVisible);
-
+  EXPECT_EQ(shown({job}, QDateTime::currentDateTime()), (Shown{"Fetch: canceling...", false, job}));
   job->setStatus(Job::Status::finished);
-  display = StatusBarDisplay::choose({job}, *job->finishTime(), line);
-  EXPECT_EQ(display.text, "Fetch: canceled");
-  EXPECT_FALSE(display.cancelButtonVisible);
+  EXPECT_EQ(shown({job}, *job->finishTime()), (Shown{"Fetch: canceled", false, job}));
 }
 
 TEST(StatusBarDisplay, BarShowsASliverAndNeverForInfiniteJobs) {

@@ -45,6 +45,12 @@ void buildHistory(TempRepository& repo) {
   repo.commitFile("renamed notes.txt", "alpha\nbeta\ngamma\n", "Add gamma");
 }
 
+class HistoryTools : public ::testing::Test {
+ protected:
+  void SetUp() override { buildHistory(repo); }
+  TempRepository repo;
+};
+
 struct OpenRepository {
   explicit OpenRepository(const TempRepository& repo) : view(repo.module(), std::make_shared<JobQueue>()) {
     view.resize(1200, 800);
@@ -75,9 +81,7 @@ QStringList markedSubjects(CommitListView* list) {
   return subjects;
 }
 
-TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
-  TempRepository repo;
-  buildHistory(repo);
+TEST_F(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
   OpenRepository open(repo);
   JelvDocument& view = open.view;
   view.searchController()->setDelay(0);
@@ -148,9 +152,7 @@ TEST(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
   EXPECT_TRUE(markedSubjects(view.commitList()).isEmpty());
 }
 
-TEST(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
-  TempRepository repo;
-  buildHistory(repo);
+TEST_F(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
   OpenRepository open(repo);
   ShowBlameSheetCommand::execute(open.context("renamed notes.txt"));
   auto* window = open.window<BlameWindowController>("blameWindow");
@@ -178,9 +180,7 @@ TEST(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
   EXPECT_EQ(binary->statusLabel()->text(), QStringLiteral("Cannot show blame for binary file: 'data.bin'"));
 }
 
-TEST(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
-  TempRepository repo;
-  buildHistory(repo);
+TEST_F(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
   OpenRepository open(repo);
   ShowFileHistorySheetCommand::execute(open.context("renamed notes.txt"));
   auto* window = open.window<FileHistoryWindowController>("fileHistoryWindow");
@@ -215,9 +215,7 @@ TEST(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
   EXPECT_EQ(window->contentView()->shownText(), QStringLiteral("alpha\nbeta\ngamma\n"));
 }
 
-TEST(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {
-  TempRepository repo;
-  buildHistory(repo);
+TEST_F(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {
   repo.writeFile("docs/guide.txt", "guide\nmore\n");
   repo.writeFile("docs/api.txt", "api\n");
   repo.git({"add", "."});
@@ -258,9 +256,7 @@ TEST(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {
   EXPECT_EQ(window->countLabel()->text(), QStringLiteral("2 files selected"));
 }
 
-TEST(HistoryTools, TheFilesOfACommitOpenFolderByFolder) {
-  TempRepository repo;
-  buildHistory(repo);
+TEST_F(HistoryTools, TheFilesOfACommitOpenFolderByFolder) {
   OpenRepository open(repo);
   JelvDocument& view = open.view;
   const QString second = repo.git({"rev-parse", "HEAD~3"}).trimmed();

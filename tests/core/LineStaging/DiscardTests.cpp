@@ -55,38 +55,6 @@ TEST_F(DiscardLines, ContextInTheSelectionChangesNothing) {
   EXPECT_FALSE(selection(SelectionMode::discard, {view.text.size() + 10, view.text.size() + 20}));
 }
 
-TEST_F(DiscardLines, InUntrackedDeletedAndModeChangedFiles) {
-  repo().writeFile("gone.txt", lines({"g1", "g2", "g3"}));
-  repo().writeFile("all-gone.txt", lines({"h1", "h2"}));
-  repo().writeFile("run.sh", lines({"echo 1", "echo 2"}));
-  repo().commit("base");
-
-  repo().writeFile("new.txt", QStringLiteral("n1\n\u00fc2\nn3\n").toUtf8());
-  showUntracked("new.txt");
-  apply(SelectionMode::discard, "+\u00fc2");
-  EXPECT_EQ(worktree("new.txt"), lines({"n1", "n3"}));
-
-  // A file deleted in the working tree comes back with the selected line only ...
-  repo().removeFile("gone.txt");
-  showUnstaged({"--", "gone.txt"});
-  apply(SelectionMode::discard, "-g2");
-  EXPECT_EQ(worktree("gone.txt"), lines({"g2"}));
-  // ... or whole, when the whole hunk is selected.
-  repo().removeFile("all-gone.txt");
-  showUnstaged({"--", "all-gone.txt"});
-  apply(SelectionMode::discard, span("-h1", "-h2"));
-  EXPECT_EQ(worktree("all-gone.txt"), lines({"h1", "h2"}));
-
-  // Discarding a line leaves the changed mode alone.
-  const QString script = repo().path() + "/run.sh";
-  repo().writeExecutable("run.sh", lines({"echo 1", "echo 2", "echo 3"}));
-  showUnstaged({"--", "run.sh"});
-  apply(SelectionMode::discard, "+echo 3");
-  EXPECT_EQ(worktree("run.sh"), lines({"echo 1", "echo 2"}));
-  EXPECT_TRUE(QFile::permissions(script) & QFileDevice::ExeOwner);
-  EXPECT_EQ(indexEntries(), (QStringList{"100644 all-gone.txt", "100644 gone.txt", "100644 run.sh"}));
-}
-
 TEST_F(DiscardLines, FromADiffShownWithWhitespaceIgnored) {
   repo().commitFile("f", lines({"a();", "b();", "c();", "d();", "e();"}), "base");
   repo().writeFile("f", lines({"a();", "    b();", "c();", "d();", "E();"}));

@@ -121,40 +121,68 @@ TEST_F(LineStagingTest, AroundAMissingNewlineWithCrlfAndNonAsciiInEveryMode) {
   }
 }
 
-TEST_F(StageLines, InCreatedDeletedAndModeChangedFiles) {
-  repo().writeFile("gone.txt", lines({"g1", "g2", "g3"}));
-  repo().writeFile("all-gone.txt", lines({"h1", "h2"}));
-  repo().writeFile("run.sh", lines({"echo 1", "echo 2"}));
-  repo().commit("base");
-
-  // An untracked file: the index gets a file of the selected line only.
-  repo().writeFile("new.txt", lines({"n1", "n2", "n3"}));
-  showUntracked("new.txt");
-  apply(SelectionMode::stage, "+n2");
-  EXPECT_EQ(indexed("new.txt"), lines({"n2"}));
-  EXPECT_TRUE(indexEntries().contains("100644 new.txt"));
-  EXPECT_EQ(worktree("new.txt"), lines({"n1", "n2", "n3"}));
-
-  // A deleted file that keeps lines stays in the index, shorter.
-  repo().removeFile("gone.txt");
-  showUnstaged({"--", "gone.txt"});
-  apply(SelectionMode::stage, "-g2");
-  EXPECT_EQ(indexed("gone.txt"), lines({"g1", "g3"}));
-  EXPECT_FALSE(exists("gone.txt"));
-
-  // The whole hunk of a deletion deletes the file in the index.
-  repo().removeFile("all-gone.txt");
-  showUnstaged({"--", "all-gone.txt"});
-  apply(SelectionMode::stage, span("-h1", "-h2"));
-  for (const QString& entry : indexEntries()) EXPECT_FALSE(entry.endsWith(u"all-gone.txt"));
-
-  // A changed mode goes with the staged line.
-  repo().writeExecutable("run.sh", lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
-  showUnstaged({"--", "run.sh"});
-  ASSERT_EQ(patch->files.at(0).newFileMode, FileMode{100755});
-  apply(SelectionMode::stage, "+echo 3");
-  EXPECT_EQ(indexed("run.sh"), lines({"echo 1", "echo 2", "echo 3"}));
-  EXPECT_TRUE(indexEntries().contains("100755 run.sh"));
+// New, deleted and mode-changed files, in each mode: a line of a deletion leaves the file
+// with that line in the index or, discarded, brings back that line; the whole hunk
+// deletes or restores all of it; the mode goes with a staged line and leaves with an
+// unstaged one, and discarding a line leaves it alone.
+TEST_F(LineStagingTest, NewDeletedAndModeChangedFilesInEveryMode) {
+  using M = SelectionMode;
+  const struct {
+    M mode;
+    const char* file;
+    const char* first;
+    const char* last;
+    const char* state;  // index mode | index | working file (x: executable)
+  } rows[] = {
+      {M::stage, "new.txt", "+\u00fc2", "+\u00fc2", "100644 | \u00fc2\n | n1\n\u00fc2\nn3\n"},
+      {M::stage, "gone.txt", "-g2", "-g2", "100644 | g1\ng3\n | -"},
+      {M::stage, "all-gone.txt", "-h1", "-h2", "- |  | -"},
+      {M::stage, "run.sh", "+echo 3", "+echo 3", "100755 | echo 1\necho 2\necho 3\n | echo 1\necho 1.5\necho 2\necho 3\n x"},
+      {M::unstage, "new.txt", "+\u00fc2", "+\u00fc2", "100644 | n1\nn3\n | n1\n\u00fc2\nn3\n"},
+      {M::unstage, "gone.txt", "-g2", "-g2", "100644 | g2\n | -"},
+      {M::unstage, "all-gone.txt", "-h1", "-h2", "100644 | h1\nh2\n | -"},
+      {M::unstage, "run.sh", "+echo 3", "+echo 3", "100644 | echo 1\necho 1.5\necho 2\n | echo 1\necho 1.5\necho 2\necho 3\n x"},
+      {M::discard, "new.txt", "+\u00fc2", "+\u00fc2", "- |  | n1\nn3\n"},
+      {M::discard, "gone.txt", "-g2", "-g2", "100644 | g1\ng2\ng3\n | g2\n"},
+      {M::discard, "all-gone.txt", "-h1", "-h2", "100644 | h1\nh2\n | h1\nh2\n"},
+      {M::discard, "run.sh", "+echo 3", "+echo 3", "100644 | echo 1\necho 2\n | echo 1\necho 1.5\necho 2\n x"},
+  };
+  const auto state = [this](const QString& path) {
+    QString mode = "-";
+    for (const QString& entry : indexEntries()) {
+      if (entry.endsWith(u' ' + path)) mode = entry.section(u' ', 0, 0);
+    }
+    const QString index = mode == "-" ? QString() : QString::fromUtf8(indexed(path));
+    if (!exists(path)) return mode + " | " + index + " | -";
+    const bool executable = QFile::permissions(repo().path() + u'/' + path) & QFileDevice::ExeOwner;
+    return mode + " | " + index + " | " + QString::fromUtf8(worktree(path)) + (executable ? " x" : "");
+  };
+  std::optional<M> mode;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(QStringLiteral("%1 in %2").arg(int(row.mode)).arg(row.file).toStdString());
+    if (row.mode != mode) {
+      mode = row.mode;
+      freshRepository();
+      repo().writeFile("gone.txt", lines({"g1", "g2", "g3"}));
+      repo().writeFile("all-gone.txt", lines({"h1", "h2"}));
+      repo().writeFile("run.sh", lines({"echo 1", "echo 2"}));
+      repo().commit("base");
+      repo().writeFile("new.txt", "n1\n\u00fc2\nn3\n");
+      repo().removeFile("gone.txt");
+      repo().removeFile("all-gone.txt");
+      repo().writeExecutable("run.sh", lines({"echo 1", "echo 1.5", "echo 2", "echo 3"}));
+      if (mode == M::unstage) repo().stageAll();
+    }
+    if (mode == M::unstage) {
+      showStaged({"--", row.file});
+    } else if (row.file == QStringLiteral("new.txt")) {
+      showUntracked(row.file);
+    } else {
+      showUnstaged({"--", row.file});
+    }
+    apply(*mode, span(row.first, row.last));
+    EXPECT_EQ(state(row.file), QString::fromUtf8(row.state));
+  }
 }
 
 TEST_F(StageLines, FromADiffShownWithWhitespaceIgnored) {

@@ -23,20 +23,16 @@ class LaunchRecorder {
     std::lock_guard lock(state().mutex);
     state().launches.clear();
   }
-  QList<QStringList> all() const {
-    std::lock_guard lock(state().mutex);
-    return state().launches;
-  }
   // "status" for "--no-optional-locks status --porcelain -z": the first word that is no
   // option nor the value of "-c" or "-C".
-  static QString subcommand(const QStringList& args) {
-    qsizetype i = 0;
-    while (i < args.size() && args[i].startsWith('-')) i += (args[i] == "-c" || args[i] == "-C") ? 2 : 1;
-    return i < args.size() ? args[i] : QString();
-  }
   QStringList subcommands() const {
+    std::lock_guard lock(state().mutex);
     QStringList names;
-    for (const QStringList& args : all()) names << subcommand(args);
+    for (const QStringList& args : state().launches) {
+      qsizetype i = 0;
+      while (i < args.size() && args[i].startsWith('-')) i += (args[i] == "-c" || args[i] == "-C") ? 2 : 1;
+      if (i < args.size()) names << args[i];
+    }
     return names;
   }
   int count(const QString& name) const { return static_cast<int>(subcommands().count(name)); }

@@ -39,21 +39,13 @@ TEST(CommitButtonTitle, FollowsTheRepositoryStateBeforeTheFileCount) {
 
 TEST(SubjectCounter, ColoursByTheTwoLimitsAndTipsOnlyBeyondTheHighOne) {
   const QString tip = "The recommended subject line should be 70 characters or less";
-  EXPECT_TRUE(subjectCounter(QString(), 50, 70).hidden);
-
-  const SubjectCounter atLow = subjectCounter(QString(50, QLatin1Char('x')), 50, 70);
-  EXPECT_FALSE(atLow.hidden);
-  EXPECT_EQ(atLow.count, 50);
-  EXPECT_EQ(atLow.color, SubjectCounterColor::normal);
-  EXPECT_EQ(subjectCounter(QString(51, QLatin1Char('x')), 50, 70).color, SubjectCounterColor::warning);
-
-  const SubjectCounter atHigh = subjectCounter(QString(70, QLatin1Char('x')), 50, 70);
-  EXPECT_EQ(atHigh.color, SubjectCounterColor::warning);
-  EXPECT_FALSE(atHigh.toolTip.has_value());
-
-  const SubjectCounter beyond = subjectCounter(QString(71, QLatin1Char('x')), 50, 70);
-  EXPECT_EQ(beyond.color, SubjectCounterColor::error);
-  EXPECT_EQ(beyond.toolTip, tip);
+  using C = SubjectCounterColor;
+  const std::pair<int, SubjectCounter> rows[] = {{0, {}},
+                                                 {50, {false, 50, C::normal, {}}},
+                                                 {51, {false, 51, C::warning, {}}},
+                                                 {70, {false, 70, C::warning, {}}},
+                                                 {71, {false, 71, C::error, tip}}};
+  for (const auto& [length, expected] : rows) EXPECT_EQ(subjectCounter(QString(length, u'x'), 50, 70), expected) << length;
 }
 
 TEST(SubjectCounter, CountsWhatTheUserSeesNotCodeUnits) {

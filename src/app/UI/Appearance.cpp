@@ -65,18 +65,50 @@ QPalette lightPalette() {
   return p;
 }
 
-// A checked tool button (Side by Side, the page a toolbar shows) is tinted with the
-// accent: the styles' own sunken look hardly differs from a raised one, least of all on
-// a dark palette.
-class CheckedToolButtonStyle : public QProxyStyle {
+// The style's own drawing, with two changes that hold for every window:
+// - A checked tool button (Side by Side, the page a toolbar shows) is tinted with the
+//   accent: the styles' own sunken look hardly differs from a raised one, least of all on
+//   a dark palette.
+// - The frame of a check box or radio button stands apart from the window and from a
+//   list's base. Fusion draws it in the window colour darkened, which vanishes on a dark
+//   list (an unchecked box could not be seen) and is faint on a light one.
+class JelvStyle : public QProxyStyle {
  public:
   using QProxyStyle::QProxyStyle;
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override {
-    if (element != PE_PanelButtonTool || !(option->state & State_On)) {
+    if ((element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton) &&
+        baseStyle()->name().compare(QStringLiteral("fusion"), Qt::CaseInsensitive) == 0) {
+      drawIndicator(element, option, painter, widget);
+    } else if (element == PE_PanelButtonTool && (option->state & State_On)) {
+      drawCheckedToolButton(option, painter);
+    } else {
       QProxyStyle::drawPrimitive(element, option, painter, widget);
-      return;
     }
+  }
+
+ private:
+  void drawIndicator(PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const {
+    // Fusion's frame is the window colour darker(140), then lighter(110): a window colour
+    // of frame.lighter(128) gives back the frame wanted, 60% of the way from base to text.
+    const auto withFrame = [](QStyleOption& copy) {
+      const QColor base = copy.palette.color(QPalette::Base), text = copy.palette.color(QPalette::Text);
+      const auto mix = [](float from, float to) { return from + (to - from) * 0.6f; };
+      const QColor frame = QColor::fromRgbF(mix(base.redF(), text.redF()), mix(base.greenF(), text.greenF()), mix(base.blueF(), text.blueF()));
+      copy.palette.setColor(QPalette::Window, frame.lighter(128));
+    };
+    if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+      QStyleOptionButton copy(*button);
+      withFrame(copy);
+      QProxyStyle::drawPrimitive(element, &copy, painter, widget);
+    } else {
+      QStyleOption copy(*option);
+      withFrame(copy);
+      QProxyStyle::drawPrimitive(element, &copy, painter, widget);
+    }
+  }
+
+  static void drawCheckedToolButton(const QStyleOption* option, QPainter* painter) {
     const QColor accent = option->palette.color(QPalette::Highlight);
     const QColor fill = Appearance::checkedButtonFill(option->palette);
     painter->save();
@@ -88,7 +120,7 @@ class CheckedToolButtonStyle : public QProxyStyle {
   }
 };
 
-QStyle* styleNamed(const QString& name) { return new CheckedToolButtonStyle(QStyleFactory::create(name)); }
+QStyle* styleNamed(const QString& name) { return new JelvStyle(QStyleFactory::create(name)); }
 
 class PaletteFollower : public QObject {
  public:

@@ -242,7 +242,8 @@ TEST(ResolveChoice, DeletedSide) {
 }
 
 // One conflict taken from the local side, one still open: the rows are told apart by
-// their backgrounds, in the light and in the dark appearance.
+// their backgrounds, in the light appearance and after a switch to the dark one while
+// the editor is open.
 TEST(MergeEditorLook, ChosenAndOpenConflictsInBothAppearances) {
   TempRepository repo;
   QByteArray base, local, remote;
@@ -254,28 +255,28 @@ TEST(MergeEditorLook, ChosenAndOpenConflictsInBothAppearances) {
   }
   makeConflict(repo, "parser.cpp", {base, local, remote});
 
+  Appearance::apply(*qApp, 1);
+  MergeConflictSheetController sheet(repo.module(), QStringLiteral("parser.cpp"));
+  sheet.setJobQueue(std::make_shared<JobQueue>());
+  QSignalSpy loaded(&sheet, &MergeConflictSheetController::loaded);
+  sheet.resize(1300, 640);
+  sheet.show();
+  ASSERT_TRUE(loaded.wait(10000));
+  MergeSourceTextView* localPane = sheet.localTextView();
+  localPane->toggleChunk(localPane->toPlainText().indexOf(QStringLiteral("parseStrict")));
+  MergeTextView* result = sheet.resultTextView();
+  ASSERT_TRUE(result->toPlainText().contains(QStringLiteral("parseStrict")));
   for (int appearance : {1, 2}) {
     SCOPED_TRACE(appearance);
     Appearance::apply(*qApp, appearance);
-    MergeConflictSheetController sheet(repo.module(), QStringLiteral("parser.cpp"));
-    sheet.setJobQueue(std::make_shared<JobQueue>());
-    QSignalSpy loaded(&sheet, &MergeConflictSheetController::loaded);
-    sheet.resize(1300, 640);
-    sheet.show();
-    ASSERT_TRUE(loaded.wait(10000));
-    MergeSourceTextView* localPane = sheet.localTextView();
-    const qsizetype strict = localPane->toPlainText().indexOf(QStringLiteral("parseStrict"));
-    localPane->toggleChunk(strict);
     QApplication::processEvents();
-    MergeTextView* result = sheet.resultTextView();
-    ASSERT_TRUE(result->toPlainText().contains(QStringLiteral("parseStrict")));
     const QColor chosen = rowColour(result, QStringLiteral("parseStrict"));
     const QColor open = rowColour(result, QStringLiteral("--- Merge Conflict ---"));
     const QColor context = rowColour(result, QStringLiteral("field3)"));
     EXPECT_NE(chosen, open);
     EXPECT_NE(chosen, context);
     EXPECT_NE(open, context);
-    EXPECT_EQ(Appearance::isDark(*qApp), context.lightness() < 128);
+    for (const QColor& row : {chosen, open, context}) EXPECT_EQ(Appearance::isDark(*qApp), row.lightness() < 128) << row.name().toStdString();
     screenshot(&sheet, appearance == 1 ? QStringLiteral("merge-editor-light") : QStringLiteral("merge-editor-dark"));
   }
   Appearance::apply(*qApp, 0);

@@ -10,9 +10,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QPainter>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -27,6 +31,7 @@
 #include "Controls/ChangedFilesView.h"
 #include "Controls/Diff/DiffColors.h"
 #include "Controls/Diff/DiffTextView.h"
+#include "Controls/FileDiffView/ConflictDiffView.h"
 #include "Models/AppSettings.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
@@ -382,8 +387,10 @@ TEST(Appearance, OpenViewsTakeTheColoursOfANewAppearance) {
   content.submodules = {QStringLiteral("sha1collisiondetection")};
   sidebar.setContent(content);
   auto& diff = *new DiffTextView(&window);
-  for (QWidget* view : std::initializer_list<QWidget*>{&header, &sidebar, &diff}) layout->addWidget(view);
+  auto& conflict = *new ConflictDiffView(&window);
+  for (QWidget* view : std::initializer_list<QWidget*>{&header, &sidebar, &diff, &conflict}) layout->addWidget(view);
   window.show();
+  conflict.showDiff(QStringLiteral("a.txt"), QStringLiteral("diff --cc a.txt\n@@@ -1,1 -1,1 +1,5 @@@\n++<<<<<<< HEAD\n +mine\n++=======\n+ theirs\n++>>>>>>> theirs\n"));
   diff.setRows({{UnifiedDiffRow::Kind::hunkHeader, 0, 0, QStringLiteral("@@ -1 +1 @@")},
                 {UnifiedDiffRow::Kind::added, 0, 1, QStringLiteral("new")}});
 
@@ -410,15 +417,40 @@ TEST(Appearance, OpenViewsTakeTheColoursOfANewAppearance) {
     const QList<QTextEdit::ExtraSelection> rows = diff.extraSelections();
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(rows[1].format.background().color(), diffRowColors(DiffRowStyle::added, dark).background);
+
+    const QList<QTextEdit::ExtraSelection> conflictRows = conflict.findChild<QPlainTextEdit*>()->extraSelections();
+    ASSERT_EQ(conflictRows.size(), 5);
+    for (const QTextEdit::ExtraSelection& row : conflictRows) EXPECT_EQ(row.format.background().color().lightness() < 128, dark);
   }
   Appearance::apply(app, 0);
 }
 
-// A checked tool button (Side by Side) looks unlike an unchecked one in both appearances:
-// most of its face changes colour, not a shade of it.
-TEST(Appearance, ACheckedToolButtonStandsOut) {
+// In both appearances a checked tool button (Side by Side) looks unlike an unchecked one:
+// most of its face changes colour, not a shade of it. An unchecked check box or radio
+// button can be seen on a list's base (a sheet's list of branches) and on a window.
+TEST(Appearance, CheckedButtonsAndUncheckedBoxesStandOut) {
   for (const int appearance : {1, 2}) {
     Appearance::apply(*qApp, appearance);
+    const QPalette p = qApp->palette();
+    for (const auto& [element, role] : {std::pair{QStyle::PE_IndicatorItemViewItemCheck, QPalette::Base},
+                                        std::pair{QStyle::PE_IndicatorCheckBox, QPalette::Window},
+                                        std::pair{QStyle::PE_IndicatorRadioButton, QPalette::Window}}) {
+      QImage image(24, 24, QImage::Format_RGB32);
+      image.fill(p.color(role));
+      QStyleOptionButton option;
+      option.palette = p;
+      option.rect = QRect(4, 4, 16, 16);
+      option.state = QStyle::State_Enabled | QStyle::State_Off;
+      QPainter painter(&image);
+      qApp->style()->drawPrimitive(element, &option, &painter);
+      painter.end();
+      double strongest = 1;
+      for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) strongest = std::max(strongest, contrast(image.pixelColor(x, y), p.color(role)));
+      }
+      EXPECT_GE(strongest, 3.0) << "appearance " << appearance << ", element " << element;
+    }
+
     QToolButton button;
     button.setText(QStringLiteral("Side by Side"));
     button.setCheckable(true);

@@ -13,10 +13,7 @@
 
 namespace {
 
-QColor tint(int light, int dark) {
-  const bool isDark = Appearance::isDark(*qApp);
-  return QColor::fromRgba(isDark ? QRgb(dark) : QRgb(light));
-}
+QColor tint(const QPalette& palette, int light, int dark) { return QColor::fromRgba(Appearance::isDark(palette) ? QRgb(dark) : QRgb(light)); }
 
 }  // namespace
 
@@ -34,6 +31,7 @@ MergeTextView::MergeTextView(MergeConflictPart part, QWidget* parent) : QPlainTe
   setAttribute(Qt::WA_InputMethodEnabled, part == MergeConflictPart::merged);
   // Drops arrive at the viewport, which read-only text refuses by default.
   viewport()->setAcceptDrops(part == MergeConflictPart::merged);
+  Appearance::follow(this, [this] { colourLines(); });
 }
 
 const MergeConflictView* MergeTextView::mergeConflictView() const { return controller_ ? &controller_->view(part_) : nullptr; }
@@ -51,6 +49,7 @@ void MergeTextView::reload() {
 
 void MergeTextView::colourLines() {
   const MergeConflictView* view = mergeConflictView();
+  if (!view) return;
   QList<QTextEdit::ExtraSelection> selections;
   const auto mark = [&](const MergeConflictView::Line& line, const QColor& colour) {
     QTextEdit::ExtraSelection selection;
@@ -59,12 +58,12 @@ void MergeTextView::colourLines() {
     selection.cursor = QTextCursor(document()->findBlock(int(line.range.start)));
     selections << selection;
   };
-  const QColor service = tint(0xffeeeeee, 0xff2b2b2b);
-  const QColor open = tint(0xffffd8b0, 0xff5a3a1a);
-  const QColor chosen = tint(0xffd4f5d4, 0xff1f4a2a);
-  const QColor conflictSide = tint(0xfffff1c9, 0xff4a4220);
-  const QColor removed = tint(0xffffe0e0, 0xff4a2326);
-  const QColor edited = tint(0xffe3ecff, 0xff223454);
+  const QColor service = tint(palette(), 0xffeeeeee, 0xff2b2b2b);
+  const QColor open = tint(palette(), 0xffffd8b0, 0xff5a3a1a);
+  const QColor chosen = tint(palette(), 0xffd4f5d4, 0xff1f4a2a);
+  const QColor conflictSide = tint(palette(), 0xfffff1c9, 0xff4a4220);
+  const QColor removed = tint(palette(), 0xffffe0e0, 0xff4a2326);
+  const QColor edited = tint(palette(), 0xffe3ecff, 0xff223454);
   for (const MergeConflictView::Chunk& chunk : view->chunks()) {
     const bool isConflict = chunk.origin->kind() == MergeConflict::Chunk::Kind::conflict;
     for (const MergeConflictView::Line& line : chunk.lines) {

@@ -1,7 +1,6 @@
 #include "Controllers/Sheets/PushMultipleBranchesWindowController.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -47,29 +46,12 @@ PushMultipleBranchesWindowController::PushMultipleBranchesWindowController(GitMo
   contentLayout()->addLayout(form);
   contentLayout()->addWidget(branchList_);
   submitButton()->setText(QStringLiteral("Push"));
-  keepCheckBoxesVisible();
   describeTargets();
   connect(remoteList_, &QComboBox::currentTextChanged, this, [this] {
     describeTargets();
     validate();
   });
   connect(branchList_, &QTreeWidget::itemChanged, this, [this] { validate(); });
-}
-
-void PushMultipleBranchesWindowController::changeEvent(QEvent* event) {
-  JelvSheetController::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) keepCheckBoxesVisible();
-}
-
-void PushMultipleBranchesWindowController::keepCheckBoxesVisible() {
-  QPalette list = palette();
-  const QColor base = list.color(QPalette::Base);
-  if (base.lightness() >= 128) {
-    branchList_->setPalette(QPalette());
-    return;
-  }
-  list.setColor(QPalette::Window, base.lighter(260));
-  branchList_->setPalette(list);
 }
 
 QString PushMultipleBranchesWindowController::remote() const { return remoteList_->currentText(); }

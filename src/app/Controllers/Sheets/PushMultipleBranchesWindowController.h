@@ -32,13 +32,7 @@ class PushMultipleBranchesWindowController : public JelvSheetController {
   void validate(bool force = false) override;
   void submit() override;
 
- protected:
-  void changeEvent(QEvent* event) override;
-
  private:
-  // The check boxes' frame is drawn a shade darker than the window colour, which on a
-  // dark list is the list's own colour: the list gets a lighter window colour there.
-  void keepCheckBoxesVisible();
   // What the push does to each branch on the chosen remote.
   void describeTargets();
 

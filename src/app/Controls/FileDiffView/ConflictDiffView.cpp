@@ -1,6 +1,5 @@
 #include "Controls/FileDiffView/ConflictDiffView.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -30,6 +29,7 @@ ConflictDiffView::ConflictDiffView(QWidget* parent) : QWidget(parent) {
   layout->addLayout(header);
   layout->addWidget(text_, 1);
   connect(resolve_, &QPushButton::clicked, this, &ConflictDiffView::resolveRequested);
+  Appearance::follow(text_, [this] { colourLines(); });
 }
 
 QString ConflictDiffView::diffText() const { return text_->toPlainText(); }
@@ -39,9 +39,13 @@ void ConflictDiffView::showDiff(const QString& path, const QString& combinedDiff
   title_->setText(deletedSide ? tr("%1 was deleted on one side and changed on the other.").arg(path)
                               : tr("%1 has merge conflicts.").arg(path));
   text_->setPlainText(combinedDiff);
+  colourLines();
+}
+
+void ConflictDiffView::colourLines() {
   // The two columns say which side a line comes from: markers and lines of one side only
   // are tinted.
-  const bool dark = Appearance::isDark(*qApp);
+  const bool dark = Appearance::isDark(text_->palette());
   const QColor marker = dark ? QColor(0x5a, 0x3a, 0x1a) : QColor(0xff, 0xd8, 0xb0);
   const QColor added = dark ? QColor(0x1f, 0x4a, 0x2a) : QColor(0xd4, 0xf5, 0xd4);
   const QColor removed = dark ? QColor(0x4a, 0x23, 0x26) : QColor(0xff, 0xe0, 0xe0);

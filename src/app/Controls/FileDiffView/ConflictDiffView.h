@@ -21,6 +21,9 @@ class ConflictDiffView : public QWidget {
   void resolveRequested();
 
  private:
+  // Tints the lines for the palette in use; again when the appearance changes.
+  void colourLines();
+
   QLabel* title_;
   QPushButton* resolve_;
   QPlainTextEdit* text_;

@@ -4,9 +4,10 @@
 #include <QFile>
 #include <QFileInfo>
 
-#if __has_include(<cmark.h>)
+// Defined by the build when it links cmark: a header found without the library would
+// not link.
+#ifdef JELV_HAVE_CMARK
 #include <cmark.h>
-#define JELV_HAVE_CMARK 1
 #endif
 
 namespace {

@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QTreeWidget>
@@ -15,6 +14,7 @@
 #include "Jobs/JobItem.h"
 #include "Jobs/JobQueue.h"
 #include "UI/Appearance.h"
+#include "Controls/WindowKeys.h"
 
 namespace {
 enum Column { NameColumn, StatusColumn, ProgressColumn, FinishedColumn };
@@ -57,12 +57,7 @@ ActivityManagerWindow::ActivityManagerWindow(std::shared_ptr<JobQueue> queue, QW
   layout->addWidget(splitter);
 
   connect(rows_, &QTreeWidget::currentItemChanged, this, [this] { showSelected(); });
-  // A window of its own: it closes as windows do.
-  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
-    auto* shortcut = new QShortcut(keys, this);
-    shortcut->setContext(Qt::WindowShortcut);
-    connect(shortcut, &QShortcut::activated, this, &QWidget::close);
-  }
+  WindowKeys::closeOnEscapeAndCtrlW(this);
   timer_ = new QTimer(this);
   timer_->setInterval(200);
   connect(timer_, &QTimer::timeout, this, &ActivityManagerWindow::tick);

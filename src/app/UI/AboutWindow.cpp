@@ -12,6 +12,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "Controls/WindowKeys.h"
 #include "Services/AboutInformation.h"
 
 AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
@@ -38,6 +39,7 @@ AboutWindow::AboutWindow(QWidget* parent) : QDialog(parent) {
   layout->addSpacing(8);
   layout->addWidget(libraries_);
   layout->addWidget(buttons);
+  WindowKeys::closeOnEscapeAndCtrlW(this);
 
   // git runs off the main thread; the window may be closed before it answers.
   QPointer<AboutWindow> self(this);
@@ -74,7 +76,11 @@ void addMenu(QTreeWidget* list, const QString& title, const QList<QAction*>& act
       section->setFont(0, bold);
     }
     QStringList keys;
-    for (const QKeySequence& keySequence : action->shortcuts()) keys << keySequence.toString(QKeySequence::NativeText);
+    for (const QKeySequence& keySequence : action->shortcuts()) {
+      // Shift+Tab arrives as Backtab from some keyboards: the same keys to the user.
+      const QString text = keySequence.toString(QKeySequence::NativeText).replace(QStringLiteral("Backtab"), QStringLiteral("Tab"));
+      if (!keys.contains(text)) keys << text;
+    }
     new QTreeWidgetItem(section, {action->text().remove(QLatin1Char('&')), keys.join(QStringLiteral(", "))});
   }
 }
@@ -87,13 +93,16 @@ KeyboardShortcutsWindow::KeyboardShortcutsWindow(const QMenuBar* menus, QWidget*
   list_ = new QTreeWidget(this);
   list_->setHeaderLabels({tr("Action"), tr("Keys")});
   list_->setRootIsDecorated(false);
+  list_->header()->setStretchLastSection(false);
   list_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  list_->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
   for (QAction* menuAction : menus->actions()) {
     const QString title = menuAction->text().remove(QLatin1Char('&'));
     if (!menuAction->menu()) continue;
     addMenu(list_, title, menuAction->menu()->actions());
   }
   list_->expandAll();
+  WindowKeys::closeOnEscapeAndCtrlW(this);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);

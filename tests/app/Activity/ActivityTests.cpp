@@ -54,7 +54,7 @@ TEST(ActivityManagerWindow, ListsVisibleJobsNewestFirstWithTheirOutput) {
 
 TEST(ActivityManagerWindow, EscapeAndCtrlWCloseIt) {
   auto queue = std::make_shared<JobQueue>();
-  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
+  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
     ActivityManagerWindow window(queue);
     window.show();
     window.activateWindow();

@@ -16,6 +16,7 @@
 #include "Jobs/QueuedCall.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/FileContent/TextContent.h"
+#include "Controls/WindowKeys.h"
 
 namespace {
 
@@ -41,6 +42,7 @@ BlameWindowController::BlameWindowController(GitModule module, std::shared_ptr<J
   setObjectName(QStringLiteral("blameWindow"));
   setWindowFlag(Qt::Window);
   setAttribute(Qt::WA_DeleteOnClose);
+  WindowKeys::closeOnEscapeAndCtrlW(this);
   resize(1100, 700);
   title_ = new QLabel(this);
   title_->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -25,6 +25,7 @@
 #include "Jobs/JobQueue.h"
 #include "Jobs/QueuedCall.h"
 #include "Models/FileContent/DiffSettings.h"
+#include "Controls/WindowKeys.h"
 
 namespace {
 enum Column { SubjectColumn, AuthorColumn, DateColumn, ShaColumn };
@@ -37,6 +38,7 @@ FileHistoryWindowController::FileHistoryWindowController(GitModule module, std::
   setObjectName(QStringLiteral("fileHistoryWindow"));
   setWindowFlag(Qt::Window);
   setAttribute(Qt::WA_DeleteOnClose);
+  WindowKeys::closeOnEscapeAndCtrlW(this);
   setWindowTitle(tr("History: %1").arg(path_));
   resize(1100, 750);
 

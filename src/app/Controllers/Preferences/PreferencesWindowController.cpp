@@ -13,7 +13,6 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QShortcut>
 #include <QShowEvent>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -27,6 +26,7 @@
 #include "Services/RepositoryRescanner.h"
 #include "Services/UrlSchemeHandlerRegistry.h"
 #include "UI/Appearance.h"
+#include "Controls/WindowKeys.h"
 
 namespace {
 using Notification = PreferencesNotifier::Notification;
@@ -77,10 +77,7 @@ PreferencesWindowController::PreferencesWindowController(AppSettings& settings, 
   layout->addWidget(tabs_);
   resize(620, 440);
 
-  auto* close = new QShortcut(QKeySequence::Close, this);
-  connect(close, &QShortcut::activated, this, &QWidget::close);
-  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-  connect(escape, &QShortcut::activated, this, &QWidget::close);
+  WindowKeys::closeOnEscapeAndCtrlW(this);
 
   auto& rescanner = RepositoryRescanner::shared();
   connect(&rescanner, &RepositoryRescanner::started, this, [this] {

@@ -223,6 +223,15 @@ TEST_F(LineStagingView, SideBySideShowsAndStagesTheSameChanges) {
   const int row = rowOf(right, QStringLiteral("changed 5"));
   dragInGutter(right, row, row);
   EXPECT_EQ(right->stageBar()->stageButton()->text(), QStringLiteral("Stage Line"));
+  // One bar column, between the halves: the right half's text keeps its width and its
+  // bar covers neither text.
+  const int scrollBar = right->verticalScrollBar()->isVisible() ? right->verticalScrollBar()->width() : 0;
+  EXPECT_LE(right->contentsRect().right() - right->viewport()->geometry().right(), scrollBar + 2);
+  const auto onScreen = [](const QWidget* widget) { return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size()); };
+  const QRect bar = onScreen(right->stageBar());
+  EXPECT_TRUE(right->stageBar()->isVisible());
+  EXPECT_GE(bar.left(), onScreen(left->viewport()).right());
+  EXPECT_LE(bar.right(), onScreen(right->viewport()).left());
   applyAndWait([&] { QTest::mouseClick(right->stageBar()->stageButton(), Qt::LeftButton); });
   EXPECT_EQ(index(QStringLiteral("h.txt")), numbered(1, 8).replace("line 5\n", "line 5\nchanged 5\n"));
 

@@ -61,6 +61,7 @@ CommitTextDiffView::CommitTextDiffView(QWidget* parent) : QPlainTextEdit(parent)
   barColumn_->setAutoFillBackground(true);
   barColumn_->setBackgroundRole(QPalette::AlternateBase);
   barColumn_->installEventFilter(this);
+  barHost_ = barColumn_;
   stageBar_ = new DiffSelectionPopoverController(barColumn_);
   stageBar_->hide();
   updateMargins();
@@ -169,7 +170,30 @@ void CommitTextDiffView::setOperationsEnabled(bool on) {
   updateMargins();
 }
 
-int CommitTextDiffView::barColumnWidth() const { return operations_ ? stageBar_->sizeHint().width() + 8 : 0; }
+CommitTextDiffView::~CommitTextDiffView() {
+  // A bar lives in the host's column: the guest's goes with the guest, and the host sends
+  // it home before the column goes.
+  if (!partner_) return;
+  partner_->partner_ = nullptr;
+  if (barHost_ != barColumn_) {
+    delete stageBar_;
+  } else if (partner_->barHost_ == barColumn_) {
+    partner_->barHost_ = partner_->barColumn_;
+    partner_->stageBar_->setParent(partner_->barColumn_);
+  }
+}
+
+void CommitTextDiffView::shareBarColumnOf(CommitTextDiffView* host) {
+  partner_ = host;
+  host->partner_ = this;
+  barHost_ = host->barColumn_;
+  stageBar_->setParent(barHost_);
+  stageBar_->hide();
+  barHost_->installEventFilter(this);
+  updateMargins();
+}
+
+int CommitTextDiffView::barColumnWidth() const { return operations_ && barHost_ == barColumn_ ? stageBar_->sizeHint().width() + 8 : 0; }
 
 void CommitTextDiffView::updateMargins() {
   setViewportMargins(gutterWidth(), 0, barColumnWidth(), 0);
@@ -177,12 +201,21 @@ void CommitTextDiffView::updateMargins() {
   gutter_->setGeometry(QRect(cr.left(), cr.top(), gutterWidth(), cr.height()));
   const QRect text = viewport()->geometry();
   barColumn_->setGeometry(QRect(text.right() + 1, text.top(), barColumnWidth(), text.height()));
-  barColumn_->setVisible(operations_);
+  barColumn_->setVisible(operations_ && barHost_ == barColumn_);
 }
 
 void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> chunk) {
   if (!operations_) chunk.reset();
   if (chunk == activeChunk_) return;
+  // One bar in the shared column: the partner's target and selection give way.
+  if (chunk && partner_ && partner_->activeChunk_) {
+    if (partner_->activeChunk_->manualSelection) {
+      QTextCursor cursor = partner_->textCursor();
+      cursor.clearSelection();
+      partner_->setTextCursor(cursor);
+    }
+    partner_->setActiveChunk(std::nullopt);
+  }
   const bool targetChanged = !chunk || !activeChunk_ || chunk->range != activeChunk_->range ||
                              chunk->manualSelection != activeChunk_->manualSelection;
   activeChunk_ = std::move(chunk);
@@ -196,11 +229,11 @@ void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> c
     stageBar_->setTarget(staged_, activeChunk_->manualSelection,
                          activeChunk_->manualSelection ? selectedChangedLines(activeChunk_->range) : 0);
   }
-  // Five pixels below the top of the target, never above the visible top; the column
-  // starts where the text does, so its coordinates are the text's.
+  // Five pixels below the top of the target, never above the visible top.
   stageBar_->adjustSize();
-  const int x = (barColumn_->width() - stageBar_->width()) / 2;
-  const int y = std::max(activeChunk_->rect.top() + 5, 5);
+  const int x = (barHost_->width() - stageBar_->width()) / 2;
+  const int top = barHost_->mapFrom(window(), viewport()->mapTo(window(), QPoint(0, 0))).y();
+  const int y = top + std::max(activeChunk_->rect.top() + 5, 5);
   stageBar_->move(x, y);
   stageBar_->show();
   stageBar_->raise();
@@ -208,6 +241,8 @@ void CommitTextDiffView::setActiveChunk(std::optional<CommitTextDiffViewChunk> c
 
 void CommitTextDiffView::hoverAt(const QPoint& position) {
   if (activeChunk_ && activeChunk_->manualSelection) return;
+  // Nor does a hover on the other half take the bar from selected lines.
+  if (partner_ && partner_->activeChunk_ && partner_->activeChunk_->manualSelection) return;
   lastMouseLocation_ = position;
   const QTextBlock last = document()->lastBlock();
   const bool belowText = position.y() > blockBoundingGeometry(last).translated(contentOffset()).bottom();
@@ -442,12 +477,12 @@ void CommitTextDiffView::endHoverUnlessOver(const QWidget* other) {
 
 bool CommitTextDiffView::viewportEvent(QEvent* event) {
   // The mouse left the text, and not for the bar beside it: the hover ends.
-  if (event->type() == QEvent::Leave) endHoverUnlessOver(barColumn_);
+  if (event->type() == QEvent::Leave) endHoverUnlessOver(barHost_);
   return QPlainTextEdit::viewportEvent(event);
 }
 
 bool CommitTextDiffView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == barColumn_ && event->type() == QEvent::Leave) endHoverUnlessOver(viewport());
+  if (watched == barHost_ && event->type() == QEvent::Leave) endHoverUnlessOver(viewport());
   return QPlainTextEdit::eventFilter(watched, event);
 }
 

@@ -28,12 +28,17 @@ class CommitTextDiffView : public QPlainTextEdit {
   enum class Numbers { oldAndNew, oldOnly, newOnly };
 
   explicit CommitTextDiffView(QWidget* parent = nullptr);
+  ~CommitTextDiffView() override;
 
   // Shows a new document and clears the target. A staged file is unstaged by the bar;
   // an unstaged one is staged or discarded.
   void showPatch(PatchView::Document document, Numbers numbers, bool staged);
   // Off for a diff that is only read: no stage bar, no target for the keys.
   void setOperationsEnabled(bool on);
+  // The two halves of the side-by-side layout: this view's bar floats in `host`'s column
+  // (between the halves) instead of a column of its own, which would take the text's
+  // width. One target stands for the pair: a new one on either side ends the other's.
+  void shareBarColumnOf(CommitTextDiffView* host);
   const PatchView::Document& patch() const { return patch_; }
   bool isStaged() const { return staged_; }
 
@@ -102,6 +107,8 @@ class CommitTextDiffView : public QPlainTextEdit {
   std::optional<QPoint> lastMouseLocation_;
   DiffSelectionPopoverController* stageBar_;
   QWidget* barColumn_;
+  QWidget* barHost_;  // the column the bar floats in: barColumn_ or the partner's
+  CommitTextDiffView* partner_ = nullptr;
   QWidget* gutter_;
   int digits_ = 1;
 };

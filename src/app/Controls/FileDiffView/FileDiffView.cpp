@@ -95,6 +95,8 @@ QWidget* FileDiffView::buildTextPage() {
   right_ = new CommitTextDiffView(page);
   left_->setOperationsEnabled(mode_ == Mode::staging);
   right_->setOperationsEnabled(mode_ == Mode::staging);
+  // One bar column for both halves, between them.
+  right_->shareBarColumnOf(left_);
   auto* sides = new QSplitter(Qt::Horizontal, page);
   sides->addWidget(left_);
   sides->addWidget(right_);

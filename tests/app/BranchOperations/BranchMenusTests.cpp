@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -12,6 +13,7 @@
 #include "Commands/CommandContext.h"
 #include "Commands/CommandTable.h"
 #include "Commands/ContextMenus.h"
+#include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/Repository/NotificationBar.h"
 #include "UI/JelvDocument.h"
 #include "Controllers/Sheets/ErrorWindowController.h"
@@ -159,4 +161,26 @@ TEST_F(BranchMenus, DeletingAnUnmergedBranchAsksAgainBeforeForcing) {
   EXPECT_TRUE(repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")));
   second->findChild<QPushButton*>(q("confirmButton"))->click();
   ASSERT_TRUE(settle(*view, [&] { return !repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")); }));
+}
+
+// The reset sheet opened for a mixed reset and switched to hard shows the warning and the
+// longer button title whole: the sheet grows with its content.
+TEST_F(BranchMenus, TheResetSheetGrowsToShowTheHardWarning) {
+  ASSERT_TRUE(view->commitList()->selectSha(*Sha::fromHex(repo.git({q("rev-parse"), q("HEAD~1")}).trimmed())));
+  ASSERT_TRUE(CommandTable::run(q("resetMixed"), CommandContext::forRepository(view.get())));
+  auto* sheet = waitForTopLevel<OperationSheetController>(q("resetSheet"));
+  ASSERT_TRUE(sheet);
+  sheet->choice(0)->setCurrentIndex(2);
+  QTest::qWait(50);
+  QLabel* warning = sheet->statusLabel();
+  ASSERT_TRUE(warning->isVisible());
+  EXPECT_TRUE(warning->text().contains(q("lost")));
+  EXPECT_TRUE(warning->wordWrap() ? warning->height() >= warning->heightForWidth(warning->width())
+                                  : warning->width() >= warning->minimumSizeHint().width());
+  QPushButton* submit = sheet->submitButton();
+  EXPECT_GE(submit->width(), submit->sizeHint().width()) << submit->text().toStdString();
+  for (QWidget* part : std::initializer_list<QWidget*>{warning, submit, sheet->cancelButton()}) {
+    EXPECT_TRUE(sheet->rect().contains(QRect(part->mapTo(sheet, QPoint(0, 0)), part->size())));
+  }
+  sheet->cancelButton()->click();
 }

@@ -1,10 +1,13 @@
 #include "Controllers/Sheets/JelvSheetController.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -21,6 +24,35 @@
 #include "Logging/AdvancedLogger.h"
 
 #include <QCloseEvent>
+
+namespace {
+
+// A window keeps the size it was shown with: a warning, a longer button title or an option
+// shown later would be cut off. Every change of the content's size posts a layout request
+// to the sheet; the sheet then grows until all of its content fits (it never shrinks).
+class GrowToFit : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::LayoutRequest) fit(static_cast<QWidget*>(watched));
+    return false;
+  }
+
+ private:
+  static void fit(QWidget* sheet) {
+    QLayout* layout = sheet->layout();
+    if (!layout || !sheet->isVisible()) return;
+    layout->activate();
+    const QSize hint = layout->totalSizeHint();
+    const int width = std::max(sheet->width(), hint.width());
+    const int height = std::max(sheet->height(), layout->hasHeightForWidth() ? layout->totalHeightForWidth(width) : hint.height());
+    if (width != sheet->width() || height != sheet->height()) sheet->resize(width, height);
+  }
+};
+
+}  // namespace
 
 JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
   setWindowModality(Qt::WindowModal);
@@ -46,6 +78,8 @@ JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
   statusImageView_ = new QLabel(this);
   statusImageView_->hide();
   statusLabel_ = new QLabel(this);
+  statusLabel_->setWordWrap(true);  // a long warning takes lines, not the buttons' room
+  statusLabel_->setMinimumWidth(220);
   statusLabel_->hide();
   cancelButton_ = new QPushButton(QStringLiteral("Cancel"), this);
   submitButton_ = new QPushButton(QStringLiteral("Submit"), this);
@@ -53,14 +87,16 @@ JelvSheetController::JelvSheetController(QWidget* parent) : QDialog(parent) {
   statusLine->addWidget(progressIndicator_);
   statusLine->addWidget(statusImageView_);
   statusLine->addWidget(statusLabel_, 1);
-  // Keeps the buttons at their natural width on the right while the status line is empty.
-  statusLine->addStretch(1);
+  // Keeps the buttons at their natural width on the right while the status line is empty;
+  // a message takes all the room there is (the label's stretch wins over this one's).
+  statusLine->addStretch();
   statusLine->addWidget(cancelButton_);
   statusLine->addWidget(submitButton_);
   layout->addLayout(statusLine);
 
   connect(cancelButton_, &QPushButton::clicked, this, &JelvSheetController::cancel);
   connect(submitButton_, &QPushButton::clicked, this, &JelvSheetController::submit);
+  installEventFilter(new GrowToFit(this));
 }
 
 void JelvSheetController::validate(bool) { submitButton_->setEnabled(true); }

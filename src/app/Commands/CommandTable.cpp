@@ -72,7 +72,8 @@ void addReferenceOperations(const Add& add) {
   add({QStringLiteral("dropStash"), QStringLiteral("Delete Stash..."), {}, DropStashCommand::execute, Needs::stash, {}, 0, stash, {}});
 
   const QString tag = QStringLiteral("tag");
-  add({QStringLiteral("createTag"), QStringLiteral("New Tag..."), {}, ShowCreateTagSheetCommand::execute, Needs::repository, {}, menu, tag, {}});
+  add({QStringLiteral("createTag"), QStringLiteral("New Tag..."), {}, ShowCreateTagSheetCommand::execute, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+T")), menu, tag, {}});
   add({QStringLiteral("createTagHere"), QStringLiteral("New Tag Here..."), {}, ShowCreateTagSheetCommand::execute, Needs::revision, {}, 0, tag, {}});
   add({QStringLiteral("deleteTag"), QStringLiteral("Delete Tag..."), {{QStringLiteral("tag"), Type::tag}}, ShowDeleteTagSheetCommand::execute,
        Needs::tag, {}, 0, tag, {}});
@@ -88,9 +89,11 @@ void addReferenceOperations(const Add& add) {
   };
   add({QStringLiteral("bisectStart"), BisectCommand::title(BisectGitCommand::Step::start), {}, BisectCommand::start, Needs::repository, {}, menu,
        bisect, {}});
-  add({QStringLiteral("bisectGood"), BisectCommand::title(BisectGitCommand::Step::good), {}, BisectCommand::good, Needs::repository, {}, menu,
-       bisect, bisecting});
-  add({QStringLiteral("bisectBad"), BisectCommand::title(BisectGitCommand::Step::bad), {}, BisectCommand::bad, Needs::repository, {}, menu, bisect, bisecting});
+  // Good and Bad are pressed again and again while bisecting.
+  add({QStringLiteral("bisectGood"), BisectCommand::title(BisectGitCommand::Step::good), {}, BisectCommand::good, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Alt+G")), menu, bisect, bisecting});
+  add({QStringLiteral("bisectBad"), BisectCommand::title(BisectGitCommand::Step::bad), {}, BisectCommand::bad, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Alt+B")), menu, bisect, bisecting});
   add({QStringLiteral("bisectReset"), BisectCommand::title(BisectGitCommand::Step::reset), {}, BisectCommand::reset, Needs::repository, {}, menu,
        bisect, bisecting});
 
@@ -158,14 +161,17 @@ std::vector<CommandDescriptor> makeTable() {
        ShowMergeBranchSheetCommand::execute, Needs::activeBranch, QKeySequence(QStringLiteral("Ctrl+Shift+M")), menu | toolbar, merge, notActive});
   add({QStringLiteral("rebaseCurrentOnto"), QStringLiteral("Rebase..."), {{QStringLiteral("reference"), Type::reference}},
        ShowRebaseSheetCommand::execute, Needs::activeBranch, QKeySequence(QStringLiteral("Ctrl+Shift+E")), menu, merge, notActive});
-  add({QStringLiteral("cherryPick"), QStringLiteral("Cherry-Pick..."), {}, ShowCherryPickSheetCommand::execute, Needs::revision, {}, menu, merge});
-  add({QStringLiteral("revert"), QStringLiteral("Revert..."), {}, ShowRevertSheetCommand::execute, Needs::revision, {}, menu, merge,
+  add({QStringLiteral("cherryPick"), QStringLiteral("Cherry-Pick..."), {}, ShowCherryPickSheetCommand::execute, Needs::revision,
+       QKeySequence(QStringLiteral("Ctrl+Shift+C")), menu, merge});
+  add({QStringLiteral("revert"), QStringLiteral("Revert..."), {}, ShowRevertSheetCommand::execute, Needs::revision,
+       QKeySequence(QStringLiteral("Ctrl+Shift+R")), menu, merge,
        [](const CommandContext& c) { return c.revisions.size() == 1; }});
   using ResetMode = ShowResetBranchSheetCommand::Mode;
   add({QStringLiteral("resetSoft"), QStringLiteral("Reset Current Branch to Here (Soft)..."), {},
        [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::soft); }, Needs::revision, {}, 0, merge});
   add({QStringLiteral("resetMixed"), QStringLiteral("Reset Current Branch to Here (Mixed)..."), {},
-       [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::mixed); }, Needs::revision, {}, menu, merge});
+       [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::mixed); }, Needs::revision,
+       QKeySequence(QStringLiteral("Ctrl+Shift+Backspace")), menu, merge});
   add({QStringLiteral("resetHard"), QStringLiteral("Reset Current Branch to Here (Hard)..."), {},
        [](const CommandContext& c) { ShowResetBranchSheetCommand::execute(c, ResetMode::hard); }, Needs::revision, {}, 0, merge});
   add({QStringLiteral("showConflicts"), QStringLiteral("Resolve"), {},
@@ -173,13 +179,16 @@ std::vector<CommandDescriptor> makeTable() {
   using Action = OperationControlGitCommand::Action;
   const auto underWay = [](const CommandContext& c) { return OperationControlCommand::operationUnderWay(c).has_value(); };
   add({QStringLiteral("continueOperation"), QStringLiteral("Continue"), {},
-       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::continueOperation); }, Needs::repository, {}, menu,
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::continueOperation); }, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+Return")), menu,
        QStringLiteral("operation"), underWay});
   add({QStringLiteral("abortOperation"), QStringLiteral("Abort..."), {},
-       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::abort); }, Needs::repository, {}, menu,
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::abort); }, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+X")), menu,
        QStringLiteral("operation"), underWay});
   add({QStringLiteral("skipOperation"), QStringLiteral("Skip..."), {},
-       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::skip); }, Needs::repository, {}, menu,
+       [](const CommandContext& c) { OperationControlCommand::execute(c, Action::skip); }, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Shift+K")), menu,
        QStringLiteral("operation"), OperationControlCommand::canSkip});
 
   // History: blame, file history, the files of a commit.
@@ -194,7 +203,8 @@ std::vector<CommandDescriptor> makeTable() {
   add({QStringLiteral("saveFileAtRevision"), QStringLiteral("Save As..."), {{QStringLiteral("file"), Type::repositoryFile}},
        SaveFileAtRevisionCommand::execute, Needs(int(Needs::revision) | int(Needs::paths)), {}, 0, QStringLiteral("history")});
 
-  // Remote work: fetch, pull and push, each with a quick variant that asks nothing.
+  // Remote work: fetch, pull and push, each with a quick variant that asks nothing (Alt
+  // added to the sheet's keys).
   add({QStringLiteral("fetch"), QStringLiteral("Fetch..."), {}, ShowFetchSheetCommand::execute, Needs::repository,
        QKeySequence(QStringLiteral("Ctrl+Shift+F")), menu | toolbar, QStringLiteral("remote")});
   add({QStringLiteral("pull"), QStringLiteral("Pull..."), {}, ShowPullSheetCommand::execute, Needs::activeBranch,
@@ -204,11 +214,14 @@ std::vector<CommandDescriptor> makeTable() {
   add({QStringLiteral("pushBranches"), QStringLiteral("Push Branches..."), {}, ShowPushMultipleBranchesSheetCommand::execute,
        Needs::repository, {}, menu, QStringLiteral("remote"),
        [](const CommandContext& c) { return !c.data()->references.localBranches.empty(); }});
-  add({QStringLiteral("quickFetch"), QStringLiteral("Fetch Now"), {}, QuickFetchCommand::execute, Needs::repository, {}, menu,
+  add({QStringLiteral("quickFetch"), QStringLiteral("Fetch Now"), {}, QuickFetchCommand::execute, Needs::repository,
+       QKeySequence(QStringLiteral("Ctrl+Alt+Shift+F")), menu,
        QStringLiteral("remote")});
-  add({QStringLiteral("quickPull"), QStringLiteral("Pull Now"), {}, QuickPullCommand::execute, Needs::activeBranch, {}, menu,
+  add({QStringLiteral("quickPull"), QStringLiteral("Pull Now"), {}, QuickPullCommand::execute, Needs::activeBranch,
+       QKeySequence(QStringLiteral("Ctrl+Alt+Shift+L")), menu,
        QStringLiteral("remote")});
-  add({QStringLiteral("quickPush"), QStringLiteral("Push Now"), {}, QuickPushCommand::execute, Needs::activeBranch, {}, menu,
+  add({QStringLiteral("quickPush"), QStringLiteral("Push Now"), {}, QuickPushCommand::execute, Needs::activeBranch,
+       QKeySequence(QStringLiteral("Ctrl+Alt+Shift+P")), menu,
        QStringLiteral("remote")});
   addReferenceOperations(add);
 

@@ -1,11 +1,11 @@
 #include "UI/JelvDocument.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
 #include <QMenu>
 #include <QPointer>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -260,15 +260,25 @@ JelvDocument::JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> qu
     if (controller_->repositoryData() && controller_->repositoryStatus()) Q_EMIT snapshotLoaded();
   });
 
-  auto* refreshShortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+R")), this);
-  connect(refreshShortcut, &QShortcut::activated, this, &JelvDocument::refresh);
-  auto* findShortcut = new QShortcut(QKeySequence::Find, this);
+  // Actions rather than bare shortcuts: the window shows them in its toolbar and its
+  // Repository menu with their keys, and the keys work anywhere in the tab.
+  refreshAction_ = new QAction(tr("Refresh"), this);
+  refreshAction_->setObjectName(QStringLiteral("refreshAction"));
+  refreshAction_->setShortcut(QKeySequence(QStringLiteral("Ctrl+R")));
+  connect(refreshAction_, &QAction::triggered, this, &JelvDocument::refresh);
+  searchAction_ = new QAction(tr("Search Commits"), this);
+  searchAction_->setObjectName(QStringLiteral("searchAction"));
+  searchAction_->setShortcuts(QKeySequence::Find);
   search_ = new RevisionSearchController(searchBar_, searchResults_, commitList_, controller_, this);
   connect(search_, &RevisionSearchController::fileRequested, this, &JelvDocument::showRevisionFile);
-  connect(findShortcut, &QShortcut::activated, this, [this] {
+  connect(searchAction_, &QAction::triggered, this, [this] {
     showHistory();
     search_->activate();
   });
+  for (QAction* action : {refreshAction_, searchAction_}) {
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(action);
+  }
 
   qApp->installEventFilter(this);
   refresh();

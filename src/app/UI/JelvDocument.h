@@ -25,6 +25,7 @@ class FileDiffView;
 class StageFileViewController;
 class RepositoryStatusBar;
 class ActivityManagerWindow;
+class QAction;
 class QStackedWidget;
 class RepositoryStatusManager;
 class CommitListDisplayController;
@@ -48,6 +49,9 @@ class JelvDocument : public QWidget {
   RevisionSearchController* searchController() const { return search_; }
   RevisionSearchBar* searchBar() const { return searchBar_; }
   RevisionSearchResultsView* searchResults() const { return searchResults_; }
+  // Ctrl+R and Ctrl+F: refresh, and the commit search over the history.
+  QAction* refreshAction() const { return refreshAction_; }
+  QAction* searchAction() const { return searchAction_; }
   RevisionFileTreeTabController* revisionFileTree() const { return fileTree_; }
   QTabWidget* detailsTabs() const { return detailsTabs_; }
 
@@ -136,6 +140,8 @@ class JelvDocument : public QWidget {
   ActivityManagerWindow* activity_ = nullptr;
   RevisionSearchBar* searchBar_;
   RevisionSearchResultsView* searchResults_;
+  QAction* refreshAction_;
+  QAction* searchAction_;
   std::optional<QString> pendingFile_;  // wanted in the commit whose files are being read
   RevisionSearchController* search_;
   QTabWidget* detailsTabs_;

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QHash>
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <QToolButton>
 #include <QMessageBox>
@@ -15,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
+#include "Controllers/CommitList/CommitListView.h"
 #include "UI/JelvDocument.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
 #include "Commands/ShowInFolderCommand.h"
@@ -94,9 +96,10 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   path_ = module.repositoryPath;
   delete openingLabel_;
   openingLabel_ = nullptr;
-  buildToolbar();
+  // The view first: the toolbar shows some of its actions.
   document_ = new JelvDocument(module, jobQueue_, this);
   connect(document_, &JelvDocument::openSubmoduleRequested, this, &JelvWindowController::openSubmoduleRequested);
+  buildToolbar();
   layout_->addWidget(document_, 1);
   auto markPage = [this] {
     RepositorySidebar* sidebar = document_->sidebar();
@@ -109,6 +112,10 @@ void JelvWindowController::showRepository(const GitModule& module, AppSettings& 
   markPage();
   connect(document_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateCommandActions);
   connect(document_->controller(), &RepositoryController::repositoryStatusUpdated, this, &JelvWindowController::updateCommandActions);
+  // Cherry-Pick, Revert and Reset act on the selected commits: their keys follow the selection.
+  const QItemSelectionModel* selection = document_->commitList()->selectionModel();
+  connect(selection, &QItemSelectionModel::selectionChanged, this, &JelvWindowController::updateCommandActions);
+  connect(selection, &QItemSelectionModel::currentChanged, this, &JelvWindowController::updateCommandActions);
   connect(document_->controller(), &RepositoryController::behindAheadInfoUpdated, this, &JelvWindowController::updateRemoteCounts);
   connect(document_->controller(), &RepositoryController::repositoryDataUpdated, this, &JelvWindowController::updateRemoteCounts);
   updateCommandActions();
@@ -131,8 +138,10 @@ void JelvWindowController::buildToolbar() {
     connect(action, &QAction::triggered, this, slot);
     return action;
   };
-  add(QStringLiteral("refreshAction"), tr("Refresh"), QStyle::SP_BrowserReload, tr("Read the repository again (Ctrl+R)"),
-      [this] { document_->refresh(); });
+  QAction* refresh = document_->refreshAction();
+  refresh->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+  refresh->setToolTip(tr("Read the repository again (Ctrl+R)"));
+  toolbar_->addAction(refresh);
   toolbar_->addSeparator();
   QAction* localChanges = add(QStringLiteral("localChangesAction"), tr("Local Changes"), QStyle::SP_FileDialogDetailedView,
                               tr("Show the working tree's changes"), [this] {
@@ -147,6 +156,11 @@ void JelvWindowController::buildToolbar() {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(action);
   }
+  QAction* search = document_->searchAction();
+  search->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView));
+  search->setIconText(tr("Search"));
+  search->setToolTip(tr("Search the commits by message, author, content or path (Ctrl+F)"));
+  toolbar_->addAction(search);
   // The page on screen stays marked, whichever way it was chosen.
   auto* pages = new QActionGroup(this);
   for (QAction* page : {localChanges, history}) {

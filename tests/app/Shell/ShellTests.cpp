@@ -13,9 +13,11 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMetaEnum>
 #include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
@@ -29,6 +31,7 @@
 #include <memory>
 
 #include "Commands/CommandTable.h"
+#include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/LocalChanges/FileListViewController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "UI/JelvDocument.h"
@@ -38,8 +41,10 @@
 #include "Jobs/JobProgress.h"
 #include "Jobs/JobQueue.h"
 #include "Jobs/ReleasedQueues.h"
+#include "Repository/RepositoryController.h"
 #include "Models/AppSettings.h"
 #include "Models/GitModuleSettings.h"
+#include "Models/RepositoryReadme.h"
 #include "Models/RepositoryValidation.h"
 #include "Models/WindowSession.h"
 #include "Services/ApplicationStartup.h"
@@ -258,12 +263,18 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
     if (action->isVisible() && !action->isSeparator()) visible << action->objectName();
   }
   // The tab's own actions, then every command the table puts on the toolbar, in its order.
-  QStringList expected{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction", "activityAction"};
+  QStringList expected{"refreshAction", "localChangesAction", "historyAction", "searchAction", "showInFolderAction", "activityAction"};
   for (const CommandDescriptor& descriptor : CommandTable::all()) {
     if (descriptor.places & CommandDescriptor::toolbar) expected << descriptor.identifier + QStringLiteral("Action");
   }
   EXPECT_EQ(visible, expected);
-  EXPECT_GT(expected.size(), 5);
+  EXPECT_GT(expected.size(), 6);
+  // Each of them is in the Repository menu too.
+  auto* menu = documents.windows().first()->findChild<QMenu*>(QStringLiteral("repositoryMenu"));
+  Q_EMIT menu->aboutToShow();
+  QStringList inMenu;
+  for (QAction* action : menu->actions()) inMenu << action->objectName();
+  for (const QString& name : expected) EXPECT_TRUE(inMenu.contains(name)) << name.toStdString();
 
   StageFileViewController* local = view->localChangesView();
   const auto listed = [local] { return local->unstagedList()->files().size() + local->stagedList()->files().size(); };
@@ -729,16 +740,32 @@ TEST_F(DocumentController, AboutTellsTheVersionTheGitInUseAndTheLicences) {
   EXPECT_TRUE(about.gitLabel()->text().startsWith(QStringLiteral("git 2."))) << about.gitLabel()->text().toStdString();
   EXPECT_TRUE(text.contains(QStringLiteral("Qt 6 — GNU Lesser General Public License v3")));
   EXPECT_TRUE(text.contains(QStringLiteral("SQLite — Public domain")));
+  // An optional library is listed as the build has it: cmark exactly when Markdown renders.
+  EXPECT_EQ(text.contains(QStringLiteral("cmark — BSD 2-Clause License")),
+            RepositoryReadme::markdownToHtml("# Title").contains(QStringLiteral("<h1>")));
 }
 
 // Every menu key is listed, and no key does two things: the repository's menu, the
-// toolbar's own keys and the repositories tab's keys included.
+// toolbar's own keys, the views' own keys and the repositories tab's keys included. The
+// repository's operations take no key that Qt gives a meaning of its own (in a text field
+// the field would win).
 TEST_F(DocumentController, KeyboardShortcutsListEveryKeyOnceAndNoKeyIsTakenTwice) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   alpha.commitFile("a.txt", "a\n", "Initial");
   JelvDocumentController documents(registry(), preferences());
   JelvMainWindow* window = openAll(documents, {alpha.path()});
   ASSERT_TRUE(window);
+  // A key that acts on the selected commit follows the selection, not only a refresh.
+  JelvDocument* view = window->tab(0)->document();
+  QSignalSpy loaded(view, &JelvDocument::snapshotLoaded);
+  ASSERT_TRUE(view->controller()->repositoryData() || loaded.wait(20000));
+  auto* cherryPick = window->tab(0)->findChild<QAction*>(QStringLiteral("cherryPickAction"));
+  ASSERT_TRUE(cherryPick);
+  view->commitList()->selectionModel()->clear();
+  EXPECT_FALSE(cherryPick->isEnabled());
+  view->commitList()->selectRow(0);
+  EXPECT_TRUE(cherryPick->isEnabled());
+
   documents.newRepositoryManagerAsTab(window);
   window->selectTab(window->tab(0));
   window->action(QStringLiteral("keyboardShortcutsAction"))->trigger();
@@ -751,21 +778,41 @@ TEST_F(DocumentController, KeyboardShortcutsListEveryKeyOnceAndNoKeyIsTakenTwice
   }
   const std::string listed = rows.join(QLatin1Char('\n')).toStdString();
   for (const char* row : {"File: Close Tab = Ctrl+W", "Help: Keyboard Shortcuts = Ctrl+/", "Repository: Fetch... = Ctrl+Shift+F",
-                          "Repository: Local Changes = Ctrl+1", "Repository: Activity = Ctrl+Shift+Y"}) {
+                          "Repository: Local Changes = Ctrl+1", "Repository: Activity = Ctrl+Shift+Y", "Repository: Refresh = Ctrl+R",
+                          "Repository: Search Commits = Ctrl+F", "Repository: Cherry-Pick... = Ctrl+Shift+C",
+                          "View: Select Previous Tab = Ctrl+Shift+Tab, Ctrl+PgUp"}) {
     EXPECT_TRUE(rows.contains(QString::fromUtf8(row))) << row << "\n" << listed;
   }
   EXPECT_FALSE(QString::fromStdString(listed).contains(QStringLiteral("Export Profiling Data")));
 
   QHash<QString, QString> owner;
+  const auto take = [&owner](const QKeySequence& keys, const QString& name) {
+    const QString key = keys.toString();
+    if (owner.contains(key) && owner.value(key) != name) ADD_FAILURE() << key.toStdString() << ": " << owner.value(key).toStdString() << " and " << name.toStdString();
+    owner.insert(key, name);
+  };
   QList<QAction*> actions = window->findChildren<QAction*>();
-  for (int i = 0; i < window->tabCount(); ++i) actions << window->tab(i)->findChildren<QAction*>();
+  QList<QShortcut*> keyObjects = window->findChildren<QShortcut*>();
+  for (int i = 0; i < window->tabCount(); ++i) {
+    actions << window->tab(i)->findChildren<QAction*>();
+    keyObjects << window->tab(i)->findChildren<QShortcut*>();
+  }
   for (QAction* action : actions) {
-    for (const QKeySequence& keys : action->shortcuts()) {
-      const QString key = keys.toString();
-      const QString name = action->text().remove(QLatin1Char('&'));
-      if (owner.contains(key) && owner.value(key) != name) ADD_FAILURE() << key.toStdString() << ": " << owner.value(key).toStdString() << " and " << name.toStdString();
-      owner.insert(key, name);
-    }
+    for (const QKeySequence& keys : action->shortcuts()) take(keys, action->text().remove(QLatin1Char('&')));
+  }
+  for (QShortcut* shortcut : keyObjects) {
+    // The Help windows are windows of their own, with their own Ctrl+W.
+    if (qobject_cast<QWidget*>(shortcut->parent())->window() != window) continue;
+    for (const QKeySequence& keys : shortcut->keys()) take(keys, shortcut->objectName());
+  }
+
+  QStringList standard;
+  const QMetaEnum standardKeys = QMetaEnum::fromType<QKeySequence::StandardKey>();
+  for (int i = 0; i < standardKeys.keyCount(); ++i) {
+    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::StandardKey(standardKeys.value(i)))) standard << keys.toString();
+  }
+  for (const CommandDescriptor& command : CommandTable::all()) {
+    EXPECT_FALSE(!command.shortcut.isEmpty() && standard.contains(command.shortcut.toString())) << command.shortcut.toString().toStdString();
   }
 }
 
@@ -833,7 +880,7 @@ TEST_F(DocumentController, TheMenusFollowTheTabInFrontAndPlusFrontsTheRepositori
     }
     return names;
   };
-  EXPECT_EQ(enabledNames(), (QStringList{"refreshAction", "localChangesAction", "historyAction", "showInFolderAction",
+  EXPECT_EQ(enabledNames(), (QStringList{"refreshAction", "localChangesAction", "historyAction", "searchAction", "showInFolderAction",
                                          "activityAction"}));
   QAction* hideTags = opened(view, QStringLiteral("Hide Tags"));
   ASSERT_TRUE(hideTags);
@@ -851,7 +898,7 @@ TEST_F(DocumentController, TheMenusFollowTheTabInFrontAndPlusFrontsTheRepositori
   EXPECT_FALSE(opened(view, QStringLiteral("Show Tags")));
   EXPECT_TRUE(opened(view, QStringLiteral("Select Next Tab")));
   window->selectPreviousTab();
-  EXPECT_EQ(enabledNames().size(), 5);
+  EXPECT_EQ(enabledNames().size(), 6);
 
   auto* plus = window->findChild<QToolButton*>(QStringLiteral("newTabButton"));
   ASSERT_TRUE(plus);

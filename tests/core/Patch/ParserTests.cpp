@@ -222,17 +222,20 @@ TEST(PatchParser, FlagsTheLineThatHasNoNewlineAtTheEnd) {
       {"neither side has one", "a\nb", "a\nc", {"flag"}, {"flag"}, {}},
       {"last line is unchanged context", "a\nb\nc\nd", "A\nb\nc\nd", {"-"}, {"-"}, {"-", "-", "flag"}},
   };
+  // One file a row, all in one diff.
+  TempRepository repo;
+  for (const Row& row : rows) repo.writeFile(row.name, row.before);
+  repo.commit("base");
+  for (const Row& row : rows) repo.writeFile(row.name, row.after);
+  const XPatchPtr patch = parse(DiffFixture::diff(repo));
+  ASSERT_TRUE(patch);
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
-    TempRepository repo;
-    repo.commitFile("f", row.before, "base");
-    repo.writeFile("f", row.after);
-    const XPatchPtr patch = parse(DiffFixture::diff(repo));
-    ASSERT_TRUE(patch);
-    ASSERT_EQ(patch->files.size(), 1u);
-    ASSERT_EQ(patch->files[0].chunks.size(), 1u);
-    ASSERT_EQ(patch->files[0].chunks[0]->subChunks.size(), 1u);
-    const XSubChunk& sub = *patch->files[0].chunks[0]->subChunks[0];
+    const XFilePatch* file = fileNamed(*patch, row.name);
+    ASSERT_TRUE(file);
+    ASSERT_EQ(file->chunks.size(), 1u);
+    ASSERT_EQ(file->chunks[0]->subChunks.size(), 1u);
+    const XSubChunk& sub = *file->chunks[0]->subChunks[0];
     EXPECT_EQ(flags(sub.removedLines), row.removedFlags);
     EXPECT_EQ(flags(sub.addedLines), row.addedFlags);
     EXPECT_EQ(flags(sub.postContextLines), row.postFlags);
@@ -269,18 +272,22 @@ TEST(PatchParser, MarksFilesWithLinesLongerThan2047Characters) {
       {"2047 accented characters", accented.repeated(2047) + '\n', true},
       {"2046 accented characters (4092 UTF-16 units)", accented.repeated(2046) + '\n', false},
   };
+  // One file a row, all in one diff.
+  TempRepository repo;
+  for (const Row& row : rows) repo.writeFile(row.name, "short\nkeep\n");
+  repo.commit("base");
+  for (const Row& row : rows) repo.writeFile(row.name, "short\nkeep\n" + row.line);
+  const XPatchPtr patch = parse(DiffFixture::diff(repo));
+  ASSERT_TRUE(patch);
+  ASSERT_EQ(patch->files.size(), std::size(rows));
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
-    TempRepository repo;
-    repo.commitFile("min.js", "short\nkeep\n", "base");
-    repo.writeFile("min.js", "short\nkeep\n" + row.line);
-    const XPatchPtr patch = parse(DiffFixture::diff(repo));
-    ASSERT_TRUE(patch);
-    ASSERT_EQ(patch->files.size(), 1u);
-    EXPECT_EQ(patch->files[0].isMinified, row.minified);
+    const XFilePatch* file = fileNamed(*patch, row.name);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->isMinified, row.minified);
     // The diff text ends every line, even the one that has no newline in the file.
     const QByteArray printed = row.line.endsWith('\n') ? row.line : row.line + '\n';
-    EXPECT_EQ(patch->files[0].chunks[0]->subChunks[0]->addedLines.at(0)->line, QString::fromUtf8(printed));
+    EXPECT_EQ(file->chunks[0]->subChunks[0]->addedLines.at(0)->line, QString::fromUtf8(printed));
   }
 }
 

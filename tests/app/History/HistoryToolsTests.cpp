@@ -64,6 +64,14 @@ struct OpenRepository {
     context.paths = {path};
     return context;
   }
+  // Opens the history of `path` and waits until its commits are listed; null when either fails.
+  FileHistoryWindowController* fileHistory(const QString& path) {
+    ShowFileHistorySheetCommand::execute(context(path));
+    auto* opened = window<FileHistoryWindowController>("fileHistoryWindow");
+    if (!opened) return nullptr;
+    QSignalSpy loaded(opened, &FileHistoryWindowController::historyLoaded);
+    return loaded.wait(20000) ? opened : nullptr;
+  }
   // The newest window of that name.
   template <typename Window>
   Window* window(const char* name) {
@@ -203,11 +211,8 @@ TEST_F(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
 
 TEST_F(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
   OpenRepository open(repo);
-  ShowFileHistorySheetCommand::execute(open.context("renamed notes.txt"));
-  auto* window = open.window<FileHistoryWindowController>("fileHistoryWindow");
+  FileHistoryWindowController* window = open.fileHistory("renamed notes.txt");
   ASSERT_TRUE(window);
-  QSignalSpy loaded(window, &FileHistoryWindowController::historyLoaded);
-  ASSERT_TRUE(loaded.wait(20000));
   QTreeWidget* list = window->list();
   ASSERT_EQ(list->topLevelItemCount(), 4);
   EXPECT_EQ(list->topLevelItem(3)->text(0), QStringLiteral("Start the notes"));
@@ -243,11 +248,8 @@ TEST_F(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {
   repo.commit("Grow the docs");
   repo.commitFile("docs/api.txt", "api\nv2\n", "Second api");
   OpenRepository open(repo);
-  ShowFileHistorySheetCommand::execute(open.context("docs/"));
-  auto* window = open.window<FileHistoryWindowController>("fileHistoryWindow");
+  FileHistoryWindowController* window = open.fileHistory("docs/");
   ASSERT_TRUE(window);
-  QSignalSpy loaded(window, &FileHistoryWindowController::historyLoaded);
-  ASSERT_TRUE(loaded.wait(20000));
   QTreeWidget* list = window->list();
   ASSERT_EQ(list->topLevelItemCount(), 3);
   EXPECT_EQ(list->topLevelItem(1)->text(0), QStringLiteral("Grow the docs"));

@@ -362,9 +362,7 @@ TEST(FileLists, IgnoreSheetPreviewsThePatternAndAddsIt) {
   QMainWindow window;
   LocalChangesPage page(repo);
   StageFileViewController* view = page.view();
-  window.setCentralWidget(view);
-  window.show();
-  ASSERT_TRUE(page.load());
+  ASSERT_TRUE(page.showIn(window));
   EXPECT_EQ(paths(view->unstagedList()->files()), (QStringList{"a.log", "c.txt", "logs/b.log"}));
 
   view->showIgnorePatternSheet(QStringLiteral("*.log"));

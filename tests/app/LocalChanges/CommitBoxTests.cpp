@@ -156,9 +156,7 @@ TEST(CommitBox, MissingIdentityIsRepairedThroughTheSettingsSheet) {
   QMainWindow window;
   LocalChangesPage page(repo);
   StageFileViewController* view = page.view();
-  window.setCentralWidget(view);
-  window.show();
-  ASSERT_TRUE(page.load());
+  ASSERT_TRUE(page.showIn(window));
   CommitController* box = view->commitBox();
   box->subjectField()->setText(QStringLiteral("Change a"));
   const QString before = repo.headSha();

@@ -3,6 +3,7 @@
 // the status for it. The page may be handed to a window, which then owns it.
 #include <gtest/gtest.h>
 
+#include <QMainWindow>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTextBlock>
@@ -40,6 +41,12 @@ class LocalChangesPage {
 
   // Reads the status and waits until the lists show it.
   bool load() { return waitFor(view_, SIGNAL(reloaded()), [this] { view_->reload(); }); }
+  // The page as the window's central widget (its sheets need a window), shown and read.
+  bool showIn(QMainWindow& window) {
+    window.setCentralWidget(view_);
+    window.show();
+    return load();
+  }
   // Runs the action and waits for the page's next reload.
   bool reloadAfter(const std::function<void()>& action) { return waitFor(view_, SIGNAL(reloaded()), action); }
 

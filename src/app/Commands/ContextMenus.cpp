@@ -1,6 +1,9 @@
 #include "Commands/ContextMenus.h"
 
+#include <QMenu>
 #include <QTreeWidgetItem>
+
+#include "Commands/RunCustomCommandCommand.h"
 
 #include "UI/JelvDocument.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
@@ -96,4 +99,19 @@ CommandContext ContextMenus::contextForSidebarItem(JelvDocument* repository, con
     context.remote = full.mid(int(qstrlen("remote:")));
   }
   return context;
+}
+
+void ContextMenus::addCustomCommands(QMenu* menu, const CommandContext& context, CustomCommand::Target target) {
+  const CustomCommandList commands = RunCustomCommandCommand::commands(context, target);
+  if (commands.empty()) return;
+  if (!menu->isEmpty()) menu->addSeparator();
+  for (const CustomCommandPtr& command : commands) {
+    QAction* action = menu->addAction(command->name);
+    action->setObjectName(QStringLiteral("customCommand"));
+    QObject::connect(action, &QAction::triggered, action, [context, command] { RunCustomCommandCommand::execute(context, command); });
+  }
+}
+
+void ContextMenus::addCustomCommands(QMenu* menu, const CommandContext& context) {
+  if (context.reference) addCustomCommands(menu, context, CustomCommand::Target::reference);
 }

@@ -4,7 +4,9 @@
 #include <QStringList>
 
 #include "Commands/CommandContext.h"
+#include "Models/CustomCommands/CustomCommand.h"
 
+class QMenu;
 class QTreeWidgetItem;
 
 struct ContextMenus {
@@ -18,4 +20,9 @@ struct ContextMenus {
   // The sidebar's commands for the entry, and the context they run with.
   static QStringList forSidebarItem(const QTreeWidgetItem* item);
   static CommandContext contextForSidebarItem(JelvDocument* repository, const QTreeWidgetItem* item);
+  // The user's custom commands of `target` that the context can run, after a separator;
+  // nothing when there are none. Each entry is named "customCommand".
+  static void addCustomCommands(QMenu* menu, const CommandContext& context, CustomCommand::Target target);
+  // A sidebar entry's custom commands: those of its branch or tag.
+  static void addCustomCommands(QMenu* menu, const CommandContext& context);
 };

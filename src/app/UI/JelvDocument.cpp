@@ -224,7 +224,9 @@ JelvDocument::JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> qu
   connect(statusBar_, &RepositoryStatusBar::activityRequested, this, &JelvDocument::showActivityManager);
   // The operations of the table: the sidebar's entries, a double-click, the commit list.
   connect(sidebar_, &RepositorySidebar::contextMenuOpening, this, [this](QMenu* menu, QTreeWidgetItem* item) {
-    CommandTable::addActions(menu, ContextMenus::forSidebarItem(item), ContextMenus::contextForSidebarItem(this, item));
+    const CommandContext context = ContextMenus::contextForSidebarItem(this, item);
+    CommandTable::addActions(menu, ContextMenus::forSidebarItem(item), context);
+    ContextMenus::addCustomCommands(menu, context);
   });
   connect(sidebar_, &RepositorySidebar::entryActivated, this, [this](QTreeWidgetItem* item) {
     const CommandContext context = ContextMenus::contextForSidebarItem(this, item);
@@ -237,7 +239,9 @@ JelvDocument::JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> qu
   });
   display_ = new CommitListDisplayController(module_, sidebar_, commitList_, this);
   connect(display_, &CommitListDisplayController::contextMenuOpening, this, [this](QMenu* menu) {
-    CommandTable::addActions(menu, ContextMenus::revision(), CommandContext::forRepository(this));
+    const CommandContext context = CommandContext::forRepository(this);
+    CommandTable::addActions(menu, ContextMenus::revision(), context);
+    ContextMenus::addCustomCommands(menu, context, CustomCommand::Target::revision);
   });
   controller_->showFirstParent = display_->showFirstParent();
   connect(display_, &CommitListDisplayController::showFirstParentChanged, this, [this](bool on) { controller_->showFirstParent = on; });

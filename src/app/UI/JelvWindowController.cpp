@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "UI/JelvDocument.h"
 #include "Controllers/RepositoryManager/RepositoryColorTags.h"
@@ -177,6 +178,18 @@ void JelvWindowController::buildToolbar() {
     action->setShortcut(QKeySequence(keys));
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(action);
+  }
+  // Its drop-down opens the working tree in other ways: the repository's custom commands.
+  if (auto* button = qobject_cast<QToolButton*>(toolbar_->widgetForAction(showInFolder))) {
+    auto* openIn = new QMenu(button);
+    openIn->setObjectName(QStringLiteral("openInMenu"));
+    connect(openIn, &QMenu::aboutToShow, this, [this, openIn, showInFolder] {
+      openIn->clear();
+      openIn->addAction(showInFolder);
+      if (document_) ContextMenus::addCustomCommands(openIn, CommandContext::forRepository(document_), CustomCommand::Target::repository);
+    });
+    button->setMenu(openIn);
+    button->setPopupMode(QToolButton::MenuButtonPopup);
   }
   buildCommandActions();
   layout_->addWidget(toolbar_);

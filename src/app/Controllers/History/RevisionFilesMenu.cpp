@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
 #include "Commands/RevisionFileCommands.h"
 #include "UI/JelvDocument.h"
 
@@ -22,5 +23,6 @@ QMenu* RevisionFilesMenu::make(JelvDocument* repository, const RevisionPtr& revi
   }
   menu->addSeparator();
   menu->addAction(QObject::tr("External Diff"), menu, [context, file] { ExternalDiffAtRevisionCommand::execute(context, file); });
+  ContextMenus::addCustomCommands(menu, context, CustomCommand::Target::file);
   return menu;
 }

@@ -24,6 +24,7 @@
 #include <QVBoxLayout>
 
 #include "Commands/CommandTable.h"
+#include "Commands/ContextMenus.h"
 #include "Commands/ShowInFolderCommand.h"
 #include "UI/JelvDocument.h"
 #include "Controllers/LocalChanges/CommitController.h"
@@ -608,6 +609,13 @@ QMenu* StageFileViewController::contextMenu(FileListViewController* list) {
       menu->addSeparator();
       menu->addAction(tr("Edit %1…").arg(name), this, [this, path = chosen.front()->path] { showEditFileSheet(path); });
     }
+  }
+  // A file of the working tree: no commit, so "$SHA" stays as written.
+  if (JelvDocument* repository = document(); repository && chosen.size() == 1) {
+    CommandContext context = CommandContext::forRepository(repository);
+    context.revisions.clear();
+    context.paths = {chosen.front()->path};
+    ContextMenus::addCustomCommands(menu, context, CustomCommand::Target::file);
   }
   return menu;
 }

@@ -21,6 +21,8 @@
 
 #include "Controllers/Preferences/PreferenceControls.h"
 #include "Controls/GitOutputView.h"
+#include "Services/CustomCommandManager.h"
+#include "UI/CustomCommands/CustomCommandListController.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
 #include "Services/RepositoryRescanner.h"
@@ -72,6 +74,7 @@ PreferencesWindowController::PreferencesWindowController(AppSettings& settings, 
   tabs_->addTab(makeDiffPage(), tr("Diff"));
   tabs_->addTab(makeStatusPage(), tr("Status Updates"));
   tabs_->addTab(makeIntegrationPage(), tr("Integration"));
+  tabs_->addTab(makeCustomCommandsPage(), QStringLiteral("Custom Commands"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(8, 8, 8, 8);
   layout->addWidget(tabs_);
@@ -320,6 +323,22 @@ QWidget* PreferencesWindowController::makeStatusPage() {
   connect(enabled, &QCheckBox::toggled, interval, &QWidget::setEnabled);
   controls_->onReload([interval, enabled] { interval->setEnabled(enabled->isChecked()); });
   layout->addRow(tr("&Every:"), interval);
+  return page;
+}
+
+QWidget* PreferencesWindowController::makeCustomCommandsPage() {
+  auto* page = new QWidget(this);
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(note(tr("Your own entries for the menus of every repository: a program to run, a URL to open, or a "
+                            "small dialog. A repository adds its own in .jelv/custom-commands.json (shared with the "
+                            "repository) and .git/jelv/custom-commands.json (yours only)."),
+                         page));
+  customCommands_ = new CustomCommandListController(false, page);
+  customCommands_->setCommands(CustomCommandManager::shared().customCommands());
+  // Saved at each change: menus read the list when they open.
+  connect(customCommands_, &CustomCommandListController::changed, this,
+          [](const CustomCommandList& commands) { CustomCommandManager::shared().setCustomCommands(commands); });
+  layout->addWidget(customCommands_, 1);
   return page;
 }
 

@@ -1,14 +1,16 @@
 #pragma once
 // The preferences window: General (source folder and its rescan, the Git instance with
-// the versions found, appearance), Commit List, Diff (with the outside diff tool) and
-// Status Updates. Every control writes its key through Preferences at once and posts the
-// key's notification, so open views follow without a restart.
+// the versions found, appearance), Commit List, Diff (with the outside diff tool),
+// Status Updates, Integration and the global Custom Commands. Every control writes its
+// key through Preferences at once and posts the key's notification, so open views
+// follow without a restart.
 #include <QWidget>
 #include <vector>
 
 #include "Services/GitInstanceVersions.h"
 
 class AppSettings;
+class CustomCommandListController;
 class PreferenceControls;
 class QComboBox;
 class QFontComboBox;
@@ -28,6 +30,7 @@ class PreferencesWindowController : public QWidget {
   static PreferencesWindowController* showWindow(AppSettings& settings);
 
   QTabWidget* tabs() const { return tabs_; }
+  CustomCommandListController* customCommands() const { return customCommands_; }
   // Shows the stored values again; the Git instances are read anew in the background.
   void reload();
   void setSourceFolder(const QString& folder);
@@ -48,6 +51,8 @@ class PreferencesWindowController : public QWidget {
   QWidget* makeStatusPage();
   // Whether links of the two schemes open in Jelv, and making them do.
   QWidget* makeIntegrationPage();
+  // The global custom commands.
+  QWidget* makeCustomCommandsPage();
   void loadGitInstances();
   void showGitInstances(const std::vector<GitInstanceVersions::Entry>& entries);
   void gitInstanceChosen(int index);
@@ -59,6 +64,7 @@ class PreferencesWindowController : public QWidget {
   AppSettings& settings_;
   PreferenceControls* controls_ = nullptr;
   QTabWidget* tabs_ = nullptr;
+  CustomCommandListController* customCommands_ = nullptr;
   QLineEdit* sourceFolder_ = nullptr;
   QPushButton* rescanButton_ = nullptr;
   QLabel* rescanStatus_ = nullptr;

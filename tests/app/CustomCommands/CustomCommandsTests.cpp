@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "Commands/CommandContext.h"
+#include "Commands/RunCustomCommandCommand.h"
+#include "Controllers/CommitList/CommitListDisplayController.h"
+#include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/Preferences/PreferencesWindowController.h"
+#include "Jobs/JobQueue.h"
+#include "Models/AppSettings.h"
+#include "Models/GitModuleSettings.h"
+#include "Models/Sha.h"
+#include "Services/CustomCommandManager.h"
+#include "UI/CustomCommands/CustomCommandListController.h"
+#include "UI/CustomCommands/EditCustomCommandActionWindowController.h"
+#include "UI/CustomCommands/EditCustomCommandWindowController.h"
+#include "UI/JelvDocument.h"
+#include "support/TempRepository.h"
+
+namespace {
+
+QString q(const char* text) { return QString::fromUtf8(text); }
+
+class CustomCommands : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    CustomCommandManager::shared().setCustomCommands({});
+    head = repo.commitFile(q("a.txt"), "a\n", q("first"));
+    // A program in a folder with a blank; it writes where it ran and what it got.
+    tool = tools.filePath(q("record args.sh"));
+    QFile file(tool);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"$@\" > ran.txt\necho recorded\n");
+    file.close();
+    file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
+  }
+  void TearDown() override { CustomCommandManager::shared().setCustomCommands({}); }
+
+  std::unique_ptr<JelvDocument> openRepository() {
+    auto view = std::make_unique<JelvDocument>(repo.module(), std::make_shared<JobQueue>());
+    view->resize(1000, 700);
+    view->show();
+    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
+    EXPECT_TRUE(loaded.wait(20000));
+    return view;
+  }
+
+  // The commit list's context menu as it opens on the selected commit.
+  static std::unique_ptr<QMenu> commitMenu(JelvDocument& view) {
+    auto menu = std::make_unique<QMenu>();
+    Q_EMIT view.displayController()->contextMenuOpening(menu.get());
+    return menu;
+  }
+
+  static QAction* customEntry(QMenu& menu, const QString& name) {
+    for (QAction* action : menu.findChildren<QAction*>(q("customCommand"))) {
+      if (action->text() == name) return action;
+    }
+    return nullptr;
+  }
+
+  TempRepository repo{true, q("my repo")};
+  QTemporaryDir tools;
+  QString tool;
+  QString head;
+};
+
+}  // namespace
+
+// A command added in the preferences is saved to the global file and appears in the
+// commit list's menu; running it runs the program in the work tree with the commit.
+TEST_F(CustomCommands, CommandFromThePreferencesRunsFromTheCommitMenu) {
+  QTemporaryDir dbDir;
+  AppSettings settings(dbDir.filePath(q("db.sqlite3")));
+  PreferencesWindowController preferences(settings);
+  preferences.show();
+  CustomCommandListController* list = preferences.customCommands();
+  ASSERT_TRUE(list);
+
+  EditCustomCommandWindowController* editor = list->addCommand();
+  ASSERT_TRUE(editor);
+  EXPECT_EQ(editor->nameField()->text(), q("Repository Custom Command"));
+  editor->targetBox()->setCurrentIndex(editor->targetBox()->findText(q("Commit")));
+  EXPECT_EQ(editor->nameField()->text(), q("Revision Custom Command"));  // an untouched name follows
+  EXPECT_TRUE(editor->variablesLabel()->text().startsWith(q("Available Variables:\n\n$git")));
+  editor->actionEditor()->pathField()->setText(tools.filePath(q("missing.sh")));
+  editor->accept();
+  EXPECT_TRUE(editor->isVisible());
+  EXPECT_EQ(editor->errorLabel()->text(), q("Script path not found"));
+
+  editor->nameField()->setText(q("Record"));
+  editor->actionEditor()->pathField()->setText(tool);
+  editor->actionEditor()->parametersField()->setText(q("$sha $reponame"));
+  editor->accept();
+  ASSERT_EQ(list->commands().size(), 1u);
+  ASSERT_EQ(CustomCommandManager::shared().customCommands().size(), 1u);
+  QFile global(*CustomCommandManager::globalURL());
+  ASSERT_TRUE(global.open(QIODevice::ReadOnly));
+  const QByteArray json = global.readAll();
+  EXPECT_TRUE(json.contains("\"Record\"") && json.contains("\"revision\"") && json.contains("$sha $reponame")) << json.toStdString();
+
+  auto view = openRepository();
+  ASSERT_TRUE(view->commitList()->selectSha(*Sha::fromHex(head)));
+  auto menu = commitMenu(*view);
+  QAction* record = customEntry(*menu, q("Record"));
+  ASSERT_TRUE(record);
+  record->trigger();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(repo.path() + q("/ran.txt")); }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return repo.readFile(q("ran.txt")).count('\n') == 3; }, 5000));
+  EXPECT_EQ(QString::fromUtf8(repo.readFile(q("ran.txt"))), repo.path() + q("\n") + head.left(7) + q("\nmy repo\n"));
+
+  // Removed again (after the question), it leaves the menu.
+  list->list()->setCurrentItem(list->list()->topLevelItem(0));
+  list->removeSelected();
+  auto* confirm = preferences.findChild<QMessageBox*>(q("confirmationSheet"));
+  ASSERT_TRUE(confirm);
+  confirm->findChild<QPushButton*>(q("confirmButton"))->click();
+  EXPECT_TRUE(CustomCommandManager::shared().customCommands().empty());
+  EXPECT_FALSE(customEntry(*commitMenu(*view), q("Record")));
+}
+
+// A command that came with the repository runs only after the trust question; declined
+// it runs nothing, accepted with the box on it is not asked again.
+TEST_F(CustomCommands, SharedCommandAsksForTrustFirst) {
+  repo.writeFile(q(".jelv/custom-commands.json"),
+                 QStringLiteral(R"([{"target": "repository", "name": "Shared", "action":
+                   {"type": "process", "path": "%1", "args": "$repository", "showOutput": false, "waitForExit": true}}])")
+                     .arg(tool)
+                     .toUtf8());
+  auto view = openRepository();
+  const CommandContext context = CommandContext::forRepository(view.get());
+  const CustomCommandList commands = RunCustomCommandCommand::commands(context, CustomCommand::Target::repository);
+  ASSERT_EQ(commands.size(), 1u);
+  ASSERT_TRUE(commands.front()->shared);
+
+  const auto question = [&] {
+    QMessageBox* box = nullptr;
+    QTest::qWaitFor([&] {
+      box = view->window()->findChild<QMessageBox*>(q("runSharedCustomCommandConfirmation"));
+      return box && box->isVisible();
+    }, 5000);
+    return box;
+  };
+  RunCustomCommandCommand::execute(context, commands.front());
+  QMessageBox* box = question();
+  ASSERT_TRUE(box);
+  EXPECT_EQ(box->text(), q("The custom command has come from the 'my repo' repository"));
+  box->button(QMessageBox::Cancel)->click();
+  QTest::qWait(300);
+  EXPECT_FALSE(QFile::exists(repo.path() + q("/ran.txt")));
+
+  RunCustomCommandCommand::execute(context, commands.front());
+  box = question();
+  ASSERT_TRUE(box);
+  box->checkBox()->setChecked(true);
+  box->findChild<QPushButton*>(q("confirmButton"))->click();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(repo.path() + q("/ran.txt")); }, 20000));
+  EXPECT_TRUE(GitModuleSettings::load(repo.module()).trustSharedCommands);
+
+  QFile::remove(repo.path() + q("/ran.txt"));
+  RunCustomCommandCommand::execute(context, commands.front());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(repo.path() + q("/ran.txt")); }, 20000));
+  EXPECT_FALSE(view->window()->findChild<QMessageBox*>(q("runSharedCustomCommandConfirmation")));
+}

@@ -94,7 +94,7 @@ TEST_F(CustomCommands, CommandFromThePreferencesRunsFromTheCommitMenu) {
   EXPECT_EQ(editor->nameField()->text(), q("Repository Custom Command"));
   editor->targetBox()->setCurrentIndex(editor->targetBox()->findText(q("Commit")));
   EXPECT_EQ(editor->nameField()->text(), q("Revision Custom Command"));  // an untouched name follows
-  EXPECT_TRUE(editor->variablesLabel()->text().startsWith(q("Available Variables:\n\n$git")));
+  EXPECT_TRUE(editor->variablesLabel()->text().contains(q("<code>$sha</code></td><td>&nbsp;&nbsp;commit abbreviated sha")));
   editor->actionEditor()->pathField()->setText(tools.filePath(q("missing.sh")));
   editor->accept();
   EXPECT_TRUE(editor->isVisible());

@@ -106,7 +106,7 @@ EditCustomCommandWindowController::EditCustomCommandWindowController(const Custo
     auto* line = new QHBoxLayout;
     line->addWidget(row.title, 1);
     line->addWidget(edit);
-    dialogForm->addRow(i == 0 ? tr("&First button:") : tr("Second &button:"), line);
+    dialogForm->addRow(i == 0 ? tr("First button:") : tr("Second button:"), line);
     dialogForm->addRow(QString(), row.summary);
   }
   pages_ = new QStackedWidget(this);
@@ -183,7 +183,14 @@ void EditCustomCommandWindowController::targetChanged() {
   if (name_->text() == defaultName(lastTarget_)) name_->setText(defaultName(now));
   lastTarget_ = now;
   referenceKinds_->setVisible(now == CustomCommand::Target::reference);
-  variables_->setText(QStringLiteral("Available Variables:\n\n") + CustomCommandEnvironment::availableVariables(now));
+  // The help is "$var<tabs> what it is" a line; a table lines the columns up in any font.
+  QString rows;
+  for (const QString& line : CustomCommandEnvironment::availableVariables(now).split(QLatin1Char('\n'))) {
+    const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+    rows += QStringLiteral("<tr><td><code>%1</code></td><td>&nbsp;&nbsp;%2</td></tr>")
+                .arg(line.left(tab).toHtmlEscaped(), line.mid(tab).trimmed().toHtmlEscaped());
+  }
+  variables_->setText(QStringLiteral("<p><b>Available Variables:</b></p><table>%1</table>").arg(rows));
 }
 
 void EditCustomCommandWindowController::kindChanged() {

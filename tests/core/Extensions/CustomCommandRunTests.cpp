@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+#include <thread>
 #include <QFileInfo>
 
 #include "Jobs/JobProgress.h"
@@ -121,4 +125,21 @@ TEST_F(CustomCommandProcess, FailuresSayWhatWentWrong) {
   const QString text = describe(failed.error());
   EXPECT_TRUE(text.contains("exited with status 3") && text.contains("no such branch")) << text.toStdString();
   EXPECT_TRUE(progress.output().contains("no such branch"));
+}
+
+// Cancelling the job stops the program and whatever it started, at once.
+TEST_F(CustomCommandProcess, CancelStopsTheProgram) {
+  repo.commitFile("a.txt", "a\n", "first");
+  repo.writeExecutable("slow.sh", "#!/bin/sh\ntouch started\nsleep 30\necho finished > done.txt\n");
+  QElapsedTimer timer;
+  timer.start();
+  std::optional<GitResult<ShellStringResponse>> result;
+  std::thread job([&] { result = run("$path/slow.sh", "", "repository"); });
+  while (!QFile::exists(repo.path() + "/started") && timer.elapsed() < 10000) QThread::msleep(20);
+  progress.cancel();
+  job.join();
+  ASSERT_TRUE(result.has_value());
+  EXPECT_TRUE(result->isError<Error::Canceled>());
+  EXPECT_LT(timer.elapsed(), 10000);
+  EXPECT_FALSE(QFile::exists(repo.path() + "/done.txt"));
 }

@@ -49,6 +49,7 @@
 #include "Commands/ShowSaveStashSheetCommand.h"
 #include "Commands/ShowResolveConflictsSheetCommand.h"
 #include "Commands/ShowRebaseInteractiveSheetCommand.h"
+#include "Commands/ShowRepositoryCustomCommandsSheetCommand.h"
 
 namespace {
 
@@ -256,6 +257,10 @@ std::vector<CommandDescriptor> makeTable() {
          section, allHaveParents});
     add({QStringLiteral("dropRevision"), QStringLiteral("Drop..."), {}, Rebase::drop, onBranch, {}, 0, section});
   }
+
+  // The repository's own custom commands (the user's own are in the preferences).
+  add({QStringLiteral("repositoryCustomCommands"), QStringLiteral("Custom Commands..."), {}, ShowRepositoryCustomCommandsSheetCommand::execute,
+       Needs::repository, {}, menu, QStringLiteral("customCommands")});
 
   return table;
 }

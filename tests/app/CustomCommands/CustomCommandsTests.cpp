@@ -14,11 +14,14 @@
 #include <QTreeWidget>
 
 #include "Commands/CommandContext.h"
+#include "Commands/CommandTable.h"
+#include "Controllers/Sheets/RepositoryCustomCommandsController.h"
 #include "Commands/RunCustomCommandCommand.h"
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/Preferences/PreferencesWindowController.h"
 #include "Jobs/JobQueue.h"
+#include "Repository/RepositoryController.h"
 #include "Models/AppSettings.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/Sha.h"
@@ -173,4 +176,36 @@ TEST_F(CustomCommands, SharedCommandAsksForTrustFirst) {
   RunCustomCommandCommand::execute(context, commands.front());
   ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(repo.path() + q("/ran.txt")); }, 20000));
   EXPECT_FALSE(view->window()->findChild<QMessageBox*>(q("runSharedCustomCommandConfirmation")));
+}
+
+// The repository's sheet moves a shared command to the clone's own file: saved, the
+// committed file goes and the command no longer counts as shared.
+TEST_F(CustomCommands, RepositorySheetMovesASharedCommandToTheLocalFile) {
+  repo.writeFile(q(".jelv/custom-commands.json"),
+                 QByteArray(R"([{"target": "file", "name": "Team", "action": {"type": "url", "url": "https://x.invalid/$filepath"}}])"));
+  auto view = openRepository();
+  ASSERT_TRUE(CommandTable::run(q("repositoryCustomCommands"), CommandContext::forRepository(view.get())));
+  RepositoryCustomCommandsController* sheet = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    sheet = view->window()->findChild<RepositoryCustomCommandsController*>();
+    return sheet && sheet->isVisible();
+  }, 5000));
+  EXPECT_FALSE(sheet->submitButton()->isEnabled());  // nothing to save yet
+  sheet->list()->list()->setCurrentItem(sheet->list()->list()->topLevelItem(0));
+  EditCustomCommandWindowController* editor = sheet->list()->editSelected();
+  ASSERT_TRUE(editor);
+  auto* storage = editor->findChild<QComboBox*>(q("storage"));
+  ASSERT_TRUE(storage);
+  EXPECT_EQ(storage->currentIndex(), 1);
+  storage->setCurrentIndex(0);
+  editor->accept();
+  ASSERT_TRUE(sheet->submitButton()->isEnabled());
+  sheet->submitButton()->click();
+
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    const RepositoryDataPtr data = view->controller()->repositoryData();
+    return data && data->customCommands.size() == 1 && !data->customCommands.front()->shared;
+  }, 20000));
+  EXPECT_FALSE(QFile::exists(repo.path() + q("/.jelv/custom-commands.json")));
+  EXPECT_TRUE(repo.readFile(q(".git/jelv/custom-commands.json")).contains("\"Team\""));
 }

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -42,9 +43,15 @@ CustomCommandListController::CustomCommandListController(bool withStorage, QWidg
   buttons->addWidget(up_);
   buttons->addWidget(down_);
 
+  empty_ = new QLabel(tr("No custom commands yet. Add… makes one."), this);
+  empty_->setObjectName(QStringLiteral("emptyState"));
+  empty_->setAlignment(Qt::AlignCenter);
+  empty_->setForegroundRole(QPalette::PlaceholderText);
+
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(list_, 1);
+  layout->addWidget(empty_);
   layout->addLayout(buttons);
 
   connect(add_, &QPushButton::clicked, this, &CustomCommandListController::addCommand);
@@ -150,6 +157,7 @@ void CustomCommandListController::moveSelected(int offset) {
 }
 
 void CustomCommandListController::updateButtons() {
+  empty_->setVisible(commands_.empty());
   const int row = selectedRow();
   edit_->setEnabled(row >= 0);
   remove_->setEnabled(row >= 0);

@@ -6,6 +6,7 @@
 
 #include "Models/CustomCommands/CustomCommand.h"
 
+class QLabel;
 class QPushButton;
 class QTreeWidget;
 class EditCustomCommandWindowController;
@@ -47,6 +48,7 @@ class CustomCommandListController : public QWidget {
   const bool withStorage_;
   CustomCommandList commands_;
   QTreeWidget* list_;
+  QLabel* empty_;
   QPushButton* add_;
   QPushButton* edit_;
   QPushButton* remove_;

@@ -3,6 +3,7 @@
 #include <QStandardPaths>
 
 #include "Git/Process/GitRequest.h"
+#include "Jobs/JobOutcome.h"
 #include "Jobs/JobProgress.h"
 
 namespace CustomCommandRunner {
@@ -22,7 +23,9 @@ Invocation invocation(const ProcessCustomCommandAction& action, const CustomComm
   return result;
 }
 
-GitResult<ShellStringResponse> run(const Invocation& invocation, JobProgress& progress) {
+namespace {
+
+GitResult<ShellStringResponse> runProgram(const Invocation& invocation, JobProgress& progress) {
   progress.appendOutput(QStringLiteral("$ ") + invocation.path + QLatin1Char(' ') + invocation.arguments.join(QLatin1Char(' ')) +
                         QLatin1Char('\n'));
   progress.update(100, QStringLiteral("running..."), JobProgressState::inProgress);
@@ -46,6 +49,15 @@ GitResult<ShellStringResponse> run(const Invocation& invocation, JobProgress& pr
   QString text = QStringLiteral("'%1' exited with status %2.").arg(invocation.path).arg(failure.status);
   if (!said.isEmpty()) text += QStringLiteral("\n\n") + said;
   return Error::Generic{text};
+}
+
+}  // namespace
+
+GitResult<ShellStringResponse> run(const Invocation& invocation, JobProgress& progress) {
+  GitResult<ShellStringResponse> result = runProgram(invocation, progress);
+  // The activity list shows how it ended, not "running...".
+  JobOutcome::report(progress, result ? GitVoidResult(Unit{}) : GitVoidResult(result.error()));
+  return result;
 }
 
 }  // namespace CustomCommandRunner

@@ -108,7 +108,7 @@ TEST_F(CustomCommandProcess, RunsInTheWorkTreeWithTheReplacedArguments) {
   const QString output = progress.output();
   EXPECT_TRUE(output.startsWith("$ " + repo.path() + "/tool.sh " + head.left(7) + " ré po  " + head + "\n\n")) << output.toStdString();
   EXPECT_TRUE(output.contains("done\n") && output.contains("careful\n")) << output.toStdString();
-  EXPECT_EQ(progress.message(), "running...");
+  EXPECT_EQ(progress.state(), JobProgressState::succeeded);
 }
 
 // A program that is missing, or ends with a failing status, fails with words that say so
@@ -125,6 +125,7 @@ TEST_F(CustomCommandProcess, FailuresSayWhatWentWrong) {
   const QString text = describe(failed.error());
   EXPECT_TRUE(text.contains("exited with status 3") && text.contains("no such branch")) << text.toStdString();
   EXPECT_TRUE(progress.output().contains("no such branch"));
+  EXPECT_EQ(progress.state(), JobProgressState::failed);
 }
 
 // Cancelling the job stops the program and whatever it started, at once.

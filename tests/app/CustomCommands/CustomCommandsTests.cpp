@@ -27,6 +27,7 @@
 #include "Models/Sha.h"
 #include "Services/CustomCommandManager.h"
 #include "UI/CustomCommands/CustomCommandListController.h"
+#include "UI/CustomCommands/CustomCommandUIWindowController.h"
 #include "UI/CustomCommands/EditCustomCommandActionWindowController.h"
 #include "UI/CustomCommands/EditCustomCommandWindowController.h"
 #include "UI/JelvDocument.h"
@@ -208,4 +209,54 @@ TEST_F(CustomCommands, RepositorySheetMovesASharedCommandToTheLocalFile) {
   }, 20000));
   EXPECT_FALSE(QFile::exists(repo.path() + q("/.jelv/custom-commands.json")));
   EXPECT_TRUE(repo.readFile(q(".git/jelv/custom-commands.json")).contains("\"Team\""));
+}
+
+// A command with a dialog: its texts and first button with the branch's variables; the
+// second button does what it says (here: nothing), the first runs the program.
+TEST_F(CustomCommands, DialogButtonsRunTheirOwnActions) {
+  repo.git({q("branch"), q("topic")});
+  auto command = std::make_shared<CustomCommand>();
+  command->target = CustomCommand::Target::reference;
+  command->name = q("Ask");
+  auto ui = std::make_shared<CustomCommandUI>();
+  ui->title = q("Record '$shortname'?");
+  ui->description = q("At $sha");
+  ui->buttons = {{q("Record $name"), std::make_shared<ProcessCustomCommandAction>(tool, q("$fullreference"), false, true)},
+                 {q("Not Now"), std::make_shared<CancelCustomCommandAction>()}};
+  command->ui = ui;
+  CustomCommandManager::shared().setCustomCommands({command});
+
+  auto view = openRepository();
+  CommandContext context = CommandContext::forRepository(view.get());
+  context.reference = view->controller()->repositoryData()->references.reference(q("refs/heads/topic"));
+  ASSERT_TRUE(context.reference);
+  const auto dialog = [&] {
+    CustomCommandUIWindowController* found = nullptr;
+    QTest::qWaitFor([&] {
+      for (auto* candidate : view->window()->findChildren<CustomCommandUIWindowController*>()) {
+        if (candidate->isVisible()) found = candidate;
+      }
+      return found != nullptr;
+    }, 5000);
+    return found;
+  };
+  const CustomCommandList commands = RunCustomCommandCommand::commands(context, CustomCommand::Target::reference);
+  ASSERT_EQ(commands.size(), 1u);
+  RunCustomCommandCommand::execute(context, commands.front());
+  CustomCommandUIWindowController* sheet = dialog();
+  ASSERT_TRUE(sheet);
+  EXPECT_EQ(sheet->messageLabel()->text(), q("Record 'topic'?"));
+  EXPECT_EQ(sheet->informativeLabel()->text(), q("At ") + head.left(7));
+  EXPECT_EQ(sheet->submitButton()->text(), q("Record topic"));
+  EXPECT_EQ(sheet->cancelButton()->text(), q("Not Now"));
+  sheet->cancelButton()->click();
+  QTest::qWait(300);
+  EXPECT_FALSE(QFile::exists(repo.path() + q("/ran.txt")));
+
+  RunCustomCommandCommand::execute(context, commands.front());
+  sheet = dialog();
+  ASSERT_TRUE(sheet);
+  sheet->submitButton()->click();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return repo.readFile(q("ran.txt")).count('\n') == 2; }, 20000));
+  EXPECT_EQ(QString::fromUtf8(repo.readFile(q("ran.txt"))), repo.path() + q("\nrefs/heads/topic\n"));
 }

@@ -134,6 +134,9 @@ JelvDocument::JelvDocument(const GitModule& module, std::shared_ptr<JobQueue> qu
   treeActions.save = [fileContext](const RevisionPtr& revision, const QString& path) {
     SaveFileAtRevisionCommand::execute(fileContext(revision, path));
   };
+  treeActions.customCommands = [fileContext](QMenu* menu, const RevisionPtr& revision, const QString& path) {
+    ContextMenus::addCustomCommands(menu, fileContext(revision, path), CustomCommand::Target::file);
+  };
   fileTree_->setActions(std::move(treeActions));
   revisionFiles_->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(revisionFiles_, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {

@@ -207,5 +207,6 @@ void RevisionFileTreeTabController::showMenu(const QPoint& position) {
   menu.addSeparator();
   menu.addAction(tr("Copy Path"), this, [entry] { QApplication::clipboard()->setText(entry.filePath); });
   menu.addAction(tr("Copy Name"), this, [entry] { QApplication::clipboard()->setText(entry.fileName); });
+  if (file && actions_.customCommands) actions_.customCommands(&menu, revision, entry.filePath);
   menu.exec(tree_->viewport()->mapToGlobal(position));
 }

@@ -10,6 +10,7 @@
 #include "Models/GitModule.h"
 #include "Models/Revision.h"
 
+class QMenu;
 class FileContentView;
 class Job;
 class JobQueue;
@@ -24,6 +25,8 @@ class RevisionFileTreeTabController : public QWidget {
     std::function<void(const RevisionPtr& revision, const QString& path)> history;
     std::function<void(const RevisionPtr& revision, const QString& path)> blame;
     std::function<void(const RevisionPtr& revision, const QString& path)> save;
+    // Adds the file's custom commands to its menu.
+    std::function<void(QMenu* menu, const RevisionPtr& revision, const QString& path)> customCommands;
   };
 
   RevisionFileTreeTabController(GitModule module, std::shared_ptr<JobQueue> queue, QWidget* parent = nullptr);

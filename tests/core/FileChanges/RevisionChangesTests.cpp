@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "FileChangesTestSupport.h"
+#include "support/LogCapture.h"
 #include "Git/Commands/Revision/GetRevisionFileChangesGitCommand.h"
 #include "Git/Commands/Revision/GetRevisionFileContentGitCommand.h"
 #include "Git/Process/Task.h"
@@ -29,7 +30,9 @@ TEST(RevisionChanges, RootCommitFallsBackToTheEmptyTreeAndPairsCompareTwoCommits
   repo.commitFile("f.txt", "one\ntwo\n", "Second");
   const QString third = repo.commitFile("f.txt", "one\ntwo\nthree\n", "Third");
 
+  LogCapture log;
   const QString rootDiff = diffText(change(repo, root, entry("f.txt", ChangeType::added)));
+  EXPECT_EQ(log.messages(), QStringList()) << "the fall-back is no error";
   EXPECT_TRUE(rootDiff.contains("new file mode"));
   EXPECT_TRUE(rootDiff.contains("+one\n"));
   const QString parentDiff = diffText(change(repo, third, entry("f.txt")));
@@ -38,6 +41,7 @@ TEST(RevisionChanges, RootCommitFallsBackToTheEmptyTreeAndPairsCompareTwoCommits
   EXPECT_TRUE(diffText(change(repo, third, entry("f.txt"), root)).contains("+two\n+three\n"));
   // A commit that doesn't exist is a failure, not a fall-back.
   EXPECT_TRUE(change(repo, QString(40, 'e'), entry("f.txt")).isFailure());
+  EXPECT_EQ(log.messages().size(), 1);
 }
 
 TEST(RevisionChanges, RenamesAreFollowedAndWhitespaceIgnoredAsASpaceChange) {

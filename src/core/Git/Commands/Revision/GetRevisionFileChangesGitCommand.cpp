@@ -100,11 +100,16 @@ GitResult<DiffFileContentPtr> GetRevisionFileChangesGitCommand::execute(const Gi
                                                                         const std::optional<QString>& otherSha,
                                                                         const ChangedFilePtr& file, const DiffSettings& settings,
                                                                         Cancelable* progress) {
-  if (otherSha) return executeInternal(module, sha, *otherSha, file, settings, progress);
-  auto result = executeInternal(module, sha, sha + QStringLiteral("~1"), file, settings, progress);
+  QString other = otherSha.value_or(sha + QStringLiteral("~1"));
+  auto result = executeInternal(module, sha, other, file, settings, progress);
   const auto* unknown = result.errorAs<Error::GitUnknownError>();
-  if (unknown && unknown->error.contains(QStringLiteral("fatal: bad revision"))) {
-    return executeInternal(module, sha, Consts::Git::emptyTreeSha, file, settings, progress);
+  if (!otherSha && unknown && unknown->error.contains(QStringLiteral("fatal: bad revision"))) {
+    // A root commit has no parent: it is compared with the empty tree.
+    other = Consts::Git::emptyTreeSha;
+    result = executeInternal(module, sha, other, file, settings, progress);
+  }
+  if (!result.isSuccess() && !result.errorAs<Error::Canceled>()) {
+    LOG_ERROR(QStringLiteral("Can't get changes for '%1' between '%2' and '%3'").arg(file->path, other, sha));
   }
   return result;
 }
@@ -118,10 +123,7 @@ GitResult<DiffFileContentPtr> GetRevisionFileChangesGitCommand::executeInternal(
 
   const GitResponse response = GitRequest(module, arguments(sha, otherSha, *file, settings)).execute(true, progress);
   if (progress && progress->isCanceled()) return Error::Canceled{};
-  if (!response.isSuccess()) {
-    LOG_ERROR(QStringLiteral("Can't get changes for '%1' between '%2' and '%3'").arg(file->path, otherSha, sha));
-    return failureResult<DiffFileContentPtr>(response);
-  }
+  if (!response.isSuccess()) return failureResult<DiffFileContentPtr>(response);
   const QString& diff = response.output;
   if (LfsPointer::isPointerText(diff)) return lfsContent(module, file, sides);
   if (isBinaryDiff(diff)) {

@@ -15,7 +15,9 @@
 
 #include "Commands/CommandContext.h"
 #include "Commands/CommandTable.h"
+#include "Controllers/Sheets/ErrorWindowController.h"
 #include "Controllers/Sheets/RepositoryCustomCommandsController.h"
+#include "Controls/GitOutputView.h"
 #include "Commands/RunCustomCommandCommand.h"
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
@@ -259,4 +261,23 @@ TEST_F(CustomCommands, DialogButtonsRunTheirOwnActions) {
   sheet->submitButton()->click();
   ASSERT_TRUE(QTest::qWaitFor([&] { return repo.readFile(q("ran.txt")).count('\n') == 2; }, 20000));
   EXPECT_EQ(QString::fromUtf8(repo.readFile(q("ran.txt"))), repo.path() + q("\nrefs/heads/topic\n"));
+}
+
+// A program that fails shows the error sheet under the command's name, with the status
+// and what the program said.
+TEST_F(CustomCommands, AFailingProgramShowsWhatItSaid) {
+  repo.writeExecutable(q("fail.sh"), "#!/bin/sh\necho 'nothing to record' >&2\nexit 3\n");
+  auto command = std::make_shared<CustomCommand>();
+  command->name = q("Check");
+  command->action = std::make_shared<ProcessCustomCommandAction>(q("$path/fail.sh"), QString(), true, true);
+  auto view = openRepository();
+  RunCustomCommandCommand::execute(CommandContext::forRepository(view.get()), command);
+  ErrorWindowController* sheet = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    sheet = view->window()->findChild<ErrorWindowController*>();
+    return sheet && sheet->isVisible();
+  }, 20000));
+  EXPECT_EQ(sheet->messageLabel()->text(), q("Check failed"));
+  const QString text = sheet->errorTextView()->toPlainText();
+  EXPECT_TRUE(text.contains(q("exited with status 3")) && text.contains(q("nothing to record"))) << text.toStdString();
 }

@@ -40,11 +40,16 @@ void setUp() {
     config.write("[init]\n\tdefaultBranch = main\n[user]\n\tname = Jelv Test\n\temail = test@jelv.invalid\n"
                  "[protocol \"file\"]\n\tallow = always\n[core]\n\tautocrlf = false\n");
   }
-  Preferences::useStoreFile(r + QStringLiteral("/config/jelv-test.ini"));
+  usePreferencesFile();
 }
 
 QString root() { return rootDir ? rootDir->path() : QString(); }
 
-void tearDown() { rootDir.reset(); }
+void usePreferencesFile() { Preferences::useStoreFile(root() + QStringLiteral("/config/jelv-test.ini")); }
+
+void tearDown() {
+  Preferences::shared().sync();
+  rootDir.reset();
+}
 
 }  // namespace TestEnvironment

@@ -19,14 +19,11 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalSpy>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeWidget>
 #include <atomic>
 #include <memory>
 
@@ -57,6 +54,7 @@
 #include "UI/JelvWindowController.h"
 #include "UI/WelcomeWindowController.h"
 #include "support/TempRepository.h"
+#include "support/TestEnvironment.h"
 #include "support/Widgets.h"
 
 // A fresh preferences file and registry per test, and waits for the shell's opens.
@@ -70,6 +68,7 @@ class ShellTest : public ::testing::Test {
   void TearDown() override {
     for (QWidget* widget : QApplication::topLevelWidgets()) widget->deleteLater();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    TestEnvironment::usePreferencesFile();
   }
 
   Preferences& preferences() { return Preferences::shared(); }

@@ -21,7 +21,7 @@ class PreferencesTest : public ::testing::Test {
     path = dir.filePath("prefs.ini");
     Preferences::useStoreFile(path);
   }
-  void TearDown() override { Preferences::useStoreFile(TestEnvironment::root() + "/config/jelv-test.ini"); }
+  void TearDown() override { TestEnvironment::usePreferencesFile(); }
   // What the file holds after a write, as another run would read it.
   QVariant storedInFile(const QString& key) {
     Preferences::shared().sync();

@@ -6,6 +6,7 @@
 #include "Models/WindowSession.h"
 #include "Services/ApplicationStartup.h"
 #include "Services/Preferences.h"
+#include "support/TestEnvironment.h"
 
 namespace {
 
@@ -13,6 +14,7 @@ namespace {
 class Startup : public ::testing::Test {
  protected:
   void SetUp() override { Preferences::useStoreFile(dir_.filePath("prefs.ini")); }
+  void TearDown() override { TestEnvironment::usePreferencesFile(); }
   Preferences& preferences() { return Preferences::shared(); }
   QTemporaryDir dir_;
 };

@@ -7,10 +7,8 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>

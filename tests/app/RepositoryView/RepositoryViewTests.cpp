@@ -6,7 +6,6 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImage>
-#include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
 #include <QSignalSpy>

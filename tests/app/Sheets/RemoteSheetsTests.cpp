@@ -6,11 +6,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QTest>
 #include <gtest/gtest.h>

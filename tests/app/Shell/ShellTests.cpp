@@ -242,7 +242,9 @@ TEST_F(DocumentController, KeyboardWalksTheTabsAndTheTitleFollows) {
   EXPECT_EQ(window->windowTitle(), QStringLiteral("alpha — Jelv"));
 }
 
-TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
+// The toolbar offers what the tab can do and marks the page on screen; the tab's jobs go
+// into the profiling trace.
+TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDoAndMarksThePageOnScreen) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   alpha.commitFile("a.txt", "a\n", "Initial");
   alpha.writeFile("a.txt", "changed\n");
@@ -288,6 +290,49 @@ TEST_F(DocumentController, TheRepositoryToolbarOffersWhatTheTabCanDo) {
   tab->findChild<QAction*>(QStringLiteral("refreshAction"))->trigger();
   ASSERT_TRUE(loaded.wait(20000));
   EXPECT_EQ(listed(), 2u);
+
+  // The toolbar marks the page on screen, however it was chosen.
+  auto* changes = tab->findChild<QAction*>(QStringLiteral("localChangesAction"));
+  auto* history = tab->findChild<QAction*>(QStringLiteral("historyAction"));
+  ASSERT_TRUE(changes && history);
+  RepositorySidebar* sidebar = view->sidebar();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return sidebar->localChangesItem() && sidebar->allCommitsItem(); }, 10000));
+  sidebar->setCurrentItem(sidebar->localChangesItem());
+  EXPECT_TRUE(changes->isChecked());
+  EXPECT_FALSE(history->isChecked());
+  sidebar->setCurrentItem(sidebar->allCommitsItem());
+  EXPECT_TRUE(history->isChecked());
+  EXPECT_FALSE(changes->isChecked());
+  changes->trigger();
+  EXPECT_TRUE(changes->isChecked());
+  EXPECT_EQ(sidebar->currentItem(), sidebar->localChangesItem());
+
+  // Its keys work anywhere in the tab.
+  JelvMainWindow* window = documents.windows().first();
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  sidebar->setFocus();
+  QTest::keyClick(sidebar, Qt::Key_2, Qt::ControlModifier);
+  EXPECT_EQ(sidebar->currentItem(), sidebar->allCommitsItem());
+  QTest::keyClick(sidebar, Qt::Key_1, Qt::ControlModifier);
+  EXPECT_EQ(sidebar->currentItem(), sidebar->localChangesItem());
+
+  // The profiling data of the tab's jobs is exported as a trace.
+  auto job = Job::make(QStringLiteral("Measured work"), Job::Show{3}, Job::ProgressType::infinite, [](JobProgress&) {});
+  tab->jobQueue()->schedule(job);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::finished; }, 10000));
+  QTemporaryDir temporary;
+  const QByteArray savedTemp = qgetenv("TMPDIR");
+  qputenv("TMPDIR", temporary.path().toLocal8Bit());
+  window->action(QStringLiteral("exportProfilingDataAction"))->trigger();
+  qputenv("TMPDIR", savedTemp);
+  const QStringList traces = QDir(temporary.path()).entryList({QStringLiteral("jelv-*.trace")}, QDir::Files);
+  ASSERT_EQ(traces.size(), 1);
+  QFile trace(QDir(temporary.path()).filePath(traces.first()));
+  ASSERT_TRUE(trace.open(QIODevice::ReadOnly));
+  const QByteArray text = trace.readAll();
+  EXPECT_TRUE(text.contains("\"events\""));
+  EXPECT_TRUE(text.contains("Measured work"));
 }
 
 TEST_F(DocumentController, ATabMovesToANewWindowStillRunningAndOtherTabsClose) {
@@ -390,30 +435,6 @@ TEST_F(DocumentController, WindowsClosedByQuitAreDeletedWithTheControllerAndThei
   EXPECT_TRUE(window.isNull());
   EXPECT_TRUE(queue.expired());
   EXPECT_EQ(job->status(), Job::Status::finished);
-}
-
-TEST_F(DocumentController, ProfilingDataOfEveryRepositoryTabIsExportedAsATrace) {
-  TempRepository alpha(true, QStringLiteral("alpha"));
-  alpha.commitFile("a.txt", "a\n", "Initial");
-  JelvDocumentController documents(registry(), preferences());
-  JelvMainWindow* window = openAll(documents, {alpha.path()});
-  ASSERT_TRUE(window);
-  auto job = Job::make(QStringLiteral("Measured work"), Job::Show{3}, Job::ProgressType::infinite, [](JobProgress&) {});
-  window->tab(0)->jobQueue()->schedule(job);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::finished; }, 10000));
-
-  QTemporaryDir temporary;
-  const QByteArray savedTemp = qgetenv("TMPDIR");
-  qputenv("TMPDIR", temporary.path().toLocal8Bit());
-  window->action(QStringLiteral("exportProfilingDataAction"))->trigger();
-  qputenv("TMPDIR", savedTemp);
-  const QStringList traces = QDir(temporary.path()).entryList({QStringLiteral("jelv-*.trace")}, QDir::Files);
-  ASSERT_EQ(traces.size(), 1);
-  QFile trace(QDir(temporary.path()).filePath(traces.first()));
-  ASSERT_TRUE(trace.open(QIODevice::ReadOnly));
-  const QByteArray text = trace.readAll();
-  EXPECT_TRUE(text.contains("\"events\""));
-  EXPECT_TRUE(text.contains("Measured work"));
 }
 
 TEST_F(StartupFlow, AFirstStartShowsOnlyTheWelcomeWhichScansTheChosenFolder) {
@@ -677,40 +698,6 @@ TEST_F(DocumentController, SubmoduleOfLocalChangesOpensInANewTab) {
   EXPECT_EQ(window->tabCount(), 1);
 }
 
-// The toolbar marks the page on screen, however it was chosen.
-TEST_F(DocumentController, ThePageOnScreenIsChecked) {
-  TempRepository alpha(true, QStringLiteral("alpha"));
-  alpha.commitFile("a.txt", "a\n", "Initial");
-  JelvDocumentController documents(registry(), preferences());
-  JelvMainWindow* window = openAll(documents, {alpha.path()});
-  ASSERT_TRUE(window);
-  JelvWindowController* tab = window->tab(0);
-  auto* changes = tab->findChild<QAction*>(QStringLiteral("localChangesAction"));
-  auto* history = tab->findChild<QAction*>(QStringLiteral("historyAction"));
-  ASSERT_TRUE(changes && history);
-  RepositorySidebar* sidebar = tab->document()->sidebar();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return sidebar->localChangesItem() && sidebar->allCommitsItem(); }, 10000));
-
-  sidebar->setCurrentItem(sidebar->localChangesItem());
-  EXPECT_TRUE(changes->isChecked());
-  EXPECT_FALSE(history->isChecked());
-  sidebar->setCurrentItem(sidebar->allCommitsItem());
-  EXPECT_TRUE(history->isChecked());
-  EXPECT_FALSE(changes->isChecked());
-  changes->trigger();
-  EXPECT_TRUE(changes->isChecked());
-  EXPECT_EQ(sidebar->currentItem(), sidebar->localChangesItem());
-
-  // Its keys work anywhere in the tab.
-  window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-  sidebar->setFocus();
-  QTest::keyClick(sidebar, Qt::Key_2, Qt::ControlModifier);
-  EXPECT_EQ(sidebar->currentItem(), sidebar->allCommitsItem());
-  QTest::keyClick(sidebar, Qt::Key_1, Qt::ControlModifier);
-  EXPECT_EQ(sidebar->currentItem(), sidebar->localChangesItem());
-}
-
 // Without a file manager, Show in Folder says so instead of doing nothing.
 TEST_F(DocumentController, ShowInFolderWithoutAFileManagerSaysSo) {
   TempRepository alpha(true, QStringLiteral("alpha"));
@@ -743,78 +730,6 @@ TEST_F(DocumentController, AboutTellsTheVersionTheGitInUseAndTheLicences) {
   EXPECT_EQ(text.contains(QStringLiteral("cmark — BSD 2-Clause License")),
             RepositoryReadme::markdownToHtml("# Title").contains(QStringLiteral("<h1>")));
 }
-
-// Every menu key is listed, and no key does two things: the repository's menu, the
-// toolbar's own keys, the views' own keys and the repositories tab's keys included. The
-// repository's operations take no key that Qt gives a meaning of its own (in a text field
-// the field would win).
-TEST_F(DocumentController, KeyboardShortcutsListEveryKeyOnceAndNoKeyIsTakenTwice) {
-  TempRepository alpha(true, QStringLiteral("alpha"));
-  alpha.commitFile("a.txt", "a\n", "Initial");
-  JelvDocumentController documents(registry(), preferences());
-  JelvMainWindow* window = openAll(documents, {alpha.path()});
-  ASSERT_TRUE(window);
-  // A key that acts on the selected commit follows the selection, not only a refresh.
-  JelvDocument* view = window->tab(0)->document();
-  QSignalSpy loaded(view, &JelvDocument::snapshotLoaded);
-  ASSERT_TRUE(view->controller()->repositoryData() || loaded.wait(20000));
-  auto* cherryPick = window->tab(0)->findChild<QAction*>(QStringLiteral("cherryPickAction"));
-  ASSERT_TRUE(cherryPick);
-  view->commitList()->selectionModel()->clear();
-  EXPECT_FALSE(cherryPick->isEnabled());
-  view->commitList()->selectRow(0);
-  EXPECT_TRUE(cherryPick->isEnabled());
-
-  documents.newRepositoryManagerAsTab(window);
-  window->selectTab(window->tab(0));
-  window->action(QStringLiteral("keyboardShortcutsAction"))->trigger();
-  auto* shortcuts = window->findChild<KeyboardShortcutsWindow*>();
-  ASSERT_TRUE(shortcuts);
-  QStringList rows;
-  for (int i = 0; i < shortcuts->list()->topLevelItemCount(); ++i) {
-    const QTreeWidgetItem* section = shortcuts->list()->topLevelItem(i);
-    for (int j = 0; j < section->childCount(); ++j) rows << section->text(0) + QStringLiteral(": ") + section->child(j)->text(0) + QStringLiteral(" = ") + section->child(j)->text(1);
-  }
-  const std::string listed = rows.join(QLatin1Char('\n')).toStdString();
-  for (const char* row : {"File: Close Tab = Ctrl+W", "Help: Keyboard Shortcuts = Ctrl+/", "Repository: Fetch... = Ctrl+Shift+F",
-                          "Repository: Local Changes = Ctrl+1", "Repository: Activity = Ctrl+Shift+Y", "Repository: Refresh = Ctrl+R",
-                          "Repository: Search Commits = Ctrl+F", "Repository: Cherry-Pick... = Ctrl+Shift+C",
-                          "View: Select Previous Tab = Ctrl+Shift+Tab, Ctrl+PgUp"}) {
-    EXPECT_TRUE(rows.contains(QString::fromUtf8(row))) << row << "\n" << listed;
-  }
-  EXPECT_FALSE(QString::fromStdString(listed).contains(QStringLiteral("Export Profiling Data")));
-
-  QHash<QString, QString> owner;
-  const auto take = [&owner](const QKeySequence& keys, const QString& name) {
-    const QString key = keys.toString();
-    if (owner.contains(key) && owner.value(key) != name) ADD_FAILURE() << key.toStdString() << ": " << owner.value(key).toStdString() << " and " << name.toStdString();
-    owner.insert(key, name);
-  };
-  QList<QAction*> actions = window->findChildren<QAction*>();
-  QList<QShortcut*> keyObjects = window->findChildren<QShortcut*>();
-  for (int i = 0; i < window->tabCount(); ++i) {
-    actions << window->tab(i)->findChildren<QAction*>();
-    keyObjects << window->tab(i)->findChildren<QShortcut*>();
-  }
-  for (QAction* action : actions) {
-    for (const QKeySequence& keys : action->shortcuts()) take(keys, action->text().remove(QLatin1Char('&')));
-  }
-  for (QShortcut* shortcut : keyObjects) {
-    // The Help windows are windows of their own, with their own Ctrl+W.
-    if (qobject_cast<QWidget*>(shortcut->parent())->window() != window) continue;
-    for (const QKeySequence& keys : shortcut->keys()) take(keys, shortcut->objectName());
-  }
-
-  QStringList standard;
-  const QMetaEnum standardKeys = QMetaEnum::fromType<QKeySequence::StandardKey>();
-  for (int i = 0; i < standardKeys.keyCount(); ++i) {
-    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::StandardKey(standardKeys.value(i)))) standard << keys.toString();
-  }
-  for (const CommandDescriptor& command : CommandTable::all()) {
-    EXPECT_FALSE(!command.shortcut.isEmpty() && standard.contains(command.shortcut.toString())) << command.shortcut.toString().toStdString();
-  }
-}
-
 
 // Closing a tab cancels its jobs and no other's; a job slow to notice the cancel does not
 // hold the window: the tab goes at once and the job ends later on its own. Closing the
@@ -861,8 +776,11 @@ TEST_F(DocumentController, ClosingATabCancelsItsJobsOnlyAndDoesNotWaitForThem) {
 
 // The Repository and View menus act on the tab in front, and say what they will do; with
 // the repositories tab in front they have nothing to act on. The plus button brings that
-// tab forward rather than opening a second one.
-TEST_F(DocumentController, TheMenusFollowTheTabInFrontAndPlusFrontsTheRepositoriesTab) {
+// tab forward rather than opening a second one. Every menu key is listed, and no key does
+// two things: the repository's menu, the toolbar's own keys, the views' own keys and the
+// repositories tab's keys included. The repository's operations take no key that Qt gives
+// a meaning of its own (in a text field the field would win).
+TEST_F(DocumentController, TheMenusFollowTheTabInFrontAndEveryKeyIsListedOnce) {
   TempRepository alpha(true, QStringLiteral("alpha"));
   alpha.commitFile("a.txt", "a\n", "Initial");
   JelvDocumentController documents(registry(), preferences());
@@ -904,4 +822,63 @@ TEST_F(DocumentController, TheMenusFollowTheTabInFrontAndPlusFrontsTheRepositori
   plus->click();
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab()->kind(), JelvWindowController::Kind::repositoryManager);
+
+  // A key that acts on the selected commit follows the selection, not only a refresh.
+  window->selectTab(window->tab(0));
+  JelvDocument* document = window->tab(0)->document();
+  QSignalSpy loaded(document, &JelvDocument::snapshotLoaded);
+  ASSERT_TRUE(document->controller()->repositoryData() || loaded.wait(20000));
+  auto* cherryPick = window->tab(0)->findChild<QAction*>(QStringLiteral("cherryPickAction"));
+  ASSERT_TRUE(cherryPick);
+  document->commitList()->selectionModel()->clear();
+  EXPECT_FALSE(cherryPick->isEnabled());
+  document->commitList()->selectRow(0);
+  EXPECT_TRUE(cherryPick->isEnabled());
+
+  window->action(QStringLiteral("keyboardShortcutsAction"))->trigger();
+  auto* shortcuts = window->findChild<KeyboardShortcutsWindow*>();
+  ASSERT_TRUE(shortcuts);
+  QStringList rows;
+  for (int i = 0; i < shortcuts->list()->topLevelItemCount(); ++i) {
+    const QTreeWidgetItem* section = shortcuts->list()->topLevelItem(i);
+    for (int j = 0; j < section->childCount(); ++j) rows << section->text(0) + QStringLiteral(": ") + section->child(j)->text(0) + QStringLiteral(" = ") + section->child(j)->text(1);
+  }
+  const std::string listed = rows.join(QLatin1Char('\n')).toStdString();
+  for (const char* row : {"File: Close Tab = Ctrl+W", "Help: Keyboard Shortcuts = Ctrl+/", "Repository: Fetch... = Ctrl+Shift+F",
+                          "Repository: Local Changes = Ctrl+1", "Repository: Activity = Ctrl+Shift+Y", "Repository: Refresh = Ctrl+R",
+                          "Repository: Search Commits = Ctrl+F", "Repository: Cherry-Pick... = Ctrl+Shift+C",
+                          "View: Select Previous Tab = Ctrl+Shift+Tab, Ctrl+PgUp"}) {
+    EXPECT_TRUE(rows.contains(QString::fromUtf8(row))) << row << "\n" << listed;
+  }
+  EXPECT_FALSE(QString::fromStdString(listed).contains(QStringLiteral("Export Profiling Data")));
+
+  QHash<QString, QString> owner;
+  const auto take = [&owner](const QKeySequence& keys, const QString& name) {
+    const QString key = keys.toString();
+    if (owner.contains(key) && owner.value(key) != name) ADD_FAILURE() << key.toStdString() << ": " << owner.value(key).toStdString() << " and " << name.toStdString();
+    owner.insert(key, name);
+  };
+  QList<QAction*> actions = window->findChildren<QAction*>();
+  QList<QShortcut*> keyObjects = window->findChildren<QShortcut*>();
+  for (int i = 0; i < window->tabCount(); ++i) {
+    actions << window->tab(i)->findChildren<QAction*>();
+    keyObjects << window->tab(i)->findChildren<QShortcut*>();
+  }
+  for (QAction* action : actions) {
+    for (const QKeySequence& keys : action->shortcuts()) take(keys, action->text().remove(QLatin1Char('&')));
+  }
+  for (QShortcut* shortcut : keyObjects) {
+    // The Help windows are windows of their own, with their own Ctrl+W.
+    if (qobject_cast<QWidget*>(shortcut->parent())->window() != window) continue;
+    for (const QKeySequence& keys : shortcut->keys()) take(keys, shortcut->objectName());
+  }
+
+  QStringList standard;
+  const QMetaEnum standardKeys = QMetaEnum::fromType<QKeySequence::StandardKey>();
+  for (int i = 0; i < standardKeys.keyCount(); ++i) {
+    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::StandardKey(standardKeys.value(i)))) standard << keys.toString();
+  }
+  for (const CommandDescriptor& command : CommandTable::all()) {
+    EXPECT_FALSE(!command.shortcut.isEmpty() && standard.contains(command.shortcut.toString())) << command.shortcut.toString().toStdString();
+  }
 }

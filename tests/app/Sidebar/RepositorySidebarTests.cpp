@@ -71,9 +71,19 @@ TEST(RepositorySidebar, ShowsBranchesRemotesAndTagsWithTheirMarks) {
   sidebar.setCurrentItem(tags->child(1));
   ASSERT_EQ(spy.count(), 1);
   EXPECT_EQ(spy.at(0).at(0).toString(), QStringLiteral("e5"));
+
+  // A new sort order re-sorts the shown lists at once.
+  Preferences::shared().setValue(QStringLiteral("localBranchSortOrder"), 1);
+  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::referenceSortOrderChanged);
+  QCoreApplication::processEvents();
+  branches = findTop(sidebar, QStringLiteral("Branches"));
+  ASSERT_EQ(branches->childCount(), 2);
+  EXPECT_EQ(branches->child(0)->text(0), QStringLiteral("topic"));
+  Preferences::shared().setValue(QStringLiteral("localBranchSortOrder"), 0);
 }
 
 TEST(RepositorySidebar, RebuildingKeepsTheSelectionAndEmitsNothing) {
+  Preferences::shared().setValue(QStringLiteral("localBranchSortOrder"), 0);  // main, then topic
   RepositorySidebar sidebar;
   sidebar.setContent(content());
   QTreeWidgetItem* branches = findTop(sidebar, QStringLiteral("Branches"));
@@ -84,24 +94,6 @@ TEST(RepositorySidebar, RebuildingKeepsTheSelectionAndEmitsNothing) {
   ASSERT_TRUE(sidebar.currentItem());
   EXPECT_EQ(sidebar.currentItem()->text(0), QStringLiteral("topic"));
   EXPECT_EQ(RepositorySidebar::aheadBehindText(BehindAheadInfo{0, 0}), QString());
-}
-
-TEST(RepositorySidebar, ResortsWhenTheSortOrderChanges) {
-  auto& prefs = Preferences::shared();
-  prefs.setValue(QStringLiteral("localBranchSortOrder"), 0);
-  RepositorySidebar sidebar;
-  sidebar.setContent(content());
-  QTreeWidgetItem* branches = findTop(sidebar, QStringLiteral("Branches"));
-  ASSERT_EQ(branches->childCount(), 2);
-  EXPECT_EQ(branches->child(1)->text(0), QStringLiteral("topic"));
-
-  prefs.setValue(QStringLiteral("localBranchSortOrder"), 1);
-  PreferencesNotifier::shared().post(PreferencesNotifier::Notification::referenceSortOrderChanged);
-  QCoreApplication::processEvents();
-  branches = findTop(sidebar, QStringLiteral("Branches"));
-  ASSERT_EQ(branches->childCount(), 2);
-  EXPECT_EQ(branches->child(0)->text(0), QStringLiteral("topic"));
-  prefs.setValue(QStringLiteral("localBranchSortOrder"), 0);
 }
 
 // The filter entry names what was clicked: a tag is no branch.

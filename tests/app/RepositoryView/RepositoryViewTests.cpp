@@ -81,8 +81,12 @@ QStringList subjects(const CommitListView& list) {
 }  // namespace
 
 TEST(JelvDocument, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
+  Preferences::shared().setValue(QStringLiteral("showFirstParent"), false);
   TempRepository repo;
   buildHistory(repo);
+  // The topic's commit is reached only through the merge's second parent.
+  const QString topic = repo.git({"rev-parse", "topic"}).trimmed();
+  repo.git({"branch", "-q", "-D", "topic"});
   JelvDocument view(repo.module(), std::make_shared<JobQueue>());
   ASSERT_TRUE(showLoaded(view));
 
@@ -106,6 +110,34 @@ TEST(JelvDocument, ShowsHistoryWithLabelsDetailsAndTheStatusLine) {
     ASSERT_TRUE(waitFor(view, &JelvDocument::commitDetailsLoaded));
   }
   EXPECT_TRUE(view.revisionHeader()->toPlainText().contains(QStringLiteral("Merge topic")));
+
+  // First-parent mode hides the topic's commit, and the diff shown for it goes with it.
+  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(topic)));
+  ASSERT_TRUE(waitFor(view, &JelvDocument::diffLoaded));
+  EXPECT_TRUE(view.diffPane()->message().isEmpty());
+  view.displayController()->setShowFirstParent(true);
+  EXPECT_FALSE(view.commitList()->currentRevision());
+  EXPECT_TRUE(view.revisionFiles()->files().empty());
+  EXPECT_EQ(view.diffPane()->message(), QStringLiteral("Select a commit to see its changes."));
+  view.displayController()->setShowFirstParent(false);
+  Preferences::shared().setValue(QStringLiteral("showFirstParent"), false);
+
+  // A refresh shows a commit made outside.
+  repo.commitFile("c.txt", "two\n", "From the terminal");
+  view.refresh();
+  ASSERT_TRUE(waitFor(view, &JelvDocument::snapshotLoaded));
+  EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 5);
+  EXPECT_EQ(view.commitList()->commitModel()->revision(0)->message(), QStringLiteral("From the terminal"));
+
+  // Coming back from another program reads the working tree again.
+  repo.writeFile("a.txt", "edited elsewhere\n");
+  QEvent activate(QEvent::ApplicationActivate);
+  QCoreApplication::sendEvent(qApp, &activate);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return view.sidebar()->localChangesItem()->text(1) == QStringLiteral("1"); }, 20000))
+      << view.sidebar()->localChangesItem()->text(1).toStdString();
+  const ChangedFileList files = view.localChangesView()->unstagedList()->files();
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_EQ(files[0]->path, QStringLiteral("a.txt"));
 }
 
 TEST(JelvDocument, LocalChangesAndAMergeInProgress) {
@@ -198,30 +230,6 @@ TEST(JelvDocument, ImagesBinariesAndLargeDiffsGetTheirOwnPanes) {
   EXPECT_GT(local->diffView()->document()->blockCount(), 60000);
 }
 
-TEST(JelvDocument, RefreshShowsACommitFromOutsideAndActivationReadsTheStatus) {
-  TempRepository repo;
-  repo.commitFile("a.txt", "one\n", "Initial");
-  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
-  ASSERT_TRUE(showLoaded(view));
-  ASSERT_EQ(view.commitList()->commitModel()->rowCount(), 1);
-
-  repo.commitFile("b.txt", "two\n", "From the terminal");
-  view.refresh();
-  ASSERT_TRUE(waitFor(view, &JelvDocument::snapshotLoaded));
-  EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 2);
-  EXPECT_EQ(view.commitList()->commitModel()->revision(0)->message(), QStringLiteral("From the terminal"));
-
-  // Coming back from another program reads the working tree again.
-  repo.writeFile("a.txt", "edited elsewhere\n");
-  QEvent activate(QEvent::ApplicationActivate);
-  QCoreApplication::sendEvent(qApp, &activate);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return view.sidebar()->localChangesItem()->text(1) == QStringLiteral("1"); }, 20000))
-      << view.sidebar()->localChangesItem()->text(1).toStdString();
-  const ChangedFileList files = view.localChangesView()->unstagedList()->files();
-  ASSERT_EQ(files.size(), 1u);
-  EXPECT_EQ(files[0]->path, QStringLiteral("a.txt"));
-}
-
 TEST(JelvDocument, ACommitFromThePageReachesTheHistoryAndLineWorkRereadsOnlyItsPaths) {
   TempRepository repo;
   buildHistory(repo);
@@ -295,32 +303,6 @@ TEST(RepositoryViewSelection, OpensOnTheCheckedOutCommitAndComparesTwoCommits) {
   // Back to one commit: its own files again.
   list->selectionModel()->select(list->commitModel()->index(older, 0), QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
   ASSERT_TRUE(QTest::qWaitFor([&] { return paths(view.revisionFiles()->files()) == QStringList{"c.txt"}; }, 10000));
-}
-
-TEST(RepositoryViewSelection, FirstParentModeClearsTheDiffOfACommitItHides) {
-  Preferences::shared().setValue(QStringLiteral("showFirstParent"), false);
-  TempRepository repo;
-  repo.commitFile("a.txt", "1\n", "first");
-  repo.git({"checkout", "-q", "-b", "side"});
-  const QString side = repo.commitFile("s.txt", "s\n", "side work");
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile("a.txt", "2\n", "main work");
-  repo.git({"merge", "-q", "--no-ff", "-m", "merge", "side"});
-  repo.git({"branch", "-q", "-D", "side"});
-
-  JelvDocument view(repo.module(), std::make_shared<JobQueue>());
-  ASSERT_TRUE(showLoaded(view, {1200, 760}));
-  ASSERT_TRUE(view.commitList()->selectSha(*Sha::fromHex(side)));
-  QSignalSpy diff(&view, &JelvDocument::diffLoaded);
-  ASSERT_TRUE(diff.wait(10000));
-  EXPECT_TRUE(view.diffPane()->message().isEmpty());
-
-  view.displayController()->setShowFirstParent(true);
-  EXPECT_FALSE(view.commitList()->currentRevision());
-  EXPECT_TRUE(view.revisionFiles()->files().empty());
-  EXPECT_EQ(view.diffPane()->message(), QStringLiteral("Select a commit to see its changes."));
-  view.displayController()->setShowFirstParent(false);
-  Preferences::shared().setValue(QStringLiteral("showFirstParent"), false);
 }
 
 TEST(RepositoryViewFollow, TheShownDiffAndTheHistoryFollowThePreferences) {

@@ -295,7 +295,9 @@ TEST(CommitListNavigation, TheLanesWidthIsRememberedWithinItsBounds) {
   EXPECT_DOUBLE_EQ(fresh.graphCapFraction(), GraphRowGeometry::defaultCapFraction);
 }
 
-TEST(CommitListDisplay, StarringIsSavedInTheRepositoryAndShownAtOnce) {
+// Stars, filters and what the display menu hides are saved in the repository's settings,
+// shown at once and read by a tab opened later.
+TEST(CommitListDisplay, StarsFiltersAndHiddenReferencesAreSavedAndShownAtOnce) {
   Fixture f;
   Tab tab(f);
   EXPECT_FALSE(findItem(tab.sidebar, "Starred", "refs/heads/topic"));
@@ -319,11 +321,8 @@ TEST(CommitListDisplay, StarringIsSavedInTheRepositoryAndShownAtOnce) {
   EXPECT_EQ(f.settingsFile().value(QStringLiteral("starredReferences")).toArray(), QJsonArray({QStringLiteral("refs/tags/v1")}));
   EXPECT_FALSE(findItem(later.sidebar, "Starred", "refs/heads/topic"));
   EXPECT_FALSE(findItem(later.sidebar, "Branches", "refs/heads/topic")->text(0).startsWith(QStringLiteral("★")));
-}
 
-TEST(CommitListDisplay, BranchFilterNarrowsTheListWithoutReadingAgain) {
-  Fixture f;
-  Tab tab(f);
+  // A branch filter narrows the list without reading the history again.
   const auto history = tab.list.commitModel()->source()->revisions;
   QSignalSpy saved(&tab.display, &CommitListDisplayController::referenceSettingsChanged);
 
@@ -353,44 +352,42 @@ TEST(CommitListDisplay, BranchFilterNarrowsTheListWithoutReadingAgain) {
   EXPECT_FALSE(tab.subjects().contains(QStringLiteral("tagged")));
 
   // A new tab comes up filtered, and clearing from the commit list shows everything.
-  Tab later(f);
-  EXPECT_EQ(later.subjects(), tab.subjects());
-  ASSERT_TRUE(trigger(later.display.displayMenu(&later.list), "Show All Branches in Commit List"));
-  EXPECT_EQ(later.list.commitModel()->rowCount(), static_cast<int>(f.source->revisions->size() + f.source->stashes.size()));
+  Tab filtered(f);
+  EXPECT_EQ(filtered.subjects(), tab.subjects());
+  ASSERT_TRUE(trigger(filtered.display.displayMenu(&filtered.list), "Show All Branches in Commit List"));
+  EXPECT_EQ(filtered.list.commitModel()->rowCount(), static_cast<int>(f.source->revisions->size() + f.source->stashes.size()));
   EXPECT_TRUE(f.settingsFile().value(QStringLiteral("filterReferences")).toArray().isEmpty());
-  EXPECT_EQ(later.sidebar.allCommitsItem()->text(1), QString());
-  EXPECT_EQ(later.sidebar.contextMenuFor(later.sidebar.allCommitsItem()), nullptr);
-}
+  EXPECT_EQ(filtered.sidebar.allCommitsItem()->text(1), QString());
+  EXPECT_EQ(filtered.sidebar.contextMenuFor(filtered.sidebar.allCommitsItem()), nullptr);
 
-TEST(CommitListDisplay, HiddenReferencesStashesAndFirstParentReshapeTheList) {
-  Fixture f;
-  Tab tab(f);
-  EXPECT_TRUE(tab.subjects().contains(QStringLiteral("tagged")));
-  ASSERT_TRUE(trigger(tab.display.displayMenu(&tab.list), "Hide Tags"));
-  EXPECT_FALSE(tab.subjects().contains(QStringLiteral("tagged")));
+  // Hidden tags and stashes and the first-parent mode reshape the list (the tab that shows
+  // everything again).
+  EXPECT_TRUE(filtered.subjects().contains(QStringLiteral("tagged")));
+  ASSERT_TRUE(trigger(filtered.display.displayMenu(&filtered.list), "Hide Tags"));
+  EXPECT_FALSE(filtered.subjects().contains(QStringLiteral("tagged")));
   EXPECT_TRUE(f.settingsFile().value(QStringLiteral("hideTags")).toBool());
-  EXPECT_TRUE(texts(tab.display.displayMenu(&tab.list)).contains(QStringLiteral("Show Tags")));
+  EXPECT_TRUE(texts(filtered.display.displayMenu(&filtered.list)).contains(QStringLiteral("Show Tags")));
 
-  const int withStash = tab.list.commitModel()->rowCount();
-  ASSERT_TRUE(trigger(tab.display.displayMenu(&tab.list), "Hide Stashes"));
-  EXPECT_EQ(tab.list.commitModel()->rowCount(), withStash - 1);
+  const int withStash = filtered.list.commitModel()->rowCount();
+  ASSERT_TRUE(trigger(filtered.display.displayMenu(&filtered.list), "Hide Stashes"));
+  EXPECT_EQ(filtered.list.commitModel()->rowCount(), withStash - 1);
   EXPECT_TRUE(f.settingsFile().value(QStringLiteral("hideStashes")).toBool());
 
   // First-parent mode drops the merged side branch.
-  QSignalSpy firstParent(&tab.display, &CommitListDisplayController::showFirstParentChanged);
-  ASSERT_TRUE(trigger(tab.display.displayMenu(&tab.list), "Show First Parent Only"));
+  QSignalSpy firstParent(&filtered.display, &CommitListDisplayController::showFirstParentChanged);
+  ASSERT_TRUE(trigger(filtered.display.displayMenu(&filtered.list), "Show First Parent Only"));
   EXPECT_EQ(firstParent.count(), 1);
-  EXPECT_TRUE(tab.list.commitModel()->graph().showFirstParent());
-  EXPECT_FALSE(tab.subjects().contains(QStringLiteral("s1")));  // which rows stay is the graph's tests' business
+  EXPECT_TRUE(filtered.list.commitModel()->graph().showFirstParent());
+  EXPECT_FALSE(filtered.subjects().contains(QStringLiteral("s1")));  // which rows stay is the graph's tests' business
 
   // The settings survive into a new tab; showing everything again restores the rows.
-  Tab later(f);
-  EXPECT_FALSE(later.subjects().contains(QStringLiteral("tagged")));
-  ASSERT_TRUE(trigger(later.display.displayMenu(&later.list), "Show Tags"));
-  ASSERT_TRUE(trigger(later.display.displayMenu(&later.list), "Show Stashes"));
-  later.display.setShowFirstParent(false);
-  EXPECT_EQ(later.list.commitModel()->rowCount(), static_cast<int>(f.source->revisions->size() + f.source->stashes.size()));
+  Tab reshaped(f);
+  EXPECT_FALSE(reshaped.subjects().contains(QStringLiteral("tagged")));
+  ASSERT_TRUE(trigger(reshaped.display.displayMenu(&reshaped.list), "Show Tags"));
+  ASSERT_TRUE(trigger(reshaped.display.displayMenu(&reshaped.list), "Show Stashes"));
+  reshaped.display.setShowFirstParent(false);
+  EXPECT_EQ(reshaped.list.commitModel()->rowCount(), static_cast<int>(f.source->revisions->size() + f.source->stashes.size()));
 
-  ASSERT_TRUE(trigger(later.display.displayMenu(&later.list), "Hide Remote Branches in Commit List"));
+  ASSERT_TRUE(trigger(reshaped.display.displayMenu(&reshaped.list), "Hide Remote Branches in Commit List"));
   EXPECT_TRUE(f.settingsFile().value(QStringLiteral("hideRemoteBranches")).toBool());
 }

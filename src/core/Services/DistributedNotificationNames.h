@@ -25,4 +25,9 @@ inline QString askPasswdResponseUsername() { return QStringLiteral("askPasswdRes
 inline QString askPasswdResponsePassword() { return QStringLiteral("askPasswdResponse_Password"); }
 inline QString askPasswdResponseCancel() { return QStringLiteral("askPasswdResponse_Cancel"); }
 
+// The command line tool: it posts its working directory and arguments; the application
+// answers "handled" at once and "requestHandled" once it has acted.
+inline QString jelvApiRequest() { return QStringLiteral("jelvApi_Request"); }
+inline QString jelvApiResponse() { return QStringLiteral("jelvApi_Response"); }
+
 }  // namespace DistributedNotificationNames

@@ -4,7 +4,9 @@
 #include <QMessageBox>
 #include <QTimer>
 
+#include "Commands/CliRequestCommand.h"
 #include "Commands/ShowAskPassSheetCommand.h"
+#include "Services/DistributedNotificationCenter.h"
 #include "Logging/AdvancedLogger.h"
 #include "UI/JelvDocument.h"
 #include "Services/AskPass/AskPassBridge.h"
@@ -47,7 +49,11 @@ void AppDelegate::applicationWillFinishLaunching() {
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
-void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
+void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) { finishLaunching(arguments, {}); }
+
+void AppDelegate::applicationDidFinishLaunchingWithRequest(const QString& cliRequest) { finishLaunching({}, cliRequest); }
+
+void AppDelegate::finishLaunching(const QStringList& arguments, const std::optional<QString>& cliRequest) {
   AdvancedLogger::setup(AdvancedLogger::defaultLogDirectory());
   if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())) Appearance::apply(*app, preferences_.appearance());
   LOG_INFO(QStringLiteral("Application Update Channel: %1").arg(preferences_.applicationUpdateChannel()));
@@ -55,13 +61,18 @@ void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
   if (!arguments.isEmpty()) LOG_INFO(QStringLiteral("Command line arguments: '%1'").arg(arguments.join(QStringLiteral("' '"))));
 
   startAskPassListener();
+  startCliListener();
   startAutomaticFetch();
 
   const LaunchPlan plan = ApplicationStartup::plan(preferences_, arguments);
   documents_->restoreWindows(plan.restoredWindows);
   documents_->openFiles(plan.folders);
   for (const QString& url : plan.urls) handleURLEvent(url);
-  if (plan.openUntitled) applicationShouldOpenUntitledFile();
+  // A command brings its own repository up; only one that cannot leaves the usual start.
+  const bool commandOpensRepository =
+      cliRequest && !std::holds_alternative<CliError>(CliCommand::fromRequest(*cliRequest).type);
+  if (plan.openUntitled && !commandOpensRepository) applicationShouldOpenUntitledFile();
+  if (cliRequest) handleCliRequest(*cliRequest);
   if (const auto notice = registry_.startupNotice()) {
     // Once the first window is up, so that the alert has something to sit on.
     QTimer::singleShot(0, this, [this, text = *notice] {
@@ -71,6 +82,28 @@ void AppDelegate::applicationDidFinishLaunching(const QStringList& arguments) {
       alert->open();
     });
   }
+}
+
+void AppDelegate::startCliListener() {
+  cliListener_ = new DistributedNotificationObserver({DistributedNotificationNames::jelvApiRequest()}, this);
+  if (!cliListener_->isListening()) {
+    LOG_ERROR(QStringLiteral("Cannot listen for the command line tool: no session bus"));
+    return;
+  }
+  connect(cliListener_, &DistributedNotificationObserver::received, this, [this](const QString&, const QString& text) {
+    // At once, so that the tool knows an instance has it even if opening takes a while.
+    DistributedNotificationCenter::post(DistributedNotificationNames::jelvApiResponse(), QStringLiteral("handled"));
+    handleCliRequest(text, [] {
+      DistributedNotificationCenter::post(DistributedNotificationNames::jelvApiResponse(),
+                                          JelvCliRequestCommand::requestHandled());
+    });
+  });
+}
+
+void AppDelegate::handleCliRequest(const QString& text, std::function<void()> done) {
+  const CliCommand command = CliCommand::fromRequest(text);
+  LOG_INFO(QStringLiteral("Command line request: '%1'").arg(text));
+  CliRequestCommand::execute(*documents_, command, std::move(done));
 }
 
 void AppDelegate::startAskPassListener() {

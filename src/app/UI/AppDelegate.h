@@ -5,13 +5,16 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "Services/ApplicationStartup.h"
 
 class AppSettings;
 class AskPassBridge;
 class AutomaticBackgroundFetchManager;
+class DistributedNotificationObserver;
 class ShowAskPassSheetCommand;
 class JelvDocumentController;
 class Preferences;
@@ -28,6 +31,13 @@ class AppDelegate : public QObject {
   void applicationWillFinishLaunching();
   // The rest of the start-up; arguments are the command line without the program.
   void applicationDidFinishLaunching(const QStringList& arguments);
+  // The same for a command line that is a command ("status", "-C dir log file", ...), in
+  // the text the `jelv` tool sends: it takes the place of the folders and of the untitled
+  // decision.
+  void applicationDidFinishLaunchingWithRequest(const QString& cliRequest);
+
+  // A request of the `jelv` tool; `done` runs once it has been acted on.
+  void handleCliRequest(const QString& text, std::function<void()> done = {});
 
   // What the desktop hands over later (a second launch): folders and URLs. With none,
   // a window comes to the front, or opens if none is left.
@@ -47,8 +57,10 @@ class AppDelegate : public QObject {
   AutomaticBackgroundFetchManager* automaticFetch() const { return automaticFetch_; }
 
  private:
+  void finishLaunching(const QStringList& arguments, const std::optional<QString>& cliRequest);
   void showWelcome();
   void startAskPassListener();
+  void startCliListener();
   void startAutomaticFetch();
   void showCloneSheet(const QString& url);
   void welcomeCompleted();
@@ -62,4 +74,5 @@ class AppDelegate : public QObject {
   std::unique_ptr<AskPassBridge> askPassBridge_;
   std::unique_ptr<ShowAskPassSheetCommand> showAskPassSheetCommand_;
   AutomaticBackgroundFetchManager* automaticFetch_ = nullptr;
+  DistributedNotificationObserver* cliListener_ = nullptr;
 };

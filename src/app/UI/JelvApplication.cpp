@@ -1,6 +1,7 @@
 #include "UI/JelvApplication.h"
 
 #include <QApplication>
+#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -11,6 +12,8 @@
 #include "Controllers/Preferences/PreferencesWindowController.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/AppSettings.h"
+#include "Models/CliCommand.h"
+#include "Services/DistributedNotificationCenter.h"
 #include "Services/ApplicationStartup.h"
 #include "Services/Preferences.h"
 #include "Services/SingleInstance.h"
@@ -55,13 +58,28 @@ int run(QApplication& app) {
   QApplication::setApplicationName(QStringLiteral("Jelv"));
   QApplication::setOrganizationDomain(QStringLiteral("jelv.org"));
   QApplication::setDesktopFileName(QStringLiteral("org.jelv.Jelv"));
-  const QStringList arguments = ApplicationStartup::absoluteArguments(QApplication::arguments().mid(1), QDir::currentPath());
+  const QStringList rawArguments = QApplication::arguments().mid(1);
+  // "jelv-app status", "jelv-app -C dir log file": read as the command line tool's request.
+  // Plain folders and URLs keep opening a tab each.
+  std::optional<QString> cliRequest;
+  QStringList arguments;
+  if (CliCommand::isCommandLine(rawArguments)) {
+    cliRequest = CliCommand::requestText(QDir::currentPath(), rawArguments);
+  } else {
+    arguments = ApplicationStartup::absoluteArguments(rawArguments, QDir::currentPath());
+  }
 
-  // A second launch hands its folders and URLs to the first and ends.
+  // A second launch hands its folders and URLs, or its command, to the first and ends.
   SingleInstance instance;
-  if (!qEnvironmentVariableIsSet("JELV_SEPARATE_INSTANCE") && instance.claim() == SingleInstance::Role::secondary &&
-      SingleInstance::forward(QDBusConnection::sessionBus(), arguments)) {
-    return 0;
+  if (!qEnvironmentVariableIsSet("JELV_SEPARATE_INSTANCE") && instance.claim() == SingleInstance::Role::secondary) {
+    const bool handedOver = cliRequest
+                                ? DistributedNotificationCenter::post(DistributedNotificationNames::jelvApiRequest(), *cliRequest)
+                                : SingleInstance::forward(QDBusConnection::sessionBus(), arguments);
+    if (handedOver) {
+      // A round trip to the bus: the signal has left before this process ends.
+      QDBusConnection::sessionBus().interface()->isServiceRegistered(SingleInstance::serviceName());
+      return 0;
+    }
   }
 
   AdvancedLogger::setup(AdvancedLogger::defaultLogDirectory());
@@ -76,7 +94,11 @@ int run(QApplication& app) {
   delegate.applicationWillFinishLaunching();
   // Before the first window: its menu shows Preferences only when this is set.
   delegate.documents().setPreferencesHandler([&registry](QWidget*) { PreferencesWindowController::showWindow(registry); });
-  delegate.applicationDidFinishLaunching(arguments);
+  if (cliRequest) {
+    delegate.applicationDidFinishLaunchingWithRequest(*cliRequest);
+  } else {
+    delegate.applicationDidFinishLaunching(arguments);
+  }
   quitOnTerminationSignals(delegate.documents());
   // For start-up measurements and smoke tests: quit once the first window is shown.
   if (qEnvironmentVariableIsSet("JELV_QUIT_AFTER_SHOW")) {

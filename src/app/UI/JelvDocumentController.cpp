@@ -157,13 +157,31 @@ void JelvDocumentController::openRepository(const QString& url, JelvMainWindow* 
   open(url, window, select, false);
 }
 
+void JelvDocumentController::openRepository(const QString& url, OpenedHandler opened) {
+  open(url, nullptr, true, false, std::move(opened));
+}
+
 void JelvDocumentController::openSubmodule(const QString& path, JelvMainWindow* window) { open(path, window, true, true); }
 
-void JelvDocumentController::open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule) {
+void JelvDocumentController::open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule,
+                                  OpenedHandler opened) {
+  if (!opened) opened = [](JelvWindowController*) {};
   const QString path = RepositoryOpener::localPath(url);
-  if (path.isEmpty()) return;
+  if (path.isEmpty()) {
+    opened(nullptr);
+    return;
+  }
   if (JelvWindowController* existing = findRepositoryTab(path)) {
     bringToFront(existing);
+    if (existing->kind() == JelvWindowController::Kind::repository) {
+      opened(existing);
+    } else {
+      // Still being checked: once the opens are through, the tab is the repository's or gone.
+      connect(this, &JelvDocumentController::opensFinished, this, [this, path, opened] {
+        JelvWindowController* tab = findRepositoryTab(path);
+        opened(tab && tab->kind() == JelvWindowController::Kind::repository ? tab : nullptr);
+      }, Qt::SingleShotConnection);
+    }
     return;
   }
   if (!window) window = frontWindow();
@@ -174,7 +192,8 @@ void JelvDocumentController::open(const QString& url, JelvMainWindow* window, bo
   ++pendingOpens_;
   QPointer<JelvWindowController> slot(tab);
   QPointer<JelvMainWindow> host(window);
-  opener_->openRepository(path, [this, slot, host](const RepositoryOpener::Result& result) {
+  opener_->openRepository(path, [this, slot, host, opened](const RepositoryOpener::Result& result) {
+    JelvWindowController* shown = nullptr;
     if (slot && host) {
       if (!result.gitModule) {
         removeOpeningTab(host, slot);
@@ -188,11 +207,14 @@ void JelvDocumentController::open(const QString& url, JelvMainWindow* window, bo
         // A sub-folder of a repository that is already open.
         removeOpeningTab(host, slot);
         bringToFront(other);
+        shown = other;
       } else {
         slot->showRepository(*result.gitModule, registry_);
         Q_EMIT repositoryOpened(slot);
+        shown = slot;
       }
     }
+    opened(shown);
     finishOpen();
   }, allowSubmodule);
 }

@@ -40,6 +40,10 @@ class JelvDocumentController : public QObject {
   // A path or "file://" URL. The tab goes into the given window, else the front one,
   // else a new one. A refused folder is reported and its tab removed.
   void openRepository(const QString& url, JelvMainWindow* window = nullptr, bool select = true);
+  // The same, then `opened` gets the tab once it shows the repository (an open one at
+  // once), or nullptr when the folder was refused.
+  using OpenedHandler = std::function<void(JelvWindowController*)>;
+  void openRepository(const QString& url, OpenedHandler opened);
   // A submodule's folder as a tab of its own, beside its super-project's. The only
   // difference from openRepository: a submodule is not refused, and it stays out of the
   // registry's list.
@@ -77,7 +81,7 @@ class JelvDocumentController : public QObject {
 
  private:
   void adopt(JelvMainWindow* window);
-  void open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule);
+  void open(const QString& url, JelvMainWindow* window, bool select, bool allowSubmodule, OpenedHandler opened = {});
   void removeOpeningTab(JelvMainWindow* window, JelvWindowController* tab);
   void finishOpen();
 

@@ -1,0 +1,135 @@
+// The `jelv` command line tool, the real program, against the application object on the
+// test session's bus.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/History/FileHistoryWindowController.h"
+#include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Models/AppSettings.h"
+#include "Services/Preferences.h"
+#include "UI/AppDelegate.h"
+#include "UI/JelvDocument.h"
+#include "UI/JelvDocumentController.h"
+#include "UI/JelvMainWindow.h"
+#include "UI/JelvWindowController.h"
+#include "support/TempRepository.h"
+#include "support/TestEnvironment.h"
+
+namespace {
+
+QString toolPath() { return QCoreApplication::applicationDirPath() + QStringLiteral("/jelv"); }
+
+struct ToolRun {
+  int exitCode = -1;
+  QString standardError;
+};
+
+// Runs the tool while this process's event loop keeps answering it.
+ToolRun runTool(const QString& workingDirectory, const QStringList& arguments) {
+  QProcess tool;
+  tool.setWorkingDirectory(workingDirectory);
+  tool.start(toolPath(), arguments);
+  if (!tool.waitForStarted(5000)) return {};
+  if (!QTest::qWaitFor([&] { return tool.state() == QProcess::NotRunning; }, 20000)) {
+    tool.kill();
+    tool.waitForFinished();
+    return {};
+  }
+  return {tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1, QString::fromLocal8Bit(tool.readAllStandardError())};
+}
+
+FileHistoryWindowController* fileHistoryWindow() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (auto* window = qobject_cast<FileHistoryWindowController*>(widget); window && window->isVisible()) return window;
+  }
+  return nullptr;
+}
+
+class CommandLineTool : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Preferences::useStoreFile(dir_.filePath(QStringLiteral("prefs.ini")));
+    registry_ = std::make_unique<AppSettings>(dir_.filePath(QStringLiteral("db.sqlite3")));
+    registry_->initializeDatabase();
+  }
+  void TearDown() override {
+    for (QWidget* widget : QApplication::topLevelWidgets()) widget->deleteLater();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    TestEnvironment::usePreferencesFile();
+  }
+  QTemporaryDir dir_;
+  std::unique_ptr<AppSettings> registry_;
+};
+
+}  // namespace
+
+TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
+  TempRepository repository(true, QStringLiteral("my repo ä"));
+  repository.commitFile(QStringLiteral("dir/ä file.txt"), "one\n", QStringLiteral("First"));
+  repository.commitFile(QStringLiteral("dir/ä file.txt"), "two\n", QStringLiteral("Second"));
+  repository.writeFile(QStringLiteral("dir/ä file.txt"), "changed\n");
+  Preferences::shared().setDefaultSourceFolder(dir_.path());
+  Preferences::shared().setValue(QStringLiteral("importedOldTabs"), true);
+
+  AppDelegate delegate(*registry_, Preferences::shared());
+  delegate.applicationWillFinishLaunching();
+  delegate.applicationDidFinishLaunching({});
+  JelvDocumentController& documents = delegate.documents();
+  ASSERT_EQ(documents.windows().size(), 1);  // the repository manager
+
+  // "status" from a folder inside the repository: its tab opens in front with the changes.
+  const ToolRun status = runTool(repository.path() + QStringLiteral("/dir"), {QStringLiteral("status")});
+  EXPECT_EQ(status.exitCode, 0) << status.standardError.toStdString();
+  JelvWindowController* tab = documents.findRepositoryTab(repository.path());
+  ASSERT_TRUE(tab && tab->document());
+  JelvMainWindow* window = documents.windows().first();
+  EXPECT_EQ(window->currentTab(), tab);
+  EXPECT_TRUE(tab->document()->localChangesView()->isVisible());
+  EXPECT_FALSE(tab->document()->commitList()->isVisible());
+
+  // "log -- <file>" from elsewhere with -C: the same tab, the commit list, the file's history.
+  window->tabWidget()->setCurrentIndex(0);
+  const ToolRun log = runTool(dir_.path(), {QStringLiteral("-C"), repository.path(), QStringLiteral("log"), QStringLiteral("--"),
+                                            QStringLiteral("dir/ä file.txt")});
+  EXPECT_EQ(log.exitCode, 0) << log.standardError.toStdString();
+  EXPECT_EQ(window->tabCount(), 2);
+  EXPECT_EQ(window->currentTab(), tab);
+  EXPECT_TRUE(tab->document()->commitList()->isVisible());
+  FileHistoryWindowController* history = fileHistoryWindow();
+  ASSERT_TRUE(history);
+  EXPECT_EQ(history->windowTitle(), QStringLiteral("History: dir/ä file.txt"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return history->history().size() == 2; }, 10000));
+
+  // A request that cannot be read is shown, not dropped.
+  const ToolRun broken = runTool(repository.path(), {QStringLiteral("status"), QStringLiteral("-C")});
+  EXPECT_EQ(broken.exitCode, 0);
+  auto* alert = window->findChild<QMessageBox*>(QStringLiteral("cliError"));
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->text(), QStringLiteral("Option -C needs a directory."));
+}
+
+// Nobody listens on a bus of its own: the tool says so and fails within its time-out.
+TEST(CommandLineToolAlone, WithoutAnApplicationFailsWithinItsTimeOut) {
+  const QString busRunner = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
+  ASSERT_FALSE(busRunner.isEmpty());
+  QProcess tool;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("1"));
+  tool.setProcessEnvironment(environment);
+  QElapsedTimer clock;
+  clock.start();
+  tool.start(busRunner, {QStringLiteral("--"), toolPath(), QStringLiteral("status")});
+  ASSERT_TRUE(tool.waitForFinished(15000));
+  EXPECT_NE(tool.exitCode(), 0);
+  EXPECT_LT(clock.elapsed(), 10000);
+  EXPECT_TRUE(QString::fromLocal8Bit(tool.readAllStandardError()).contains(QStringLiteral("Jelv is not running")));
+}

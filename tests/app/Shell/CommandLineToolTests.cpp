@@ -2,6 +2,7 @@
 // test session's bus.
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -14,6 +15,7 @@
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/History/FileHistoryWindowController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
+#include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Models/AppSettings.h"
 #include "Services/Preferences.h"
 #include "UI/AppDelegate.h"
@@ -95,6 +97,10 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
   EXPECT_EQ(window->currentTab(), tab);
   EXPECT_TRUE(tab->document()->localChangesView()->isVisible());
   EXPECT_FALSE(tab->document()->commitList()->isVisible());
+  // The sidebar and the toolbar mark the page once the new tab's sidebar is built.
+  QAction* changesPage = tab->findChild<QAction*>(QStringLiteral("localChangesAction"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return changesPage->isChecked(); }, 10000));
+  EXPECT_EQ(tab->document()->sidebar()->currentItem(), tab->document()->sidebar()->localChangesItem());
 
   // "log -- <file>" from elsewhere with -C: the same tab, the commit list, the file's history.
   window->tabWidget()->setCurrentIndex(0);
@@ -104,6 +110,7 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab(), tab);
   EXPECT_TRUE(tab->document()->commitList()->isVisible());
+  EXPECT_TRUE(tab->findChild<QAction*>(QStringLiteral("historyAction"))->isChecked());
   FileHistoryWindowController* history = fileHistoryWindow();
   ASSERT_TRUE(history);
   EXPECT_EQ(history->windowTitle(), QStringLiteral("History: dir/ä file.txt"));

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QAction>
+#include <QHash>
 #include <QMenu>
 
 #include "Commands/CopyToClipboardCommand.h"
@@ -50,6 +51,7 @@
 #include "Commands/ShowResolveConflictsSheetCommand.h"
 #include "Commands/ShowRebaseInteractiveSheetCommand.h"
 #include "Commands/ShowRepositoryCustomCommandsSheetCommand.h"
+#include "Commands/ShowQuickLaunchCommand.h"
 
 namespace {
 
@@ -262,6 +264,10 @@ std::vector<CommandDescriptor> makeTable() {
   add({QStringLiteral("repositoryCustomCommands"), QStringLiteral("Custom Commands..."), {}, ShowRepositoryCustomCommandsSheetCommand::execute,
        Needs::repository, {}, menu, QStringLiteral("customCommands")});
 
+  // The window's own: it works in every tab, the repositories tab too.
+  add({QStringLiteral("quickLaunch"), QStringLiteral("Quick Launch..."), {}, ShowQuickLaunchCommand::execute, Needs::nothing,
+       QKeySequence(QStringLiteral("Ctrl+J")), 0, QStringLiteral("window")});
+
   return table;
 }
 
@@ -277,6 +283,25 @@ const CommandDescriptor* CommandTable::find(const QString& identifier) {
     if (descriptor.identifier == identifier) return &descriptor;
   }
   return nullptr;
+}
+
+QString CommandTable::paletteName(const CommandDescriptor& descriptor) {
+  static const QHash<QString, QString> names{
+      {QStringLiteral("checkoutBranch"), QStringLiteral("Checkout Branch")},
+      {QStringLiteral("checkoutRemoteBranch"), QStringLiteral("Checkout Remote Branch...")},
+      {QStringLiteral("checkoutRevision"), QStringLiteral("Checkout Commit...")},
+      {QStringLiteral("renameBranch"), QStringLiteral("Rename Branch...")},
+      {QStringLiteral("deleteBranch"), QStringLiteral("Delete Branch...")},
+      {QStringLiteral("deleteRemoteBranch"), QStringLiteral("Delete Branch on Remote...")},
+      {QStringLiteral("copySha"), QStringLiteral("Copy Commit SHA")},
+      {QStringLiteral("copySubject"), QStringLiteral("Copy Commit Subject")},
+      {QStringLiteral("showConflicts"), QStringLiteral("Show Conflicts")},
+      {QStringLiteral("editRevision"), QStringLiteral("Edit Commit...")},
+      {QStringLiteral("dropRevision"), QStringLiteral("Drop Commit...")},
+      {QStringLiteral("rewordRevision"), QStringLiteral("Reword Commit Message...")},
+      {QStringLiteral("saveFileAtRevision"), QStringLiteral("Save File at This Commit As...")},
+  };
+  return names.value(descriptor.identifier, descriptor.name);
 }
 
 bool CommandTable::run(const QString& identifier, const CommandContext& context) {

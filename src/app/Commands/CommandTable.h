@@ -16,6 +16,10 @@ class CommandTable {
   static const std::vector<CommandDescriptor>& all();
   static const CommandDescriptor* find(const QString& identifier);
 
+  // The entry's name where no menu says what it acts on: "Delete Branch..." for the
+  // branch menu's "Delete...".
+  static QString paletteName(const CommandDescriptor& descriptor);
+
   // Runs the entry with `context` if it is available there; false when it is not.
   static bool run(const QString& identifier, const CommandContext& context);
 

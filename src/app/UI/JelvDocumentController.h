@@ -28,6 +28,7 @@ class JelvDocumentController : public QObject {
   ~JelvDocumentController() override;
 
   QList<JelvMainWindow*> windows() const;
+  AppSettings& registry() const { return registry_; }
   // The active window, else the one used last; nullptr when none is open.
   JelvMainWindow* frontWindow() const;
   JelvMainWindow* newWindow();

@@ -1,5 +1,6 @@
 #include "UI/JelvMainWindow.h"
 
+#include "Commands/CommandTable.h"
 #include "Commands/ShowCloneSheetCommand.h"
 #include "Jobs/JobQueue.h"
 
@@ -125,6 +126,10 @@ void JelvMainWindow::buildMenus() {
   connect(repository, &QMenu::aboutToShow, this, [this, repository] { fillRepositoryMenu(repository); });
 
   QMenu* view = menuBar()->addMenu(tr("&View"));
+  CommandContext here;
+  here.window = this;
+  view->addAction(CommandTable::action(QStringLiteral("quickLaunch"), here, view));
+  view->addSeparator();
   add(view, QStringLiteral("nextTabAction"), tr("Select Next Tab"),
       {QKeySequence(QStringLiteral("Ctrl+Tab")), QKeySequence(QStringLiteral("Ctrl+PgDown"))},
       [this] { selectNextTab(); });

@@ -34,6 +34,7 @@ class JelvMainWindow : public QMainWindow {
   void selectNextTab();
   void selectPreviousTab();
 
+  JelvDocumentController& documents() const { return documents_; }
   WindowSession session() const;
   QAction* action(const QString& objectName) const;
   // The clone sheet on this window, with `url` filled in; the clone opens in a tab here.

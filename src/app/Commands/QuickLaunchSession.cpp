@@ -10,7 +10,7 @@
 #include "QuickLaunch/DefaultCommandProvider.h"
 #include "QuickLaunch/ReferenceCommandProvider.h"
 #include "QuickLaunch/RepositoryFileCommandProvider.h"
-#include "Services/CustomCommandManager.h"
+#include "Commands/RunCustomCommandCommand.h"
 #include "UI/JelvDocument.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvMainWindow.h"
@@ -129,11 +129,11 @@ std::vector<QuickLaunchCommand> QuickLaunchSession::menuCommands() {
 
 void QuickLaunchSession::buildFirstProvider() {
   std::vector<QuickLaunchCommand> customs;
-  const RepositoryDataPtr data = context_.data();
-  customCommands_ = CustomCommandManager::shared().commands(CustomCommand::Target::repository, data ? data->customCommands : CustomCommandList{});
+  // Those on the repository as a whole: the others act on a chosen commit, file or branch.
+  if (context_.satisfies(Needs::repository)) customCommands_ = RunCustomCommandCommand::commands(context_, CustomCommand::Target::repository);
   for (size_t i = 0; i < customCommands_.size(); ++i) {
     const CustomCommand& command = *customCommands_[i];
-    customs.push_back({QStringLiteral("custom:%1").arg(i), command.name, command.shared ? tr("This repository") : QString(), false});
+    customs.push_back({QStringLiteral("custom:%1").arg(i), command.name, command.shared ? tr("This repository") : QString(), true});
   }
   provider_ = std::make_unique<DefaultCommandProvider>(documents_.registry().getRecentRepositories(), menuCommands(), std::move(customs));
   placeholder_ = tr("Open a repository or run a command");
@@ -172,8 +172,9 @@ QuickLaunchSession::Outcome QuickLaunchSession::take(const CommandProviderItem& 
   }
   if (command->identifier.startsWith(QStringLiteral("custom:"))) {
     const size_t index = command->identifier.section(QLatin1Char(':'), 1).toULong();
-    Q_UNUSED(index);
-    return Outcome::ignored;
+    if (index >= customCommands_.size()) return Outcome::ignored;
+    RunCustomCommandCommand::execute(context_, customCommands_[index]);
+    return Outcome::done;
   }
   pending_ = CommandTable::find(command->identifier.section(QLatin1Char(':'), 1));
   if (!pending_) return Outcome::ignored;

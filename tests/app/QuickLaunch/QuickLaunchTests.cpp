@@ -24,6 +24,7 @@
 #include "UI/JelvMainWindow.h"
 #include "UI/JelvWindowController.h"
 #include "support/TempRepository.h"
+#include "support/TestEnvironment.h"
 
 namespace {
 
@@ -71,6 +72,7 @@ class QuickLaunchTest : public ::testing::Test {
     documents.reset();
     for (QWidget* widget : QApplication::topLevelWidgets()) widget->deleteLater();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    TestEnvironment::usePreferencesFile();
   }
 
   QuickLaunchWindowController* openPanel() {

@@ -230,35 +230,6 @@ TEST_F(ManagerTest, DragAndDropFilesAndReordersInTheDatabase) {
   EXPECT_EQ(describe(tree()), before);
 }
 
-TEST_F(ManagerTest, RenameAndColourTagWriteTheRowAndAnEmptyNameIsUndone) {
-  const int64_t work = settings->createCategory("Work", std::nullopt);
-  const int64_t id = add("api", work);
-  show();
-
-  item("api")->setText(0, QStringLiteral("  Public API "));
-  settle();
-  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
-  // The recent list follows, since it shows the same row.
-  EXPECT_TRUE(item("Public API", Kind::recentRepository));
-
-  item("Work", Kind::category)->setText(0, QStringLiteral("Clients"));
-  settle();
-  EXPECT_EQ(reopen()->getCategories().front().name, QStringLiteral("Clients"));
-
-  item("Public API")->setText(0, QStringLiteral("   "));
-  settle();
-  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
-  EXPECT_TRUE(item("Public API"));
-
-  controller->setColorTag(id, 5);
-  settle();
-  EXPECT_EQ(storedRepository(id)->colorTag, std::optional<int>(5));
-  EXPECT_EQ(item("Public API")->data(0, RepositoryManagerTreeWidget::ColorTagRole), 5);
-  controller->setColorTag(id, std::nullopt);
-  settle();
-  EXPECT_EQ(storedRepository(id)->colorTag, std::nullopt);
-}
-
 TEST_F(ManagerTest, DeleteAsksFirstAndNeverTouchesTheDisk) {
   const int64_t outer = settings->createCategory("Outer", std::nullopt);
   const int64_t inner = settings->createCategory("Inner", outer);
@@ -354,9 +325,9 @@ TEST_F(ManagerTest, RescanShowsProgressAndRebuildsTheTree) {
   Preferences::shared().remove(QStringLiteral("defaultSourceFolder"));
 }
 
-TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategories) {
+TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategoriesAndRenamesWriteTheRow) {
   const int64_t work = settings->createCategory("Work", std::nullopt);
-  add("api", work);
+  const int64_t id = add("api", work);
   show();
   QSignalSpy open(controller.get(), &RepositoryManagerController::openRepositoryRequested);
   tree().setFocus();
@@ -399,6 +370,30 @@ TEST_F(ManagerTest, KeyboardOpensRepositoriesAndFoldsCategories) {
   QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, center);
   ASSERT_EQ(open.count(), 2);
   EXPECT_EQ(open.at(1).at(0).toString(), folder("api"));
+
+  // Renaming and the colour tag write the row; an empty name is undone.
+  item("api")->setText(0, QStringLiteral("  Public API "));
+  settle();
+  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
+  // The recent list follows, since it shows the same row.
+  EXPECT_TRUE(item("Public API", Kind::recentRepository));
+
+  item("Work", Kind::category)->setText(0, QStringLiteral("Clients"));
+  settle();
+  EXPECT_EQ(reopen()->getCategories().front().name, QStringLiteral("Clients"));
+
+  item("Public API")->setText(0, QStringLiteral("   "));
+  settle();
+  EXPECT_EQ(storedRepository(id)->name, QStringLiteral("Public API"));
+  EXPECT_TRUE(item("Public API"));
+
+  controller->setColorTag(id, 5);
+  settle();
+  EXPECT_EQ(storedRepository(id)->colorTag, std::optional<int>(5));
+  EXPECT_EQ(item("Public API")->data(0, RepositoryManagerTreeWidget::ColorTagRole), 5);
+  controller->setColorTag(id, std::nullopt);
+  settle();
+  EXPECT_EQ(storedRepository(id)->colorTag, std::nullopt);
 }
 
 TEST_F(ManagerTest, SelectingARepositoryShowsItsDetailsAndReadMe) {
@@ -430,7 +425,7 @@ TEST_F(ManagerTest, SelectingARepositoryShowsItsDetailsAndReadMe) {
   EXPECT_FALSE(browser->isVisible());
 }
 
-TEST_F(ManagerTest, TheMenuKeyOffersTheCurrentEntrysActionsAndEmptySpaceNone) {
+TEST_F(ManagerTest, TheMenuKeyOffersTheCurrentEntrysActionsAndANewCategoryGoesInsideTheSelectedOne) {
   const int64_t work = settings->createCategory("Work", std::nullopt);
   const int64_t id = add("api");
   show();
@@ -453,11 +448,8 @@ TEST_F(ManagerTest, TheMenuKeyOffersTheCurrentEntrysActionsAndEmptySpaceNone) {
   const QStringList empty = contextMenu(below);
   EXPECT_FALSE(empty.contains("Open")) << empty.join(" | ").toStdString();
   EXPECT_FALSE(empty.contains("Remove from List…"));
-}
 
-TEST_F(ManagerTest, NewCategoryGoesInsideTheSelectedOne) {
-  const int64_t work = settings->createCategory("Work", std::nullopt);
-  show();
+  // A new category goes inside the selected one...
   tree().setCurrentItem(item("Work", Kind::category));
   controller->createCategory();
   settle();

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -19,17 +20,12 @@ class LogCapture {
   LogCapture(const LogCapture&) = delete;
   LogCapture& operator=(const LogCapture&) = delete;
 
-  QStringList messages() const {
-    std::lock_guard lock(mutex());
-    QStringList out;
-    for (const auto& entry : entries()) out << entry.second;
-    return out;
-  }
-  QStringList messages(AdvancedLogger::Level level) const {
+  // Every message, or those of one level.
+  QStringList messages(std::optional<AdvancedLogger::Level> level = std::nullopt) const {
     std::lock_guard lock(mutex());
     QStringList out;
     for (const auto& entry : entries()) {
-      if (entry.first == level) out << entry.second;
+      if (!level || entry.first == *level) out << entry.second;
     }
     return out;
   }

@@ -19,6 +19,7 @@
 #include <QThreadPool>
 #include <QVBoxLayout>
 
+#include "Commands/InstallCliToolCommand.h"
 #include "Controllers/Preferences/PreferenceControls.h"
 #include "Controls/GitOutputView.h"
 #include "Services/CustomCommandManager.h"
@@ -376,7 +377,44 @@ QWidget* PreferencesWindowController::makeIntegrationPage() {
     show();
     layout->addRow(scheme + QStringLiteral("://"), row);
   }
+  layout->addRow(tr("Command line tool:"), makeCliToolRow(page));
   return page;
+}
+
+QWidget* PreferencesWindowController::makeCliToolRow(QWidget* page) {
+  auto* row = new QWidget(page);
+  auto* rowLayout = new QHBoxLayout(row);
+  rowLayout->setContentsMargins(0, 0, 0, 0);
+  auto* state = new QLabel(row);
+  state->setObjectName(QStringLiteral("cliToolState"));
+  state->setWordWrap(true);
+  auto* install = new QPushButton(tr("Install"), row);
+  install->setObjectName(QStringLiteral("cliToolInstallButton"));
+  auto* uninstall = new QPushButton(tr("Uninstall"), row);
+  uninstall->setObjectName(QStringLiteral("cliToolUninstallButton"));
+  rowLayout->addWidget(state, 1);
+  rowLayout->addWidget(install);
+  rowLayout->addWidget(uninstall);
+  auto show = [state, install, uninstall] {
+    const CliToolInstaller tool = InstallCliToolCommand::installer();
+    const CliToolInstaller::State current = tool.state();
+    if (!tool.toolExists()) {
+      state->setText(tr("The jelv tool is not beside the application (%1).").arg(tool.toolPath()));
+    } else if (current == CliToolInstaller::State::installed) {
+      state->setText(tr("The jelv command is installed as %1.").arg(tool.linkPath()));
+    } else if (current == CliToolInstaller::State::otherFile) {
+      state->setText(tr("Another file is at %1.").arg(tool.linkPath()));
+    } else {
+      state->setText(tr("Install %1 to open repositories from a terminal: jelv, jelv status, jelv log FILE.").arg(tool.linkPath()));
+    }
+    install->setEnabled(tool.toolExists() && current != CliToolInstaller::State::installed);
+    uninstall->setEnabled(current == CliToolInstaller::State::installed);
+  };
+  connect(install, &QPushButton::clicked, this, [this, show] { InstallCliToolCommand::execute(this, true, show); });
+  connect(uninstall, &QPushButton::clicked, this, [this, show] { InstallCliToolCommand::execute(this, false, show); });
+  controls_->onReload(show);
+  show();
+  return row;
 }
 
 void PreferencesWindowController::reload() {

@@ -51,6 +51,8 @@ class PreferencesWindowController : public QWidget {
   QWidget* makeStatusPage();
   // Whether links of the two schemes open in Jelv, and making them do.
   QWidget* makeIntegrationPage();
+  // The jelv tool's link on the PATH: its state, Install and Uninstall.
+  QWidget* makeCliToolRow(QWidget* page);
   // The global custom commands.
   QWidget* makeCustomCommandsPage();
   void loadGitInstances();

@@ -1,11 +1,15 @@
 // jelv [-C <dir>] [--git-dir=<dir>] [open | status | commit | log [[--] <file>] | <path>]
 // Brings a repository up in the running Jelv. The request goes out as one notification;
 // the application answers "handled" at once and "requestHandled" once it has acted.
-// Exits 1 when no application answers within the time-out or without a session bus.
+// When no application answers within the time-out (or there is no session bus), the
+// application beside the tool starts with the same command line, which it reads the same
+// way; without one the tool says so and exits 1.
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDir>
+#include <QFileInfo>
+#include <QProcess>
 #include <QTimer>
 #include <cstdio>
 
@@ -27,6 +31,23 @@ int millisecondsFromEnvironment(const char* name, int fallback) {
 
 void say(const QString& text) {
   std::fputs(qPrintable(QStringLiteral("jelv: ") + text + QLatin1Char('\n')), stderr);
+}
+
+// A later start that finds a Jelv after all hands the command over to it.
+int launchApplication(const QStringList& arguments, const QString& workingDirectory) {
+  const QString application = QCoreApplication::applicationDirPath() + QStringLiteral("/jelv-app");
+  if (!QFileInfo(application).isExecutable()) {
+    say(QStringLiteral("Jelv is not running (no answer); start it first"));
+    return 1;
+  }
+  // The application reads bare folders as tabs to open; "open" keeps "jelv" meaning this folder.
+  const QStringList command = arguments.isEmpty() ? QStringList{QStringLiteral("open")} : arguments;
+  if (!QProcess::startDetached(application, command, workingDirectory)) {
+    say(QStringLiteral("Jelv is not running and %1 could not be started").arg(application));
+    return 1;
+  }
+  say(QStringLiteral("Jelv was not running; starting it"));
+  return 0;
 }
 
 }  // namespace
@@ -68,10 +89,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) {
-    say(QStringLiteral("no session bus; is Jelv running in this session?"));
-    return 1;
-  }
+  if (!bus.isConnected()) return launchApplication(arguments, workingDirectory);
   ResponseReceiver receiver(verbose, millisecondsFromEnvironment("JELV_CLI_ACT_TIMEOUT", 30000));
   // Listening before asking: the bus delivers our messages in order.
   if (!bus.connect(QString(), names::objectPath(), names::interfaceName(), names::signalName(), &receiver,
@@ -91,10 +109,9 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  QTimer::singleShot(millisecondsFromEnvironment("JELV_CLI_TIMEOUT", 5000), &app, [&receiver] {
+  QTimer::singleShot(millisecondsFromEnvironment("JELV_CLI_TIMEOUT", 5000), &app, [&receiver, arguments, workingDirectory] {
     if (receiver.answered()) return;
-    say(QStringLiteral("Jelv is not running (no answer); start it first"));
-    QCoreApplication::exit(1);
+    QCoreApplication::exit(launchApplication(arguments, workingDirectory));
   });
   return app.exec();
 }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QMessageBox>
 #include <QProcess>
 #include <QStandardPaths>
@@ -124,19 +125,52 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
   EXPECT_EQ(alert->text(), QStringLiteral("Option -C needs a directory."));
 }
 
-// Nobody listens on a bus of its own: the tool says so and fails within its time-out.
-TEST(CommandLineToolAlone, WithoutAnApplicationFailsWithinItsTimeOut) {
-  const QString busRunner = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
-  ASSERT_FALSE(busRunner.isEmpty());
-  QProcess tool;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("1"));
-  tool.setProcessEnvironment(environment);
+// On a bus of its own nobody answers.
+class CommandLineToolAlone : public ::testing::Test {
+ protected:
+  // Runs the tool at `tool` in a fresh session bus, with the application's files in `dir_`.
+  ToolRun run(const QString& tool, const QString& workingDirectory, const QStringList& arguments) {
+    const QString busRunner = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
+    if (busRunner.isEmpty()) return {};
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), dir_.filePath(QStringLiteral("data")));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), dir_.filePath(QStringLiteral("config")));
+    // A started application ends once its first window is up.
+    environment.insert(QStringLiteral("JELV_QUIT_AFTER_SHOW"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingDirectory);
+    process.start(busRunner, QStringList{QStringLiteral("--"), tool} + arguments);
+    if (!process.waitForFinished(15000)) return {};
+    return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardError())};
+  }
+  QString logText() const {
+    QFile log(dir_.filePath(QStringLiteral("data/org.jelv.Jelv/Logs/Jelv.log")));
+    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+  }
+  QTemporaryDir dir_;
+};
+
+TEST_F(CommandLineToolAlone, WithoutAnApplicationBesideItFailsWithinItsTimeOut) {
+  const QString copy = dir_.filePath(QStringLiteral("jelv"));
+  ASSERT_TRUE(QFile::copy(toolPath(), copy));
   QElapsedTimer clock;
   clock.start();
-  tool.start(busRunner, {QStringLiteral("--"), toolPath(), QStringLiteral("status")});
-  ASSERT_TRUE(tool.waitForFinished(15000));
-  EXPECT_NE(tool.exitCode(), 0);
+  const ToolRun result = run(copy, dir_.path(), {QStringLiteral("status")});
+  EXPECT_EQ(result.exitCode, 1);
   EXPECT_LT(clock.elapsed(), 10000);
-  EXPECT_TRUE(QString::fromLocal8Bit(tool.readAllStandardError()).contains(QStringLiteral("Jelv is not running")));
+  EXPECT_TRUE(result.standardError.contains(QStringLiteral("Jelv is not running"))) << result.standardError.toStdString();
+}
+
+TEST_F(CommandLineToolAlone, StartsTheApplicationBesideItWithTheCommand) {
+  TempRepository repository(true, QStringLiteral("started repo"));
+  repository.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("First"));
+  const ToolRun result = run(toolPath(), repository.path(), {QStringLiteral("status")});
+  EXPECT_EQ(result.exitCode, 0) << result.standardError.toStdString();
+  EXPECT_TRUE(result.standardError.contains(QStringLiteral("starting it")));
+  const QString request = repository.path() + QStringLiteral("workingDirectorySeparatorstatus");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return logText().contains(QStringLiteral("Jelv quitting")); }, 30000)) << logText().toStdString();
+  EXPECT_TRUE(logText().contains(QStringLiteral("Command line request: '%1'").arg(request)));
 }

@@ -40,9 +40,15 @@ struct ToolRun {
 ToolRun runTool(const QString& workingDirectory, const QStringList& arguments) {
   QProcess tool;
   tool.setWorkingDirectory(workingDirectory);
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  // A slow answer under load must not make the tool start an application of its own
+  // (which, should it happen, ends at once).
+  environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("20"));
+  environment.insert(QStringLiteral("JELV_QUIT_AFTER_SHOW"), QStringLiteral("1"));
+  tool.setProcessEnvironment(environment);
   tool.start(toolPath(), arguments);
   if (!tool.waitForStarted(5000)) return {};
-  if (!QTest::qWaitFor([&] { return tool.state() == QProcess::NotRunning; }, 20000)) {
+  if (!QTest::qWaitFor([&] { return tool.state() == QProcess::NotRunning; }, 30000)) {
     tool.kill();
     tool.waitForFinished();
     return {};

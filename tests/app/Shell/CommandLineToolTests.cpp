@@ -36,31 +36,33 @@ struct ToolRun {
   QString standardError;
 };
 
-// Runs the tool while this process's event loop keeps answering it.
-ToolRun runTool(const QString& workingDirectory, const QStringList& arguments) {
-  QProcess tool;
-  tool.setWorkingDirectory(workingDirectory);
+// Runs a tool to its end while this process's event loop keeps answering it. With
+// `ownFiles`, on a session bus of its own (where no application listens) and with an
+// application's files there. A started application ends once its window is up; the long
+// time-out keeps a slow answer under load from starting one at all.
+ToolRun runTool(const QString& tool, const QString& workingDirectory, const QStringList& arguments, const QString& ownFiles = {}) {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  // A slow answer under load must not make the tool start an application of its own
-  // (which, should it happen, ends at once).
-  environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("20"));
   environment.insert(QStringLiteral("JELV_QUIT_AFTER_SHOW"), QStringLiteral("1"));
-  tool.setProcessEnvironment(environment);
-  tool.start(toolPath(), arguments);
-  if (!tool.waitForStarted(5000)) return {};
-  if (!QTest::qWaitFor([&] { return tool.state() == QProcess::NotRunning; }, 30000)) {
-    tool.kill();
-    tool.waitForFinished();
+  environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), ownFiles.isEmpty() ? QStringLiteral("20") : QStringLiteral("1"));
+  QStringList command{tool};
+  if (!ownFiles.isEmpty()) {
+    command = QStringList{QStandardPaths::findExecutable(QStringLiteral("dbus-run-session")), QStringLiteral("--")} + command;
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), ownFiles + QStringLiteral("/data"));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), ownFiles + QStringLiteral("/config"));
+  }
+  QProcess process;
+  process.setProcessEnvironment(environment);
+  process.setWorkingDirectory(workingDirectory);
+  const QString program = command.takeFirst();
+  process.start(program, command + arguments);
+  if (!process.waitForStarted(5000)) return {};
+  if (!QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 30000)) {
+    process.kill();
+    process.waitForFinished();
     return {};
   }
-  return {tool.exitStatus() == QProcess::NormalExit ? tool.exitCode() : -1, QString::fromLocal8Bit(tool.readAllStandardError())};
-}
-
-FileHistoryWindowController* fileHistoryWindow() {
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (auto* window = qobject_cast<FileHistoryWindowController*>(widget); window && window->isVisible()) return window;
-  }
-  return nullptr;
+  return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+          QString::fromLocal8Bit(process.readAllStandardError())};
 }
 
 class CommandLineTool : public ::testing::Test {
@@ -96,7 +98,7 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
   ASSERT_EQ(documents.windows().size(), 1);  // the repository manager
 
   // "status" from a folder inside the repository: its tab opens in front with the changes.
-  const ToolRun status = runTool(repository.path() + QStringLiteral("/dir"), {QStringLiteral("status")});
+  const ToolRun status = runTool(toolPath(), repository.path() + QStringLiteral("/dir"), {QStringLiteral("status")});
   EXPECT_EQ(status.exitCode, 0) << status.standardError.toStdString();
   JelvWindowController* tab = documents.findRepositoryTab(repository.path());
   ASSERT_TRUE(tab && tab->document());
@@ -111,72 +113,47 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
 
   // "log -- <file>" from elsewhere with -C: the same tab, the commit list, the file's history.
   window->tabWidget()->setCurrentIndex(0);
-  const ToolRun log = runTool(dir_.path(), {QStringLiteral("-C"), repository.path(), QStringLiteral("log"), QStringLiteral("--"),
+  const ToolRun log = runTool(toolPath(), dir_.path(), {QStringLiteral("-C"), repository.path(), QStringLiteral("log"), QStringLiteral("--"),
                                             QStringLiteral("dir/ä file.txt")});
   EXPECT_EQ(log.exitCode, 0) << log.standardError.toStdString();
   EXPECT_EQ(window->tabCount(), 2);
   EXPECT_EQ(window->currentTab(), tab);
   EXPECT_TRUE(tab->document()->commitList()->isVisible());
   EXPECT_TRUE(tab->findChild<QAction*>(QStringLiteral("historyAction"))->isChecked());
-  FileHistoryWindowController* history = fileHistoryWindow();
-  ASSERT_TRUE(history);
+  auto* history = window->findChild<FileHistoryWindowController*>();
+  ASSERT_TRUE(history && history->isVisible());
   EXPECT_EQ(history->windowTitle(), QStringLiteral("History: dir/ä file.txt"));
   ASSERT_TRUE(QTest::qWaitFor([&] { return history->history().size() == 2; }, 10000));
 
   // A request that cannot be read is shown, not dropped.
-  const ToolRun broken = runTool(repository.path(), {QStringLiteral("status"), QStringLiteral("-C")});
+  const ToolRun broken = runTool(toolPath(), repository.path(), {QStringLiteral("status"), QStringLiteral("-C")});
   EXPECT_EQ(broken.exitCode, 0);
   auto* alert = window->findChild<QMessageBox*>(QStringLiteral("cliError"));
   ASSERT_TRUE(alert);
   EXPECT_EQ(alert->text(), QStringLiteral("Option -C needs a directory."));
 }
 
-// On a bus of its own nobody answers.
-class CommandLineToolAlone : public ::testing::Test {
- protected:
-  // Runs the tool at `tool` in a fresh session bus, with the application's files in `dir_`.
-  ToolRun run(const QString& tool, const QString& workingDirectory, const QStringList& arguments) {
-    const QString busRunner = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
-    if (busRunner.isEmpty()) return {};
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("JELV_CLI_TIMEOUT"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), dir_.filePath(QStringLiteral("data")));
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), dir_.filePath(QStringLiteral("config")));
-    // A started application ends once its first window is up.
-    environment.insert(QStringLiteral("JELV_QUIT_AFTER_SHOW"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(workingDirectory);
-    process.start(busRunner, QStringList{QStringLiteral("--"), tool} + arguments);
-    if (!process.waitForFinished(15000)) return {};
-    return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardError())};
-  }
-  QString logText() const {
-    QFile log(dir_.filePath(QStringLiteral("data/org.jelv.Jelv/Logs/Jelv.log")));
+// On a bus of its own nobody answers: the tool starts the application beside it, and
+// a copy with none beside it fails within its time-out.
+TEST(CommandLineToolAlone, StartsTheApplicationBesideItOrSaysNoneRuns) {
+  QTemporaryDir files;
+  TempRepository repository(true, QStringLiteral("started repo"));
+  const ToolRun started = runTool(toolPath(), repository.path(), {QStringLiteral("status")}, files.path());
+  EXPECT_EQ(started.exitCode, 0) << started.standardError.toStdString();
+  const auto logText = [&files] {
+    QFile log(files.filePath(QStringLiteral("data/org.jelv.Jelv/Logs/Jelv.log")));
     return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
-  }
-  QTemporaryDir dir_;
-};
+  };
+  QString text;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return (text = logText()).contains(QStringLiteral("Jelv quitting")); }, 30000));
+  EXPECT_TRUE(text.contains(QStringLiteral("Command line request: '%1workingDirectorySeparatorstatus'").arg(repository.path())));
 
-TEST_F(CommandLineToolAlone, WithoutAnApplicationBesideItFailsWithinItsTimeOut) {
-  const QString copy = dir_.filePath(QStringLiteral("jelv"));
+  const QString copy = files.filePath(QStringLiteral("jelv"));
   ASSERT_TRUE(QFile::copy(toolPath(), copy));
   QElapsedTimer clock;
   clock.start();
-  const ToolRun result = run(copy, dir_.path(), {QStringLiteral("status")});
-  EXPECT_EQ(result.exitCode, 1);
+  const ToolRun alone = runTool(copy, files.path(), {QStringLiteral("status")}, files.path());
+  EXPECT_EQ(alone.exitCode, 1);
   EXPECT_LT(clock.elapsed(), 10000);
-  EXPECT_TRUE(result.standardError.contains(QStringLiteral("Jelv is not running"))) << result.standardError.toStdString();
-}
-
-TEST_F(CommandLineToolAlone, StartsTheApplicationBesideItWithTheCommand) {
-  TempRepository repository(true, QStringLiteral("started repo"));
-  repository.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("First"));
-  const ToolRun result = run(toolPath(), repository.path(), {QStringLiteral("status")});
-  EXPECT_EQ(result.exitCode, 0) << result.standardError.toStdString();
-  EXPECT_TRUE(result.standardError.contains(QStringLiteral("starting it")));
-  const QString request = repository.path() + QStringLiteral("workingDirectorySeparatorstatus");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return logText().contains(QStringLiteral("Jelv quitting")); }, 30000)) << logText().toStdString();
-  EXPECT_TRUE(logText().contains(QStringLiteral("Command line request: '%1'").arg(request)));
+  EXPECT_TRUE(alone.standardError.contains(QStringLiteral("Jelv is not running"))) << alone.standardError.toStdString();
 }

@@ -47,12 +47,10 @@ TEST(CliCommand, ParsesCommandRepositoryAndVerbose) {
     EXPECT_EQ(command.verbose, row.verbose);
     EXPECT_EQ(command.workingDirectory, home);
   }
-}
-
-TEST(CliCommand, MalformedRequestsAreErrors) {
-  EXPECT_TRUE(std::holds_alternative<CliError>(CliCommand::fromRequest(QStringLiteral("/tmp status")).type));
-  EXPECT_TRUE(std::holds_alternative<CliError>(
-      CliCommand::fromRequest(QStringLiteral("relative") + JelvCliRequestCommand::workingDirectorySeparator()).type));
+  const QString noDirectory = QStringLiteral("relative") + JelvCliRequestCommand::workingDirectorySeparator();
+  for (const QString& malformed : {QStringLiteral("/tmp status"), noDirectory}) {
+    EXPECT_TRUE(std::holds_alternative<CliError>(CliCommand::fromRequest(malformed).type)) << malformed.toStdString();
+  }
 }
 
 // The application's start reads its arguments as a command only when they are more

@@ -14,6 +14,9 @@
 
 #include "Commands/QuickLaunchSession.h"
 #include "Controllers/CommitList/CommitListView.h"
+#include "Controllers/History/BlameWindowController.h"
+#include "Models/CustomCommands/CustomCommandAction.h"
+#include "Services/CustomCommandManager.h"
 #include "Controllers/QuickLaunch/QuickLaunchListModel.h"
 #include "Controllers/QuickLaunch/QuickLaunchWindowController.h"
 #include "Models/AppSettings.h"
@@ -189,4 +192,42 @@ TEST_F(QuickLaunchTest, KeysSkipHeadersEscapeOrLosingFocusClosesAndARepositoryOp
   QTest::keyClick(panel->textField(), Qt::Key_Return);
   ASSERT_TRUE(QTest::qWaitFor([&] { return documents->pendingOpens() == 0 && window->tabCount() == 2; }, 20000));
   EXPECT_EQ(window->currentTab()->repositoryPath(), other.path());
+}
+
+// A file argument waits for git's list of the tracked files; a custom command on the
+// repository runs from the list as from its menu.
+TEST_F(QuickLaunchTest, BlameAsksForATrackedFileAndACustomCommandRuns) {
+  repo.writeFile(QStringLiteral("untracked.txt"), "u\n");
+  QuickLaunchWindowController* panel = openPanel();
+  ASSERT_TRUE(panel);
+  type(panel, QStringLiteral("blame"));
+  ASSERT_EQ(selectedTitle(panel), QStringLiteral("Blame..."));
+  QTest::keyClick(panel->textField(), Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !panel->session()->isLoading(); }, 20000));
+  EXPECT_EQ(rows(*panel->list()), (QStringList{"# Repository Files", "a.txt"}));
+  QTest::keyClick(panel->textField(), Qt::Key_Return);
+  BlameWindowController* blame = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (auto* found = qobject_cast<BlameWindowController*>(widget); found && found->isVisible()) blame = found;
+    }
+    return blame != nullptr;
+  }, 20000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return blame->windowTitle() == QStringLiteral("Blame: a.txt"); }, 20000)) << blame->windowTitle().toStdString();
+  blame->close();
+
+  repo.writeExecutable(QStringLiteral("record.sh"), "#!/bin/sh\npwd > ran.txt\n");
+  auto command = std::make_shared<CustomCommand>();
+  command->name = QStringLiteral("Record Folder");
+  command->action = std::make_shared<ProcessCustomCommandAction>(QStringLiteral("$path/record.sh"), QString(), false, true);
+  CustomCommandManager::shared().setCustomCommands({command});
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  panel = openPanel();
+  ASSERT_TRUE(panel);
+  type(panel, QStringLiteral("Record Folder"));
+  EXPECT_EQ(rows(*panel->list()), (QStringList{"# Custom Commands", "Record Folder"}));
+  QTest::keyClick(panel->textField(), Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return repo.readFile(QStringLiteral("ran.txt")).trimmed() == repo.path().toUtf8(); }, 20000));
+  CustomCommandManager::shared().setCustomCommands({});
 }

@@ -73,8 +73,13 @@ TEST(RegistryFileTest, WithoutAConnectionReadsAreEmptyAndAWriteStopsTheProcess) 
   EXPECT_FALSE(settings.repositoryItemExists("/src/alpha"));
   EXPECT_EQ(settings.getRepositoryInfo(GitModule{"/src/alpha", {}, {}}).name, "alpha");
 
+  // The dying child runs this program again and cannot clean up: its temporary folders go
+  // inside this test's folder, which this process removes.
+  const QByteArray tmp = qgetenv("TMPDIR");
+  qputenv("TMPDIR", dir.path().toLocal8Bit());
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_DEATH(settings.addRepository("/src/alpha"), "");
+  qputenv("TMPDIR", tmp);
 }
 
 TEST(RegistryFileTest, DbPathLiesInTheApplicationDataFolderWhichIsCreated) {

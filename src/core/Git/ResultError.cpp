@@ -1,11 +1,6 @@
 #include "Git/ResultError.h"
 
-namespace {
-template <class... Ts>
-struct Overloaded : Ts... { using Ts::operator()...; };
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
-}  // namespace
+#include "Extensions/Overloaded.h"
 
 QString describe(const ResultError& error) {
   return std::visit(

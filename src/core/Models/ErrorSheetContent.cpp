@@ -2,15 +2,10 @@
 
 #include <QFileInfo>
 
+#include "Extensions/Overloaded.h"
 #include "Logging/AdvancedLogger.h"
 
 namespace {
-template <class... Ts>
-struct Overloaded : Ts... {
-  using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
 
 ErrorSheetContent plain(const QString& text) { return {text, false, ErrorSheetContent::Repair::none, {}}; }
 

@@ -2,13 +2,9 @@
 
 #include <QFileInfo>
 
+#include "Extensions/Overloaded.h"
+
 namespace {
-template <class... Ts>
-struct Overloaded : Ts... {
-  using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
 
 QString referenceKind(const Reference& reference) {
   switch (reference.kind()) {

@@ -26,6 +26,7 @@
 #include "UI/JelvWindowController.h"
 #include "support/TempRepository.h"
 #include "support/TestEnvironment.h"
+#include "ShellFixture.h"
 
 namespace {
 
@@ -65,21 +66,7 @@ ToolRun runTool(const QString& tool, const QString& workingDirectory, const QStr
           QString::fromLocal8Bit(process.readAllStandardError())};
 }
 
-class CommandLineTool : public ::testing::Test {
- protected:
-  void SetUp() override {
-    Preferences::useStoreFile(dir_.filePath(QStringLiteral("prefs.ini")));
-    registry_ = std::make_unique<AppSettings>(dir_.filePath(QStringLiteral("db.sqlite3")));
-    registry_->initializeDatabase();
-  }
-  void TearDown() override {
-    for (QWidget* widget : QApplication::topLevelWidgets()) widget->deleteLater();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    TestEnvironment::usePreferencesFile();
-  }
-  QTemporaryDir dir_;
-  std::unique_ptr<AppSettings> registry_;
-};
+using CommandLineTool = ShellTest;
 
 }  // namespace
 

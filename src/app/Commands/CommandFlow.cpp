@@ -26,11 +26,12 @@ void showError(const CommandContext& context, const ResultError& error) {
   if (std::holds_alternative<Error::Canceled>(error)) return;
   QWidget* parent = context.repository ? static_cast<QWidget*>(context.repository.data()) : context.window;
   if (!parent) return;
-  ErrorWindowController* sheet = ErrorWindowController::present(parent, context.module(), error, context.queue());
   // A repair (a forced fetch, a removed lock) changed the repository behind the view.
   QPointer<JelvDocument> repository = context.repository;
-  QObject::connect(sheet, &ErrorWindowController::repositoryChanged, sheet, [repository] {
-    if (repository && repository->controller()) repository->controller()->invalidate(Subdomain::all());
+  ErrorWindowController::present(parent, context.module(), error, context.queue(), [repository](ErrorWindowController* sheet) {
+    QObject::connect(sheet, &ErrorWindowController::repositoryChanged, sheet, [repository] {
+      if (repository && repository->controller()) repository->controller()->invalidate(Subdomain::all());
+    });
   });
 }
 

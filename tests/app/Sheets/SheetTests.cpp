@@ -104,9 +104,11 @@ TEST(ErrorWindowController, FailingHookOffersCommitWithoutHooks) {
   QMainWindow window;
   window.show();
   auto queue = std::make_shared<JobQueue>();
-  ErrorWindowController* sheet = ErrorWindowController::present(&window, repo.module(), failed.error(), queue);
+  int changes = 0;  // wired to every sheet of the chain, as the view's refresh is
+  ErrorWindowController* sheet = ErrorWindowController::present(&window, repo.module(), failed.error(), queue, [&](ErrorWindowController* each) {
+    QObject::connect(each, &ErrorWindowController::repositoryChanged, [&] { ++changes; });
+  });
   QSignalSpy committed(sheet, &ErrorWindowController::committed);
-  QSignalSpy changed(sheet, &ErrorWindowController::repositoryChanged);
   EXPECT_TRUE(sheet->errorTextView()->toPlainText().contains(u"lint: trailing space"));
   ASSERT_TRUE(sheet->firstButton()->isVisible());
   EXPECT_EQ(sheet->firstButton()->text(), QStringLiteral("Skip pre-commit hooks and commit"));
@@ -119,13 +121,16 @@ TEST(ErrorWindowController, FailingHookOffersCommitWithoutHooks) {
     const auto open = errorSheets(window);
     return open.size() == 1 && open.first() != sheet;
   }, 10000));
-  const ErrorWindowController* second = errorSheets(window).first();
+  ErrorWindowController* second = errorSheets(window).first();
   EXPECT_TRUE(second->errorTextView()->toPlainText().contains(u"index.lock")) << second->errorTextView()->toPlainText().toStdString();
   EXPECT_EQ(committed.count(), 0);
-  EXPECT_EQ(changed.count(), 1);
+  EXPECT_EQ(changes, 1);
   EXPECT_EQ(repo.headSha(), before);
+  // The second sheet's repair reaches the caller too.
+  QTest::mouseClick(second->firstButton(), Qt::LeftButton);
+  EXPECT_FALSE(QFile::exists(repo.path() + QStringLiteral("/.git/index.lock")));
+  EXPECT_EQ(changes, 2);
 
-  repo.removeFile(".git/index.lock");
   ErrorWindowController* retry = ErrorWindowController::present(&window, repo.module(), failed.error(), queue);
   std::optional<JelvSheetResult> result;
   QObject::connect(retry, &QDialog::finished, [&](int) { result = retry->result(); });

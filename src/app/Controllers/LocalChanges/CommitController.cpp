@@ -372,8 +372,10 @@ void CommitController::commit() {
                                    self->clearAfterCommit();
                                    if (andPush) Q_EMIT self->pushRequested();
                                  } else if (!result.isError<Error::Canceled>()) {
-                                   self->connectErrorSheet(
-                                       ErrorWindowController::present(self, self->module_, result.error(), self->queue_));
+                                   ErrorWindowController::present(self, self->module_, result.error(), self->queue_,
+                                                                  [self](ErrorWindowController* sheet) {
+                                                                    if (self) self->connectErrorSheet(sheet);
+                                                                  });
                                  }
                                  self->updateButton();
                                  Q_EMIT self->commitFinished();

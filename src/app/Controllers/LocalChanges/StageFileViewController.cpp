@@ -407,8 +407,9 @@ void StageFileViewController::runOperation(const QString& name, std::function<Gi
     QMetaObject::invokeMethod(qApp, [self, result] {
       if (!self) return;
       if (result.isFailure()) {
-        auto* sheet = ErrorWindowController::present(self, self->module_, result.error(), self->queue_);
-        connect(sheet, &ErrorWindowController::repositoryChanged, self, &StageFileViewController::reload);
+        ErrorWindowController::present(self, self->module_, result.error(), self->queue_, [self](ErrorWindowController* sheet) {
+          if (self) connect(sheet, &ErrorWindowController::repositoryChanged, self, &StageFileViewController::reload);
+        });
       }
       self->reload();
     });

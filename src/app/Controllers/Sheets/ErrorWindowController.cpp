@@ -46,13 +46,16 @@ ErrorWindowController::ErrorWindowController(GitModule module, std::optional<Res
 }
 
 ErrorWindowController* ErrorWindowController::present(QWidget* parent, const GitModule& module, const ResultError& error,
-                                                      std::shared_ptr<JobQueue> queue) {
+                                                      std::shared_ptr<JobQueue> queue,
+                                                      std::function<void(ErrorWindowController*)> wire) {
   auto* sheet = new ErrorWindowController(module, error, parent ? parent->window() : nullptr);
   sheet->setJobQueue(queue);
+  if (wire) wire(sheet);
   QPointer<QWidget> opener(parent);
-  // A repair that fails (a retried commit) ends in an error of its own, shown in turn.
-  showSheet(parent, sheet, [opener, module, queue](const JelvSheetResult& result) {
-    if (const ResultError* failure = result.error(); failure && opener) present(opener, module, *failure, queue);
+  // A repair that fails (a retried commit) ends in an error of its own, shown in turn; a
+  // repair that works there changes the repository as much as on the first sheet.
+  showSheet(parent, sheet, [opener, module, queue, wire](const JelvSheetResult& result) {
+    if (const ResultError* failure = result.error(); failure && opener) present(opener, module, *failure, queue, wire);
   });
   return sheet;
 }

@@ -20,9 +20,11 @@ class ErrorWindowController : public JelvSheetController {
   QPushButton* firstButton() const { return firstButton_; }
   GitOutputView* errorTextView() const { return errorTextView_; }
 
-  // Opens the sheet for `error` on `parent`'s window with the window's queue.
+  // Opens the sheet for `error` on `parent`'s window with the window's queue. `wire` connects
+  // the caller to this sheet and to each sheet a failed repair opens after it.
   static ErrorWindowController* present(QWidget* parent, const GitModule& module, const ResultError& error,
-                                        std::shared_ptr<JobQueue> queue);
+                                        std::shared_ptr<JobQueue> queue,
+                                        std::function<void(ErrorWindowController*)> wire = {});
 
  Q_SIGNALS:
   // The repository's state changed behind the view (a lock removed, a commit made).

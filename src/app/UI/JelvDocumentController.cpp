@@ -96,7 +96,9 @@ void JelvDocumentController::adopt(JelvMainWindow* window) {
     if (windows_.isEmpty()) Q_EMIT lastWindowClosed();
   };
   connect(window, &JelvMainWindow::closed, this, [forget, window] { forget(window); });
-  connect(window, &QObject::destroyed, this, [forget] { forget(nullptr); });
+  // Queued: while `destroyed` is emitted the window is no longer a JelvMainWindow, and its
+  // guard clears only after that.
+  connect(window, &QObject::destroyed, this, [forget] { forget(nullptr); }, Qt::QueuedConnection);
 }
 
 JelvWindowController* JelvDocumentController::newRepositoryManagerAsTab(JelvMainWindow* window) {

@@ -6,7 +6,6 @@
 
 #include "Commands/CommandContext.h"
 #include "Commands/ShowFileHistorySheetCommand.h"
-#include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Logging/AdvancedLogger.h"
 #include "UI/JelvDocument.h"
 #include "UI/JelvDocumentController.h"
@@ -21,33 +20,6 @@ void showError(JelvDocumentController& documents, const QString& text) {
   alert->setObjectName(QStringLiteral("cliError"));
   alert->setAttribute(Qt::WA_DeleteOnClose);
   alert->open();
-}
-
-// The page is chosen through the sidebar, as the toolbar does, so that both mark it. A
-// tab that has just opened has no sidebar entries before its first snapshot: the page
-// shows at once and the sidebar follows then.
-void whenSidebarIsBuilt(JelvDocument& repository, std::function<void(RepositorySidebar&)> select) {
-  if (repository.sidebar()->localChangesItem()) {
-    select(*repository.sidebar());
-    return;
-  }
-  QObject::connect(&repository, &JelvDocument::snapshotLoaded, &repository,
-                   [&repository, select] { select(*repository.sidebar()); }, Qt::SingleShotConnection);
-}
-
-void showLocalChanges(JelvDocument& repository) {
-  repository.showLocalChanges();
-  whenSidebarIsBuilt(repository, [](RepositorySidebar& sidebar) { sidebar.setCurrentItem(sidebar.localChangesItem()); });
-}
-
-void showHistory(JelvDocument& repository) {
-  repository.showHistory();
-  whenSidebarIsBuilt(repository, [](RepositorySidebar& sidebar) {
-    // A branch chosen in the sidebar shows the history too: it stays chosen.
-    if (!sidebar.currentItem() || sidebar.currentItem() == sidebar.localChangesItem()) {
-      sidebar.setCurrentItem(sidebar.allCommitsItem());
-    }
-  });
 }
 
 QString insideOrEmpty(const QString& root, const QString& file) {
@@ -90,9 +62,9 @@ void CliRequestCommand::execute(JelvDocumentController& documents, const CliComm
       return;
     }
     documents.bringToFront(tab);
-    if (std::holds_alternative<CliStatus>(type)) showLocalChanges(*repository);
+    if (std::holds_alternative<CliStatus>(type)) repository->selectLocalChanges();
     if (const auto* log = std::get_if<CliLog>(&type)) {
-      showHistory(*repository);
+      repository->selectHistory();
       if (log->filepath) {
         const QString path = repositoryRelativePath(repository->gitModule().repositoryPath, *log->filepath);
         if (path.isEmpty()) {

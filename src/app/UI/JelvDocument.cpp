@@ -423,6 +423,33 @@ void JelvDocument::showLocalChanges() { pages_->setCurrentIndex(1); }
 
 void JelvDocument::showHistory() { pages_->setCurrentIndex(0); }
 
+namespace {
+
+// A tab that has just opened has no sidebar entries before its first snapshot: the page
+// shows at once and the sidebar follows then.
+void whenSidebarIsBuilt(JelvDocument& document, std::function<void(RepositorySidebar&)> select) {
+  if (document.sidebar()->localChangesItem()) {
+    select(*document.sidebar());
+    return;
+  }
+  QObject::connect(&document, &JelvDocument::snapshotLoaded, &document, [&document, select] { select(*document.sidebar()); },
+                   Qt::SingleShotConnection);
+}
+
+}  // namespace
+
+void JelvDocument::selectLocalChanges() {
+  showLocalChanges();
+  whenSidebarIsBuilt(*this, [](RepositorySidebar& sidebar) { sidebar.setCurrentItem(sidebar.localChangesItem()); });
+}
+
+void JelvDocument::selectHistory() {
+  showHistory();
+  whenSidebarIsBuilt(*this, [](RepositorySidebar& sidebar) {
+    if (!sidebar.currentItem() || sidebar.currentItem() == sidebar.localChangesItem()) sidebar.setCurrentItem(sidebar.allCommitsItem());
+  });
+}
+
 void JelvDocument::showRevisionFileTree() {
   showHistory();
   detailsTabs_->setCurrentWidget(fileTree_);

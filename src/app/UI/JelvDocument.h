@@ -61,6 +61,10 @@ class JelvDocument : public QWidget {
   void refreshStatus();
   void showLocalChanges();
   void showHistory();
+  // The same pages chosen through the sidebar, so that it and the toolbar mark them; a
+  // branch chosen in the sidebar stays chosen for the history.
+  void selectLocalChanges();
+  void selectHistory();
   // Local Changes with the first conflicted file selected; false when there is none.
   bool showFirstConflict();
   void showActivityManager();

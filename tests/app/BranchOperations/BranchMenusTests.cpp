@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 #include "Commands/CommandContext.h"
@@ -19,41 +17,17 @@
 #include "Controls/GitOutputView.h"
 #include "Controllers/Sheets/OperationSheetController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
-#include "Jobs/JobQueue.h"
 #include "Repository/RepositoryController.h"
+#include "app/Sheets/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {
 
 QString q(const char* text) { return QString::fromUtf8(text); }
 
-template <typename T>
-T* waitForTopLevel(const QString& objectName) {
-  T* found = nullptr;
-  QTest::qWaitFor([&] {
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-      auto* candidate = qobject_cast<T*>(widget);
-      if (candidate && candidate->isVisible() && candidate->objectName() == objectName) found = candidate;
-      for (auto* child : widget->findChildren<T*>(objectName)) {
-        if (child->isVisible()) found = child;
-      }
-    }
-    return found != nullptr;
-  }, 10000);
-  return found;
-}
-
 // Waits until the repository has read everything again after an operation.
 bool settle(JelvDocument& view, const std::function<bool()>& done) {
   return QTest::qWaitFor([&] { return !view.controller()->isRefreshing() && done(); }, 20000);
-}
-
-QTreeWidgetItem* sidebarItem(RepositorySidebar* sidebar, const QString& fullReference) {
-  QTreeWidgetItemIterator it(sidebar);
-  for (; *it; ++it) {
-    if ((*it)->data(0, RepositorySidebar::FullReferenceRole).toString() == fullReference) return *it;
-  }
-  return nullptr;
 }
 
 class BranchMenus : public ::testing::Test {
@@ -64,11 +38,7 @@ class BranchMenus : public ::testing::Test {
     repo.commitFile(q("file.txt"), "one\nTOPIC\n", q("topic change"));
     repo.git({q("checkout"), q("-q"), q("main")});
     repo.commitFile(q("file.txt"), "one\nMAIN\n", q("main change"));
-    view = std::make_unique<JelvDocument>(repo.module(), std::make_shared<JobQueue>());
-    view->resize(1200, 800);
-    view->show();
-    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
-    ASSERT_TRUE(loaded.wait(20000));
+    view = openTab(repo.module());
   }
 
   TempRepository repo;
@@ -89,12 +59,12 @@ TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBar) {
   EXPECT_TRUE(menu->findChild<QAction*>(q("checkoutBranch"))->isEnabled());
   merge->trigger();
 
-  auto* sheet = waitForTopLevel<OperationSheetController>(q("mergeSheet"));
+  auto* sheet = openSheet<OperationSheetController>(view.get());
   ASSERT_TRUE(sheet);
   EXPECT_EQ(sheet->choice(0)->currentText(), q("topic"));
   sheet->submitButton()->click();
   // The failure reaches the error sheet with git's words, the state the notification bar.
-  auto* error = waitForTopLevel<ErrorWindowController>(q("errorSheet"));
+  auto* error = openSheet<ErrorWindowController>(view.get());
   ASSERT_TRUE(error);
   EXPECT_TRUE(error->errorTextView()->toPlainText().contains(q("CONFLICT")));
   error->submitButton()->click();
@@ -104,7 +74,7 @@ TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBar) {
   EXPECT_EQ(titles, (QStringList{q("Resolve"), q("Continue"), q("Abort...")}));
 
   view->notificationBar()->actionButtons().at(2)->click();
-  auto* confirm = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+  auto* confirm = openSheet<QMessageBox>(view.get());
   ASSERT_TRUE(confirm);
   EXPECT_TRUE(confirm->text().contains(q("lost")));
   confirm->findChild<QPushButton*>(q("confirmButton"))->click();
@@ -147,13 +117,13 @@ TEST_F(BranchMenus, DeletingAnUnmergedBranchAsksAgainBeforeForcing) {
   ASSERT_TRUE(topic);
   std::unique_ptr<QMenu> menu(view->sidebar()->contextMenuFor(topic));
   menu->findChild<QAction*>(q("deleteBranch"))->trigger();
-  auto* first = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+  auto* first = openSheet<QMessageBox>(view.get());
   ASSERT_TRUE(first);
   first->findChild<QPushButton*>(q("confirmButton"))->click();
 
   QMessageBox* second = nullptr;
   ASSERT_TRUE(QTest::qWaitFor([&] {
-    second = waitForTopLevel<QMessageBox>(q("confirmationSheet"));
+    second = openSheet<QMessageBox>(view.get());
     return second && second->text().contains(q("not fully merged"));
   }, 20000));
   EXPECT_TRUE(second->text().contains(q("will be lost")));
@@ -167,7 +137,7 @@ TEST_F(BranchMenus, DeletingAnUnmergedBranchAsksAgainBeforeForcing) {
 TEST_F(BranchMenus, TheResetSheetGrowsToShowTheHardWarning) {
   ASSERT_TRUE(view->commitList()->selectSha(*Sha::fromHex(repo.git({q("rev-parse"), q("HEAD~1")}).trimmed())));
   ASSERT_TRUE(CommandTable::run(q("resetMixed"), CommandContext::forRepository(view.get())));
-  auto* sheet = waitForTopLevel<OperationSheetController>(q("resetSheet"));
+  auto* sheet = openSheet<OperationSheetController>(view.get());
   ASSERT_TRUE(sheet);
   sheet->choice(0)->setCurrentIndex(2);
   QTest::qWait(50);

@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
@@ -22,7 +21,6 @@
 #include "Controllers/CommitList/CommitListDisplayController.h"
 #include "Controllers/CommitList/CommitListView.h"
 #include "Controllers/Preferences/PreferencesWindowController.h"
-#include "Jobs/JobQueue.h"
 #include "Repository/RepositoryController.h"
 #include "Models/AppSettings.h"
 #include "Models/GitModuleSettings.h"
@@ -33,6 +31,7 @@
 #include "UI/CustomCommands/EditCustomCommandActionWindowController.h"
 #include "UI/CustomCommands/EditCustomCommandWindowController.h"
 #include "UI/JelvDocument.h"
+#include "app/Sheets/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -53,15 +52,6 @@ class CustomCommands : public ::testing::Test {
     file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
   }
   void TearDown() override { CustomCommandManager::shared().setCustomCommands({}); }
-
-  std::unique_ptr<JelvDocument> openRepository() {
-    auto view = std::make_unique<JelvDocument>(repo.module(), std::make_shared<JobQueue>());
-    view->resize(1000, 700);
-    view->show();
-    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
-    EXPECT_TRUE(loaded.wait(20000));
-    return view;
-  }
 
   // The commit list's context menu as it opens on the selected commit.
   static std::unique_ptr<QMenu> commitMenu(JelvDocument& view) {
@@ -117,7 +107,7 @@ TEST_F(CustomCommands, CommandFromThePreferencesRunsFromTheCommitMenu) {
   const QByteArray json = global.readAll();
   EXPECT_TRUE(json.contains("\"Record\"") && json.contains("\"revision\"") && json.contains("$sha $reponame")) << json.toStdString();
 
-  auto view = openRepository();
+  auto view = openTab(repo.module());
   ASSERT_TRUE(view->commitList()->selectSha(*Sha::fromHex(head)));
   auto menu = commitMenu(*view);
   QAction* record = customEntry(*menu, q("Record"));
@@ -130,9 +120,7 @@ TEST_F(CustomCommands, CommandFromThePreferencesRunsFromTheCommitMenu) {
   // Removed again (after the question), it leaves the menu.
   list->list()->setCurrentItem(list->list()->topLevelItem(0));
   list->removeSelected();
-  auto* confirm = preferences.findChild<QMessageBox*>(q("confirmationSheet"));
-  ASSERT_TRUE(confirm);
-  confirm->findChild<QPushButton*>(q("confirmButton"))->click();
+  ASSERT_TRUE(confirm(&preferences));
   EXPECT_TRUE(CustomCommandManager::shared().customCommands().empty());
   EXPECT_FALSE(customEntry(*commitMenu(*view), q("Record")));
 }
@@ -145,7 +133,7 @@ TEST_F(CustomCommands, SharedCommandAsksForTrustFirst) {
                    {"type": "process", "path": "%1", "args": "$repository", "showOutput": false, "waitForExit": true}}])")
                      .arg(tool)
                      .toUtf8());
-  auto view = openRepository();
+  auto view = openTab(repo.module());
   const CommandContext context = CommandContext::forRepository(view.get());
   const CustomCommandList commands = RunCustomCommandCommand::commands(context, CustomCommand::Target::repository);
   ASSERT_EQ(commands.size(), 1u);
@@ -186,13 +174,10 @@ TEST_F(CustomCommands, SharedCommandAsksForTrustFirst) {
 TEST_F(CustomCommands, RepositorySheetMovesASharedCommandToTheLocalFile) {
   repo.writeFile(q(".jelv/custom-commands.json"),
                  QByteArray(R"([{"target": "file", "name": "Team", "action": {"type": "url", "url": "https://x.invalid/$filepath"}}])"));
-  auto view = openRepository();
+  auto view = openTab(repo.module());
   ASSERT_TRUE(CommandTable::run(q("repositoryCustomCommands"), CommandContext::forRepository(view.get())));
-  RepositoryCustomCommandsController* sheet = nullptr;
-  ASSERT_TRUE(QTest::qWaitFor([&] {
-    sheet = view->window()->findChild<RepositoryCustomCommandsController*>();
-    return sheet && sheet->isVisible();
-  }, 5000));
+  auto* sheet = openSheet<RepositoryCustomCommandsController>(view->window());
+  ASSERT_TRUE(sheet);
   EXPECT_FALSE(sheet->submitButton()->isEnabled());  // nothing to save yet
   sheet->list()->list()->setCurrentItem(sheet->list()->list()->topLevelItem(0));
   EditCustomCommandWindowController* editor = sheet->list()->editSelected();
@@ -228,20 +213,11 @@ TEST_F(CustomCommands, DialogButtonsRunTheirOwnActions) {
   command->ui = ui;
   CustomCommandManager::shared().setCustomCommands({command});
 
-  auto view = openRepository();
+  auto view = openTab(repo.module());
   CommandContext context = CommandContext::forRepository(view.get());
   context.reference = view->controller()->repositoryData()->references.reference(q("refs/heads/topic"));
   ASSERT_TRUE(context.reference);
-  const auto dialog = [&] {
-    CustomCommandUIWindowController* found = nullptr;
-    QTest::qWaitFor([&] {
-      for (auto* candidate : view->window()->findChildren<CustomCommandUIWindowController*>()) {
-        if (candidate->isVisible()) found = candidate;
-      }
-      return found != nullptr;
-    }, 5000);
-    return found;
-  };
+  const auto dialog = [&] { return openSheet<CustomCommandUIWindowController>(view->window()); };
   const CustomCommandList commands = RunCustomCommandCommand::commands(context, CustomCommand::Target::reference);
   ASSERT_EQ(commands.size(), 1u);
   RunCustomCommandCommand::execute(context, commands.front());
@@ -270,13 +246,10 @@ TEST_F(CustomCommands, AFailingProgramShowsWhatItSaid) {
   auto command = std::make_shared<CustomCommand>();
   command->name = q("Check");
   command->action = std::make_shared<ProcessCustomCommandAction>(q("$path/fail.sh"), QString(), true, true);
-  auto view = openRepository();
+  auto view = openTab(repo.module());
   RunCustomCommandCommand::execute(CommandContext::forRepository(view.get()), command);
-  ErrorWindowController* sheet = nullptr;
-  ASSERT_TRUE(QTest::qWaitFor([&] {
-    sheet = view->window()->findChild<ErrorWindowController*>();
-    return sheet && sheet->isVisible();
-  }, 20000));
+  auto* sheet = openSheet<ErrorWindowController>(view->window());
+  ASSERT_TRUE(sheet);
   EXPECT_EQ(sheet->messageLabel()->text(), q("Check failed"));
   const QString text = sheet->errorTextView()->toPlainText();
   EXPECT_TRUE(text.contains(q("exited with status 3")) && text.contains(q("nothing to record"))) << text.toStdString();

@@ -28,7 +28,7 @@
 #include "Controls/ChangedFilesView.h"
 #include "Controls/ContentView/FileContentView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
-#include "Jobs/JobQueue.h"
+#include "app/Sheets/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -51,12 +51,7 @@ class HistoryTools : public ::testing::Test {
 };
 
 struct OpenRepository {
-  explicit OpenRepository(const TempRepository& repo) : view(repo.module(), std::make_shared<JobQueue>()) {
-    view.resize(1200, 800);
-    view.show();
-    QSignalSpy loaded(&view, &JelvDocument::snapshotLoaded);
-    EXPECT_TRUE(loaded.wait(20000));
-  }
+  explicit OpenRepository(const TempRepository& repo) : tab(openTab(repo.module())), view(*tab) {}
   CommandContext context(const QString& path) {
     CommandContext context = CommandContext::forRepository(&view);
     context.paths = {path};
@@ -76,8 +71,20 @@ struct OpenRepository {
     const auto windows = view.findChildren<Window*>(QString::fromLatin1(name));
     return windows.isEmpty() ? nullptr : windows.back();
   }
-  JelvDocument view;
+  std::unique_ptr<JelvDocument> tab;
+  JelvDocument& view;
 };
+
+// Whether the window, made active, closes on the keys. Which keys close the tool windows
+// is the activity window's test; here each window takes them.
+bool closesOn(QWidget* window, const QKeySequence& keys) {
+  window->activateWindow();
+  // Active itself: a dialog counts as active while its parent is (qWaitForWindowActive).
+  if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window; })) return false;
+  const QPointer<QWidget> closing(window);
+  QTest::keySequence(window, keys);
+  return !closing || !closing->isVisible();
+}
 
 QStringList markedSubjects(CommitListView* list) {
   QStringList subjects;
@@ -86,26 +93,6 @@ QStringList markedSubjects(CommitListView* list) {
     if (model->index(row, 0).data(CommitListModel::SearchMatchRole).toBool()) subjects << model->revision(row)->message();
   }
   return subjects;
-}
-
-// Windows of their own: Escape and Ctrl+W close them, as they close the other tool windows.
-TEST_F(HistoryTools, BlameAndFileHistoryCloseOnEscapeAndCtrlW) {
-  OpenRepository open(repo);
-  for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
-    ShowBlameSheetCommand::execute(open.context("renamed notes.txt"));
-    ShowFileHistorySheetCommand::execute(open.context("renamed notes.txt"));
-    for (QWidget* window : std::initializer_list<QWidget*>{open.window<BlameWindowController>("blameWindow"),
-                                                           open.window<FileHistoryWindowController>("fileHistoryWindow")}) {
-      ASSERT_TRUE(window);
-      // Active itself: a dialog counts as active while its parent is (qWaitForWindowActive).
-      window->activateWindow();
-      ASSERT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }));
-      const QPointer<QWidget> closing(window);
-      const std::string name = window->objectName().toStdString();
-      QTest::keySequence(window, keys);
-      EXPECT_TRUE(!closing || !closing->isVisible()) << name << " " << keys.toString().toStdString();
-    }
-  }
 }
 
 TEST_F(HistoryTools, SearchMarksMatchesStepsThroughThemAndLeavesOnEscape) {
@@ -193,10 +180,9 @@ TEST_F(HistoryTools, BlameShowsEachRunsCommitAndAClickSelectsIt) {
   EXPECT_EQ(blame->chunkAtLine(3)->revisionInfo->message, QStringLiteral("Add gamma"));
   EXPECT_LT(blame->age(*blame->chunkAtLine(1)), blame->age(*blame->chunkAtLine(3)) + 1e-9);
 
-  QSignalSpy clicked(blame, &BlameView::revisionClicked);
   Q_EMIT blame->revisionClicked(blame->chunkAtLine(2)->revisionInfo->sha);
   EXPECT_EQ(open.view.commitList()->currentRevision()->message(), QStringLiteral("Add beta to the notes"));
-  window->close();
+  EXPECT_TRUE(closesOn(window, QKeySequence(Qt::Key_Escape)));
 
   // A binary file is refused in words.
   ShowBlameSheetCommand::execute(open.context("data.bin"));
@@ -237,6 +223,7 @@ TEST_F(HistoryTools, FileHistoryFollowsTheRenameAndComparesTwoCommits) {
   list->setCurrentItem(list->topLevelItem(0));
   ASSERT_TRUE(fileShown.wait(20000));
   EXPECT_EQ(window->contentView()->shownText(), QStringLiteral("alpha\nbeta\ngamma\n"));
+  EXPECT_TRUE(closesOn(window, QKeySequence(Qt::CTRL | Qt::Key_W)));
 }
 
 TEST_F(HistoryTools, FolderHistoryListsEachCommitsFilesAndComparesThem) {

@@ -21,7 +21,7 @@
 #include "Controllers/Sheets/RemoteController.h"
 #include "Controllers/Sheets/StashSheetController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
-#include "Jobs/JobQueue.h"
+#include "app/Sheets/RepositoryTab.h"
 #include "support/TempRepository.h"
 #include "support/Widgets.h"
 
@@ -38,23 +38,9 @@ bool triggerMenu(RepositorySidebar* sidebar, const QString& itemText, const QStr
   return true;
 }
 
-bool confirm(QWidget& window) {
-  QMessageBox* box = nullptr;
-  if (!QTest::qWaitFor([&] { return (box = window.findChild<QMessageBox*>(QStringLiteral("confirmationSheet"))) && box->isVisible(); }, 5000)) {
-    return false;
-  }
-  box->findChild<QPushButton*>(QStringLiteral("confirmButton"))->click();
-  return true;
-}
-
 class ReferenceOperationsTest : public ::testing::Test {
  protected:
-  void open() {
-    view_ = std::make_unique<JelvDocument>(repo_.module(), std::make_shared<JobQueue>());
-    view_->resize(1200, 800);
-    view_->show();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return view_->controller()->repositoryData() && view_->controller()->repositoryStatus(); }, 20000));
-  }
+  void open() { view_ = openTab(repo_.module()); }
   // The tab with one object chosen, as a sidebar entry's menu gives it.
   CommandContext chosen() {
     CommandContext context = CommandContext::forRepository(view_.get());
@@ -111,7 +97,7 @@ TEST_F(ReferenceOperationsTest, StashFromTheTableAndTheFileMenuThenApplyAndDelet
   ASSERT_TRUE(sidebarShows("On main: only a", false));
   EXPECT_EQ(repo_.readFile("a.txt"), "a changed\n");
   ASSERT_TRUE(triggerMenu(view_->sidebar(), "On main: the rest", "Delete Stash..."));
-  ASSERT_TRUE(confirm(*view_));
+  ASSERT_TRUE(confirm(view_.get()));
   ASSERT_TRUE(sidebarShows("On main: the rest", false));
   EXPECT_EQ(repo_.git({"stash", "list"}), QString());
 }
@@ -148,7 +134,7 @@ TEST_F(ReferenceOperationsTest, TagAtAChosenCommitAndARemoteAddedAndRemoved) {
   EXPECT_EQ(repo_.git({"config", "remote.backup.disableimplicitfetch"}).trimmed(), QStringLiteral("true"));
 
   ASSERT_TRUE(triggerMenu(view_->sidebar(), "backup", "Remove Remote..."));
-  ASSERT_TRUE(confirm(*view_));
+  ASSERT_TRUE(confirm(view_.get()));
   ASSERT_TRUE(sidebarShows("backup", false));
   EXPECT_EQ(repo_.git({"remote"}), QString());
 }

@@ -6,10 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTreeWidgetItemIterator>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -38,6 +35,7 @@
 #include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
 #include "UI/Appearance.h"
+#include "app/Sheets/RepositoryTab.h"
 #include "support/GitHttpServer.h"
 #include "support/TempRepository.h"
 #include "support/Widgets.h"
@@ -71,11 +69,7 @@ class RemoteSheets : public ::testing::Test {
     upstream.git({"tag", "v1"});
     upstream.git({"push", "-q", "origin", "main", "v1"});
     runProgram(QStringLiteral("git"), {QStringLiteral("clone"), QStringLiteral("-q"), server.url(QStringLiteral("project.git"), true), local.path()});
-    view = std::make_unique<JelvDocument>(local.module(), queue);
-    view->resize(1000, 700);
-    view->show();
-    QSignalSpy loaded(view.get(), &JelvDocument::snapshotLoaded);
-    ASSERT_TRUE(loaded.wait(20000));
+    view = openTab(local.module(), queue);
   }
   void TearDown() override {
     queue->cancelAllTasks();
@@ -143,10 +137,6 @@ TEST_F(RemoteSheets, PushSheetPushesToANewBranchByName) {
   ASSERT_TRUE(sheet);
   EXPECT_EQ(sheet->localBranchList()->currentText(), QStringLiteral("main"));
   EXPECT_EQ(sheet->remoteBranchList()->currentText(), QStringLiteral("main"));
-  EXPECT_EQ(sheet->options().remoteBranchName, QStringLiteral("main"));
-  sheet->remoteBranchList()->setEditText(QStringLiteral("review/mine"));
-  EXPECT_FALSE(sheet->options().remoteBranchName.has_value());
-  EXPECT_EQ(sheet->options().newName, QStringLiteral("review/mine"));
   sheet->remoteBranchList()->setEditText(QStringLiteral("bad..name"));
   EXPECT_FALSE(sheet->submitButton()->isEnabled());
   sheet->remoteBranchList()->setEditText(QStringLiteral("review/mine"));
@@ -166,12 +156,7 @@ TEST_F(RemoteSheets, PushBranchesSheetPushesTheSidebarSelection) {
   local.git({"checkout", "-q", "main"});
   view->refresh();
   RepositorySidebar* sidebar = view->sidebar();
-  const auto item = [&](const QString& name) -> QTreeWidgetItem* {
-    for (QTreeWidgetItemIterator it(sidebar); *it; ++it) {
-      if ((*it)->data(0, RepositorySidebar::FullReferenceRole).toString() == QStringLiteral("refs/heads/") + name) return *it;
-    }
-    return nullptr;
-  };
+  const auto item = [&](const QString& name) { return sidebarItem(sidebar, QStringLiteral("refs/heads/") + name); };
   ASSERT_TRUE(QTest::qWaitFor([&] { return item(feature) && item(accented); }, 20000));
   sidebar->clearSelection();
   item(feature)->setSelected(true);
@@ -230,15 +215,9 @@ TEST_F(RemoteSheets, ForceFetchRepairsAMovedTagAndAFailedOneShowsItsOwnError) {
   ASSERT_TRUE(first);
   ASSERT_TRUE(first->firstButton()->isVisible());
   EXPECT_EQ(first->firstButton()->text(), QStringLiteral("Force Fetch"));
-  QPointer<ErrorWindowController> firstGuard(first);
   QTest::mouseClick(first->firstButton(), Qt::LeftButton);
   ErrorWindowController* second = nullptr;
-  ASSERT_TRUE(QTest::qWaitFor([&] {
-    for (auto* sheet : view->window()->findChildren<ErrorWindowController*>()) {
-      if (sheet != firstGuard && sheet->isVisible()) second = sheet;
-    }
-    return second != nullptr;
-  }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return (second = openSheet<ErrorWindowController>(view->window())) != first; }, 20000));
   ASSERT_TRUE(second->errorResult().has_value());
   EXPECT_TRUE(std::holds_alternative<Error::GitUnknownError>(*second->errorResult()));
   EXPECT_TRUE(second->errorTextView()->toPlainText().contains(QStringLiteral("127.0.0.1"))) << second->errorTextView()->toPlainText().toStdString();

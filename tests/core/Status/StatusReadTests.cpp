@@ -7,7 +7,6 @@
 #include "Git/Commands/RepositoryStatus/GetRevisionChangedFilesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetStagedFilesForAmendGitCommand.h"
 #include "Jobs/JobProgress.h"
-#include "Services/Preferences.h"
 #include "StatusTestSupport.h"
 #include "support/TempRepository.h"
 
@@ -23,8 +22,6 @@ QStringList files(const GitResult<ChangedFileList>& result) {
 
 class StatusReadTest : public ::testing::Test {
  protected:
-  void SetUp() override { Preferences::shared().setGitInstance(GitInstanceType::system()); }
-
   QStringList status(bool hideUntracked = false, bool showIgnored = false, const SubmoduleList& submodules = {}) {
     auto result = GetChangedFilesGitCommand::execute(repo.module(), submodules, hideUntracked, showIgnored);
     EXPECT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
@@ -77,30 +74,6 @@ TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
   withoutUntracked.removeAll("unstaged added '" + withNewline + "' untracked new");
   EXPECT_EQ(status(true), withoutUntracked);
   EXPECT_EQ(status(false, true), (tracked + QStringList{ignored, deepUntracked} + rest));
-}
-
-TEST_F(StatusReadTest, CopiesWhenTheRepositoryAsksForThem) {
-  repo.commitFile("a.txt", QByteArray("shared content line\n").repeated(30), "base");
-  repo.git({"config", "status.renames", "copies"});
-  QFile::copy(repo.path() + "/a.txt", repo.path() + "/b.txt");
-  repo.writeFile("a.txt", QByteArray("shared content line\n").repeated(30) + "more\n");
-  repo.stageAll();
-  EXPECT_EQ(status(), (QStringList{"staged modified 'a.txt'", "staged copied 'b.txt' from 'a.txt'"}));
-}
-
-TEST_F(StatusReadTest, ConflictsOfAMergeAreUnmergedEntries) {
-  repo.commitFile("same.txt", "base\n", "base");
-  repo.git({"checkout", "-q", "-b", "side"});
-  repo.writeFile("added-both.txt", "side\n");
-  repo.commitFile("same.txt", "side\n", "side");
-  repo.git({"checkout", "-q", "main"});
-  repo.writeFile("added-both.txt", "main\n");
-  repo.writeFile("clean.txt", "merges cleanly\n");
-  repo.commitFile("same.txt", "main\n", "main");
-  repo.git({"merge", "side"}, true);
-  // What an outside merge tool leaves beside a conflicted file is not listed.
-  repo.writeFile("same.txt.~BASE", "base\n");
-  EXPECT_EQ(status(), (QStringList{"unstaged unmerged 'added-both.txt'", "unstaged unmerged 'same.txt'"}));
 }
 
 TEST_F(StatusReadTest, FailuresAreValues) {

@@ -27,38 +27,14 @@ ChangedFilePtr entry(const TempRepository& repo, const QString& path, bool stage
 }
 }  // namespace
 
-// A version of the index or of HEAD lands byte for byte, whatever the path looks like;
-// a path git does not have is a failure, not an empty file.
-TEST(CheckoutFileVersion, WritesTheStoredBytes) {
-  TempRepository repo;
-  const QString path = "dir with blank/naïve Datei.txt";
-  repo.commitFile(path, "head\r\nline\n", "Base");
-  repo.writeFile(path, "staged\n");
-  repo.stageAll();
-  repo.writeFile(path, "working\n");
-  QTemporaryDir out;
-
-  const auto index = CheckoutFileVersionGitCommand::execute(repo.module(), CheckoutFileVersionGitCommand::indexRevision(), path,
-                                                            out.filePath("index"));
-  ASSERT_TRUE(index.isSuccess());
-  EXPECT_EQ(read(index.value()), repo.gitBytes({"show", ":" + path}));
-  EXPECT_EQ(read(index.value()), QByteArray("staged\n"));
-  const auto head = CheckoutFileVersionGitCommand::execute(repo.module(), "HEAD", path, out.filePath("head"));
-  ASSERT_TRUE(head.isSuccess());
-  EXPECT_EQ(read(head.value()), repo.gitBytes({"show", "HEAD:" + path}));
-
-  const auto missing = CheckoutFileVersionGitCommand::execute(repo.module(), "HEAD", "nope.txt", out.filePath("nope"));
-  EXPECT_TRUE(missing.isFailure());
-  EXPECT_FALSE(QFileInfo::exists(out.filePath("nope")));
-}
-
 // The older side is the index for an unstaged change and HEAD for a staged one; the newer
 // side is the working file itself or the index. A side the file lacks is an empty file.
-// The side files keep the file's name and extension and tell the side.
+// The side files keep the file's name and extension and tell the side; each side's
+// bytes are git's own, line ends included.
 TEST(ExternalDiffFiles, SidesOfUnstagedStagedNewAndDeletedFiles) {
   TempRepository repo;
   const QString path = "src/ünï côde.cpp";
-  repo.commitFile(path, "int head;\n", "Base");
+  repo.commitFile(path, "int head;\r\n", "Base");
   repo.commitFile("gone.txt", "gone\n", "Gone");
   repo.writeFile(path, "int staged;\n");
   repo.stageAll();
@@ -98,6 +74,9 @@ TEST(ExternalDiffFiles, SidesOfUnstagedStagedNewAndDeletedFiles) {
     const ExternalDiffFiles files = sides(file, staged);
     EXPECT_EQ(std::pair(read(files.local), read(files.remote)), std::pair(local, remote)) << file;
   }
+  // A path git does not have is a failure, not an empty file.
+  EXPECT_TRUE(CheckoutFileVersionGitCommand::execute(repo.module(), "HEAD", "nope.txt", folder.filePath("nope")).isFailure());
+  EXPECT_FALSE(QFileInfo::exists(folder.filePath("nope")));
 }
 
 TEST(ExternalDiffFiles, SideNamesKeepTheExtensionLast) {

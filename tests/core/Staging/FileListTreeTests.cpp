@@ -30,6 +30,8 @@ ChangedFilePtr modified(const QString& path) { return changedFile(path, ChangeTy
 TEST(FileListTree, GroupsByFolderAndMergesChainsOfSingleFolders) {
   const ChangedFileList files{modified("README.md"),
                               modified("docs/guide/intro.md"),
+                              // a rename is filed under its new folder
+                              changedFile("docs/guide/moved.md", ChangeType::renamed, false, false, false, "old/moved.md"),
                               modified("src/app/main.cpp"),
                               modified("src/core/b.cpp"),
                               modified("src/core/a.cpp"),
@@ -38,6 +40,7 @@ TEST(FileListTree, GroupsByFolderAndMergesChainsOfSingleFolders) {
                               modified("z.txt")};
   EXPECT_EQ(picture(files), QStringLiteral("docs/guide/\n"
                                            "  intro.md\n"
+                                           "  moved.md\n"
                                            "src/\n"
                                            "  app/\n"
                                            "    main.cpp\n"
@@ -73,11 +76,4 @@ TEST(FileListTree, FolderRowsGiveEveryFileUnderThemAndAreFoundByTheirPath) {
   root->collectFiles(all);
   EXPECT_EQ(all.size(), files.size());
   EXPECT_TRUE(FileListTree::build({})->children.empty());
-}
-
-// The same path on both sides of the index is two rows in two lists; within one list a
-// rename is filed under its new folder.
-TEST(FileListTree, RenamedFilesSitUnderTheirNewFolder) {
-  const ChangedFileList files{changedFile("new/place.txt", ChangeType::renamed, true, false, false, "old/place.txt")};
-  EXPECT_EQ(picture(files), "new/\n  place.txt");
 }

@@ -12,7 +12,6 @@
 #include "Git/Commands/Revision/ResetGitCommand.h"
 #include "Git/Commands/Revision/RevertGitCommand.h"
 #include "Models/ReferenceNameCheck.h"
-#include "Services/Preferences.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -24,10 +23,7 @@ QString q(const char* text) { return QString::fromUtf8(text); }
 
 class BranchOperations : public ::testing::Test {
  protected:
-  void SetUp() override {
-    Preferences::shared().setGitInstance(GitInstanceType::system());
-    base = repo.commitFile(q("file.txt"), "one\ntwo\nthree\n", q("base"));
-  }
+  void SetUp() override { base = repo.commitFile(q("file.txt"), "one\ntwo\nthree\n", q("base")); }
   QString rev(const QString& name) const { return repo.git({q("rev-parse"), name}).trimmed(); }
   bool exists(const QString& name) const {
     int status = 0;
@@ -170,7 +166,6 @@ TEST_F(BranchOperations, ResetModesKeepWhatTheyPromise) {
 // A clone whose remote moved on: the twin is fast-forwarded, a new branch tracks, and a
 // rename carries over to the remote.
 TEST(RemoteBranchOperations, TwinFastForwardTrackingAndRenameOnTheRemote) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository origin;
   origin.commitFile(q("a.txt"), "a\n", q("first"));
   origin.git({q("branch"), q("topic")});

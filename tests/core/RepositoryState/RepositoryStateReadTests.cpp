@@ -4,12 +4,10 @@
 #include <QDir>
 #include <QFile>
 
-#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Commands/Repository/GetReferencesGitCommand.h"
 #include "Git/Commands/RepositoryStatus/GetRepositoryStateGitCommand.h"
 #include "Jobs/JobProgress.h"
 #include "Models/RepositoryStateNotification.h"
-#include "Services/Preferences.h"
 #include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
@@ -23,8 +21,6 @@ QString L(const char* text) { return QString::fromUtf8(text); }
 
 class RepositoryStateReadTest : public ::testing::Test {
  protected:
-  void SetUp() override { Preferences::shared().setGitInstance(GitInstanceType::system()); }
-
   QString sha(const char* name) { return repo.git({"rev-parse", name}).trimmed(); }
 
   GitResult<RepositoryState> read() {

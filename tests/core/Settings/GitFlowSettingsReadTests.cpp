@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "Git/Commands/GitFlow/GetGitFlowSettingsGitCommand.h"
-#include "Services/Preferences.h"
 #include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
 namespace {
 
 TEST(GitFlowSettingsReadTest, AllSixKeysGiveSettingsEvenWithAnEmptyVersionTag) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   // A repository without any key fails; the refresh takes that as "no Git Flow".
   EXPECT_TRUE(GetGitFlowSettingsGitCommand::execute(repo.module()).isError<Error::GitUnknownError>());

@@ -4,7 +4,6 @@
 #include <thread>
 
 #include "Models/GitModuleSettings.h"
-#include "Services/Preferences.h"
 #include "support/LogCapture.h"
 #include "support/TempRepository.h"
 
@@ -120,7 +119,6 @@ TEST_F(GitModuleSettingsTest, ASaveOffTheMainThreadIsRefused) {
 }
 
 TEST_F(GitModuleSettingsTest, ASubmoduleKeepsItsSettingsInItsOwnGitDirectory) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository library(true, "library");
   library.commitFile("lib.txt", "1\n", "library");
   repo.commitFile("main.txt", "main\n", "main");

@@ -6,7 +6,6 @@
 #include "Git/Commands/Config/SetConfigValueGitCommand.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/RepositoryCommitSettings.h"
-#include "Services/Preferences.h"
 #include "support/TempRepository.h"
 
 namespace {
@@ -17,7 +16,6 @@ QString localValue(const TempRepository& repo, const QString& key) {
 }  // namespace
 
 TEST(ConfigValueGitCommands, ReadWriteAndRemoveLocalKeys) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   const GitModule module = repo.module();
   const QString key = "user.name";
@@ -45,7 +43,6 @@ TEST(ConfigValueGitCommands, ReadWriteAndRemoveLocalKeys) {
 }
 
 TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   const GitModule module = repo.module();
 
@@ -100,7 +97,6 @@ TEST(RepositoryCommitSettings, SavesOnlyWhatChangedAndReadsItBack) {
 // Nothing changed: nothing is written, so even a configuration git refuses to write
 // doesn't make saving fail.
 TEST(RepositoryCommitSettings, AnUnchangedSheetWritesNothing) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   auto loaded = RepositoryCommitSettings::load(repo.module());
   ASSERT_TRUE(loaded.isSuccess());

@@ -4,13 +4,11 @@
 
 #include "Git/Commands/RepositoryStatus/GetChangedFilesGitCommand.h"
 #include "Git/Commands/WorkingDirectory/SaveChangesAsPatchGitCommand.h"
-#include "Services/Preferences.h"
 #include "StagingTestSupport.h"
 
 // The saved patch brings a clean checkout to the same files: a staged new file, an
 // unstaged edit in Latin-1, an untracked file and a binary change, each byte kept.
 TEST(SaveAsPatch, ThePatchRecreatesTheChangesInACleanCheckout) {
-  Preferences::shared().setGitInstance(GitInstanceType::system());
   TempRepository repo;
   const QByteArray latin1("caf\xe9 cr\xe8me\n");
   QByteArray binary(300, '\0');

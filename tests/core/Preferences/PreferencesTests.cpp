@@ -35,14 +35,21 @@ class PreferencesTest : public ::testing::Test {
 
 }  // namespace
 
+// Values of every type come back from the text file as they were written.
 TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
   // Registered defaults are read but never written into the store.
   EXPECT_EQ(prefs.maxCommitCount(), 50000);
   EXPECT_FALSE(prefs.contains("maxCommitCount"));
+  EXPECT_FALSE(prefs.diffFontSize());
   prefs.setMaxCommitCount(1200);
   prefs.setUseTopologicalCommitOrder(false);
   prefs.setPushAutomacicallyOnCommit(true);
   prefs.setDiffWordWrap(true);
+  prefs.setDiffFont("DejaVu Sans Mono", 12.5);
+  prefs.setEnableRemoteServiceNotifications(false);
+  prefs.setRecentCloneDirectories({"/a", "/b"});
+  const QDateTime updated = QDateTime::fromString("2024-05-01T10:00:00Z", Qt::ISODate);
+  prefs.setGitServiceNotificationUpdatedAt(updated);
   // The stored keys keep their historical spelling.
   EXPECT_EQ(storedInFile("pushAutomacicallyOnCommit").toString(), "true");
   EXPECT_EQ(storedInFile("diffWordWrapKey").toString(), "true");
@@ -53,25 +60,14 @@ TEST_F(PreferencesTest, UserValuesWinAndSurviveAReopen) {
   EXPECT_FALSE(prefs.useTopologicalCommitOrder());
   EXPECT_TRUE(prefs.pushAutomacicallyOnCommit());
   EXPECT_TRUE(prefs.diffWordWrap());
-
-  prefs.remove("maxCommitCount");
-  EXPECT_EQ(prefs.maxCommitCount(), 50000);
-}
-
-// Values of other types than text come back from the text file as they were written.
-TEST_F(PreferencesTest, NumbersListsAndDatesSurviveAReopen) {
-  EXPECT_FALSE(prefs.diffFontSize());
-  prefs.setDiffFont("DejaVu Sans Mono", 12.5);
-  prefs.setEnableRemoteServiceNotifications(false);
-  prefs.setRecentCloneDirectories({"/a", "/b"});
-  const QDateTime updated = QDateTime::fromString("2024-05-01T10:00:00Z", Qt::ISODate);
-  prefs.setGitServiceNotificationUpdatedAt(updated);
-  Preferences::useStoreFile(path);
   EXPECT_EQ(prefs.diffFontName(), "DejaVu Sans Mono");
   EXPECT_EQ(prefs.diffFontSize(), 12.5);
   EXPECT_EQ(prefs.enableRemoteServiceNotifications(), false);
   EXPECT_EQ(prefs.recentCloneDirectories(), (QStringList{"/a", "/b"}));
   EXPECT_EQ(prefs.gitServiceNotificationUpdatedAt(), updated);
+
+  prefs.remove("maxCommitCount");
+  EXPECT_EQ(prefs.maxCommitCount(), 50000);
 }
 
 TEST_F(PreferencesTest, RepositorySessionsReadTolerantly) {

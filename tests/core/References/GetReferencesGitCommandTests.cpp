@@ -200,11 +200,10 @@ TEST(MissingRepositoryTest, FailsWithTheDirectory) {
   EXPECT_TRUE(GetRemotesGitCommand::execute(gone).isError<Error::GitWorkingDirectoryNotExists>());
 }
 
-TEST(GetRemotesGitCommandTest, ReadsUrlsAndImplicitFetchInConfigurationOrder) {
+TEST(GetRemotesGitCommandTest, ReadsUrlsInConfigurationOrder) {
   TempRepository repo;
   repo.git({"remote", "add", "origin", "https://github.com/jelv/jelv.git"});
   repo.git({"remote", "add", "my.fork", "git@gitlab.com:someone/jelv.git"});
-  repo.git({"config", "remote.my.fork.disableImplicitFetch", "true"});
   repo.git({"remote", "add", "local", "/srv/git/repo.v2 backup/x.git"});
   // A remote with settings but no url is none.
   repo.git({"config", "remote.nourl.fetch", "+refs/heads/*:refs/remotes/nourl/*"});
@@ -216,9 +215,7 @@ TEST(GetRemotesGitCommandTest, ReadsUrlsAndImplicitFetchInConfigurationOrder) {
 
   EXPECT_EQ(remotes[0].repositoryUrl.rawUrlString, "https://github.com/jelv/jelv.git");
   EXPECT_EQ(remotes[0].repositoryUrl.repositoryName, "jelv");
-  EXPECT_FALSE(remotes[0].disableImplicitFetch);
   EXPECT_EQ(remotes[1].repositoryUrl.user, "someone");
-  EXPECT_TRUE(remotes[1].disableImplicitFetch);  // git prints the key in lower case
   EXPECT_EQ(remotes[2].repositoryUrl.rawUrlString, "/srv/git/repo.v2 backup/x.git");
 }
 

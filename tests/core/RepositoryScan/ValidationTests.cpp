@@ -39,18 +39,10 @@ TEST_F(ScanTest, ALinkedWorktreeIsARepositoryWhoseGitDirectoryLiesInTheMainOne) 
   EXPECT_FALSE(module.superProjectPath.has_value());
 }
 
-TEST_F(ScanTest, SubmodulesBareRepositoriesAndPathsThatAreNoFolderAreRefused) {
-  const QString outer = makeRepository("outer");
-  const QString library = makeRepository("library");
-  runProgram("git", {"-c", "protocol.file.allow=always", "submodule", "add", "-q", library, "lib"}, outer);
-  ASSERT_TRUE(QFileInfo(outer + "/lib/.git").isFile());
-  EXPECT_EQ(refusalOf(outer + "/lib"), RepositoryRefusal::submodule);
-  // The superproject itself is fine.
-  EXPECT_EQ(moduleOf(outer).repositoryPath, outer);
-
+// A submodule's refusal is checked where adding by hand reports it (ScanTests).
+TEST_F(ScanTest, BareRepositoriesAndPathsThatAreNoFolderAreRefused) {
   runProgram("git", {"init", "-q", "--bare", at("bare.git")});
   EXPECT_EQ(refusalOf(at("bare.git")), RepositoryRefusal::notARepository);
-  EXPECT_EQ(refusalOf(outer + "/.git"), RepositoryRefusal::notARepository);
 
   makeFolder("empty");
   EXPECT_EQ(refusalOf(at("empty")), RepositoryRefusal::notARepository);
@@ -58,6 +50,7 @@ TEST_F(ScanTest, SubmodulesBareRepositoriesAndPathsThatAreNoFolderAreRefused) {
   EXPECT_EQ(refusalOf(at("a-file")), RepositoryRefusal::notARepository);
   // A registered repository whose folder is gone.
   const QString vanished = makeRepository("vanished");
+  EXPECT_EQ(refusalOf(vanished + "/.git"), RepositoryRefusal::notARepository);
   ASSERT_TRUE(QDir(vanished).removeRecursively());
   EXPECT_EQ(refusalOf(vanished), RepositoryRefusal::notARepository);
   EXPECT_EQ(refusalOf("   "), RepositoryRefusal::notARepository);

@@ -5,12 +5,10 @@
 #include <QFile>
 #include <QThread>
 #include <thread>
-#include <QFileInfo>
 
 #include "Jobs/JobProgress.h"
 #include "Models/LocalBranch.h"
 #include "Models/RemoteBranch.h"
-#include "Models/Tag.h"
 #include "Services/CustomCommandRunner.h"
 #include "support/TempRepository.h"
 

@@ -25,17 +25,6 @@ Drawn draw(const History& history, RevisionGraphOptions options = {}, const QLis
 
 QString lines(const char* text) { return QString::fromUtf8(text).trimmed(); }
 
-TEST(GraphShapes, BranchAndMerge) {
-  EXPECT_EQ(draw(History("M: A B\nB: C\nA: C\nC:")).text, lines(R"(
-*    M  0(-,0,0) 1(-,0,1)
-|\
-| *  B  0(0,0,0) 1(1,1,1)
-* |  A  0(0,0,0) 1(1,1,1)
-|/
-*    C  0(0,0,-) 1(1,0,-)
-)"));
-}
-
 TEST(GraphShapes, OctopusOpensALanePerParent) {
   EXPECT_EQ(draw(History("O: A B C\nA: R\nB: R\nC: R\nR:")).text, lines(R"(
 *      O  0(-,0,0) 1(-,0,1) 2(-,0,2)

@@ -26,13 +26,6 @@ TEST(JobProgress, TextWithoutPercentageIsNotProgress) {
   EXPECT_EQ(progress.progress(), 30);
 }
 
-TEST(JobProgress, CommandLogReadsAsTypedByAUser) {
-  JobProgress progress;
-  progress.logGitCommand({"-c", "push.default=upstream", "push", "--progress", "origin", "main"});
-  progress.appendOutput("Everything up-to-date");
-  EXPECT_EQ(progress.output(), "$ git push origin main\n\nEverything up-to-date\n");
-}
-
 TEST(JobProgress, CancelRunsTheActionOnceAndSticks) {
   JobProgress progress;
   int runs = 0;

@@ -4,7 +4,6 @@
 
 #include "support/Conflicts.h"
 #include "Git/Commands/Merge/CheckoutUnmergedFileGitCommand.h"
-#include "Git/Commands/Merge/GetUnmergedFilesGitCommand.h"
 #include "Git/Commands/Merge/ResolveMergeConflictGitCommand.h"
 
 

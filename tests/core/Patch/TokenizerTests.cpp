@@ -20,60 +20,6 @@ std::optional<std::vector<TokenType::Value>> values(const QString& text) {
 
 }  // namespace
 
-TEST(PatchTokenizer, ReadsHunkHeadersWithAndWithoutCounts) {
-  struct Row {
-    const char* name;
-    QString line;
-    ChunkHeader expected;
-  };
-  const Row rows[] = {
-      {"created file", "@@ -0,0 +1,3 @@\n", {{0, 0}, {1, 3}, QString()}},
-      // git leaves a count of 1 out; it reads as 0 here.
-      {"counts left out", "@@ -1 +1 @@ int main()\n", {{1, 0}, {1, 0}, " int main()"}},
-      {"context string keeps everything", "@@ -10,7 +12,8 @@ class A { // @@ x\r\n", {{10, 7}, {12, 8}, " class A { // @@ x\r"}},
-      {"no newline at the end of the text", "@@ -5,2 +5 @@", {{5, 2}, {5, 0}, QString()}},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
-    const auto header = PatchTokenizer::parseChunkHeader(row.line, PatchTokenizer::hunkHeaderExpression());
-    ASSERT_TRUE(header.has_value());
-    EXPECT_EQ(header->fromFileRange, row.expected.fromFileRange);
-    EXPECT_EQ(header->toFileRange, row.expected.toFileRange);
-    EXPECT_EQ(header->contextString, row.expected.contextString);
-    const auto tokens = tokenize(row.line);
-    ASSERT_TRUE(tokens.has_value());
-    ASSERT_EQ(tokens->size(), 1u);
-    const auto* token = tokens->front().as<TokenType::ChunkHeader>();
-    ASSERT_NE(token, nullptr);
-    EXPECT_EQ(token->toLength, row.expected.toFileRange.length);
-    EXPECT_EQ(token->contextString, row.expected.contextString);
-  }
-}
-
-TEST(PatchTokenizer, ReadsFileHeaderLines) {
-  const QString text = QStringLiteral(
-      "diff --git a/x b/y\n"
-      "old mode 100644\n"
-      "new mode 100755\n"
-      "deleted file mode 120000\n"
-      "new file mode 160000\n"
-      "similarity index 87%\n"
-      "index 3b18e51..AB12cd0 100644\n"
-      "index 0000000000000000000000000000000000000000..e69de29bb2d1d6434b8b29ae775ad8c2e48c5391\n"
-      "rename from x\n"
-      "Binary files a/x and b/y differ\n"
-      "\n");
-  using namespace TokenType;
-  using Mode = PatchHeaderFileMode;
-  EXPECT_EQ(values(text),
-            (std::vector<Value>{PatchHeader{}, Mode{FileModeType::oldMode, FileMode{100644}},
-                                Mode{FileModeType::newMode, FileMode{100755}}, Mode{FileModeType::oldMode, FileMode{120000}},
-                                Mode{FileModeType::newMode, FileMode{160000}}, PatchHeaderSimilarity{87},
-                                PatchHeaderIndex{"3b18e51", "AB12cd0", FileMode{100644}},
-                                PatchHeaderIndex{QString(40, u'0'), "e69de29bb2d1d6434b8b29ae775ad8c2e48c5391", std::nullopt},
-                                Other{}, Other{}, Other{}}));
-}
-
 TEST(PatchTokenizer, LineTokensKeepTheirTextAndCoverTheWholeText) {
   // "--- a/f" is a removal by its first character; the parser tells headers apart.
   const QString text = QStringLiteral(

@@ -46,7 +46,6 @@ TEST(OutsideChange, FilesOfTheGitDirectoryAndTheWorkTree) {
       {"HEAD", Subdomain::head() | Subdomain::localBranches() | Subdomain::repositoryStatus()},
       {"logs/HEAD", Subdomain::head()},
       {"index", Subdomain::changedFiles()},
-      {"index.lock", Subdomain::none()},
       {"refs/heads/feature/x", Subdomain::localBranches() | Subdomain::revisions()},
       {"refs/heads/main.lock", Subdomain::none()},
       {"refs/remotes/origin/main", Subdomain::remoteBranches() | Subdomain::revisions()},
@@ -56,12 +55,9 @@ TEST(OutsideChange, FilesOfTheGitDirectoryAndTheWorkTree) {
       {"logs/refs/stash", Subdomain::stashes()},
       {"MERGE_HEAD", Subdomain::repositoryStatus()},
       {"rebase-merge/done", Subdomain::repositoryStatus()},
-      {"BISECT_LOG", Subdomain::repositoryStatus()},
       {"config", Subdomain::remotes() | Subdomain::gitFlowSettings() | Subdomain::localBranches()},
       {"hooks/pre-push", Subdomain::gitLfsInitialized()},
       {"jelv-settings", Subdomain::none()},
-      {"COMMIT_EDITMSG", Subdomain::none()},
-      {"objects/ab/cdef", Subdomain::none()},
   };
   for (const auto& row : rows) EXPECT_EQ(OutsideChange::inGitDirectory(QString::fromLatin1(row.path)), row.expected) << row.path;
   EXPECT_EQ(OutsideChange::inWorkTree("src/main.c"), Subdomain::changedFiles());
@@ -90,24 +86,6 @@ TEST_F(RepositoryWatcherTest, TerminalCommandsShowUpByThemselves) {
   RepositoryStatusManager manager;
   manager.setRepository(&controller);
   EXPECT_FALSE(manager.tick(QDateTime::currentDateTimeUtc().addSecs(3600)));
-}
-
-TEST_F(RepositoryWatcherTest, AMergeThatStopsOnAConflictShowsItsState) {
-  repo.git({"checkout", "-q", "-b", "other"});
-  repo.commitFile("a.txt", "theirs\n", "theirs");
-  repo.git({"checkout", "-q", "main"});
-  repo.commitFile("a.txt", "ours\n", "ours");
-  ASSERT_TRUE(seen([&] { return controller.repositoryData()->revisions->size() == 4; }));
-
-  int status = 0;
-  repo.git({"merge", "other"}, true, &status);
-  ASSERT_NE(status, 0);
-  EXPECT_TRUE(seen([&] {
-    const auto* unmerged = controller.repositoryStatus()->repositoryState.unmergedFiles();
-    return controller.repositoryStatus()->repositoryState.is<RepositoryState::MergeInProgress>() && unmerged && unmerged->size() == 1;
-  }));
-  repo.git({"merge", "--abort"});
-  EXPECT_TRUE(seen([&] { return controller.repositoryStatus()->repositoryState.is<RepositoryState::Ok>(); }));
 }
 
 TEST_F(RepositoryWatcherTest, ABurstOfChangesGivesOneRefresh) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "../References/ReferencesTestSupport.h"
-#include "Git/Commands/Revision/GetRevisionsGitCommand.h"
 #include "Git/Commands/Revision/RevisionLogParser.h"
 #include "Jobs/CancelationToken.h"
 #include "support/TempRepository.h"

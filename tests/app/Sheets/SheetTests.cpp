@@ -105,65 +105,26 @@ TEST(ErrorWindowController, FailingHookOffersCommitWithoutHooks) {
   ASSERT_TRUE(queue->waitForDone(10000));
 }
 
-// A sheet's life: validation drives the submit button, busy disables the inputs but not
-// Cancel, and each ending stores its result.
-TEST(JelvSheetController, StatusLineControlsAndEndings) {
+// A sheet's life: its job makes it busy, which disables the inputs but not Cancel. Escape,
+// Cancel and the window's close button only ask a busy sheet's job to stop; the sheet
+// stays until the job reports, then ends as canceled. Idle, Ctrl+Return submits from
+// inside the text, Escape cancels, and an error ends it with that error.
+TEST(JelvSheetController, BusyWhileItsJobRunsThenEachEndingStoresItsResult) {
   QMainWindow window;
   window.show();
+  auto queue = std::make_shared<JobQueue>();
+  const auto show = [&](JelvSheetController* sheet, std::optional<JelvSheetResult>& result) {
+    sheet->setJobQueue(queue);
+    JelvSheetController::showSheet(&window, sheet, [&result](const JelvSheetResult& r) { result = r; });
+  };
   auto* sheet = new GitOperationSheetController;
   auto* field = new QLineEdit(sheet);
   sheet->contentLayout()->addWidget(field);
   std::optional<JelvSheetResult> result;
-  JelvSheetController::showSheet(&window, sheet, [&](const JelvSheetResult& r) { result = r; });
+  show(sheet, result);
   ASSERT_TRUE(sheet->isVisible());
   EXPECT_EQ(sheet->parentWidget(), &window);
   EXPECT_TRUE(sheet->windowModality() == Qt::WindowModal);
-
-  sheet->setStatus(JelvSheetController::Status::busy, QStringLiteral("Working"));
-  sheet->setControlsEnabled(false);
-  EXPECT_TRUE(sheet->isOperationInProgress());
-  EXPECT_EQ(sheet->statusLabel()->text(), QStringLiteral("Working"));
-  EXPECT_FALSE(field->isEnabled());
-  EXPECT_FALSE(sheet->submitButton()->isEnabled());
-  EXPECT_TRUE(sheet->cancelButton()->isEnabled());
-  sheet->setStatus(JelvSheetController::Status::warning);
-  EXPECT_FALSE(sheet->isOperationInProgress());
-  EXPECT_TRUE(sheet->statusLabel()->isHidden());
-  sheet->setControlsEnabled(true);
-
-  // Ctrl+Return submits from inside the text.
-  sheet->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(sheet));
-  field->setFocus();
-  QTest::keyClick(field, Qt::Key_Return, Qt::ControlModifier);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 2000));
-  EXPECT_TRUE(result->isSuccess());
-
-  auto* second = new JelvSheetController;
-  std::optional<JelvSheetResult> secondResult;
-  JelvSheetController::showSheet(&window, second, [&](const JelvSheetResult& r) { secondResult = r; });
-  QTest::keyClick(second, Qt::Key_Escape);
-  ASSERT_TRUE(secondResult.has_value());
-  EXPECT_TRUE(secondResult->isCancel());
-
-  auto* third = new JelvSheetController;
-  std::optional<JelvSheetResult> thirdResult;
-  JelvSheetController::showSheet(&window, third, [&](const JelvSheetResult& r) { thirdResult = r; });
-  third->endWithError(Error::Generic{QStringLiteral("x")});
-  ASSERT_TRUE(thirdResult.has_value() && thirdResult->error());
-  EXPECT_TRUE(std::holds_alternative<Error::Generic>(*thirdResult->error()));
-}
-
-// Escape, Cancel and the window's close button only ask a busy sheet's job to stop; the
-// sheet stays until the job reports, then ends as canceled.
-TEST(SheetJob, ABusySheetEndsOnlyByItsJobsReport) {
-  QMainWindow window;
-  window.show();
-  auto queue = std::make_shared<JobQueue>();
-  auto* sheet = new JelvSheetController;
-  sheet->setJobQueue(queue);
-  std::optional<JelvSheetResult> result;
-  JelvSheetController::showSheet(&window, sheet, [&](const JelvSheetResult& r) { result = r; });
 
   std::atomic<bool> sawCancel = false;
   std::atomic<bool> release = false;
@@ -175,6 +136,10 @@ TEST(SheetJob, ABusySheetEndsOnlyByItsJobsReport) {
     return Unit{};
   });
   ASSERT_TRUE(sheet->isOperationInProgress());
+  EXPECT_EQ(sheet->statusLabel()->text(), QStringLiteral("Working…"));
+  EXPECT_FALSE(field->isEnabled());
+  EXPECT_FALSE(sheet->submitButton()->isEnabled());
+  EXPECT_TRUE(sheet->cancelButton()->isEnabled());
 
   QTest::keyClick(sheet, Qt::Key_Escape);
   ASSERT_TRUE(QTest::qWaitFor([&] { return sawCancel.load(); }, 5000));
@@ -184,12 +149,39 @@ TEST(SheetJob, ABusySheetEndsOnlyByItsJobsReport) {
   EXPECT_TRUE(sheet->isVisible());
   EXPECT_FALSE(result.has_value());
   EXPECT_EQ(sheet->statusLabel()->text(), QStringLiteral("Canceling…"));
-
   release = true;
   ASSERT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }, 5000));
   // The job returned success, but the user had canceled: the sheet says so.
   EXPECT_TRUE(result->isCancel());
   ASSERT_TRUE(queue->waitForDone(10000));
+
+  auto* typed = new GitOperationSheetController;
+  auto* text = new QLineEdit(typed);
+  typed->contentLayout()->addWidget(text);
+  std::optional<JelvSheetResult> typedResult;
+  show(typed, typedResult);
+  typed->setStatus(JelvSheetController::Status::warning);
+  EXPECT_TRUE(typed->statusLabel()->isHidden());
+  typed->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(typed));
+  text->setFocus();
+  QTest::keyClick(text, Qt::Key_Return, Qt::ControlModifier);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return typedResult.has_value(); }, 2000));
+  EXPECT_TRUE(typedResult->isSuccess());
+
+  auto* escaped = new JelvSheetController;
+  std::optional<JelvSheetResult> escapedResult;
+  show(escaped, escapedResult);
+  QTest::keyClick(escaped, Qt::Key_Escape);
+  ASSERT_TRUE(escapedResult.has_value());
+  EXPECT_TRUE(escapedResult->isCancel());
+
+  auto* failed = new JelvSheetController;
+  std::optional<JelvSheetResult> failedResult;
+  show(failed, failedResult);
+  failed->endWithError(Error::Generic{QStringLiteral("x")});
+  ASSERT_TRUE(failedResult.has_value() && failedResult->error());
+  EXPECT_TRUE(std::holds_alternative<Error::Generic>(*failedResult->error()));
 }
 
 // Opened from the commit box's menu: the fields show the repository's values (the global

@@ -74,6 +74,8 @@ ReferencePtr branch(const char* name, const char* sha = "aaaa") {
   return std::make_shared<const LocalBranch>(L(sha), "refs/heads/" + L(name), L(name), L(name), QDateTime(), false, std::nullopt);
 }
 
+// The merge, amend and plural texts are read from real repositories
+// (RepositoryStateReadTests); the rows are the singular counts and each state's action.
 TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
   struct Row {
     RepositoryState state;
@@ -85,14 +87,9 @@ TEST(RepositoryStateNotificationTest, WordsAndCountsOfEachState) {
   clean.unmergedFiles.clear();
   clean.done = 2;
   clean.total = 4;
-  S::RebaseInProgress amending = rebase;
-  amending.amend = "0123abc";
   const Row rows[] = {
-      {S::MergeInProgress{branch("main"), branch("topic"), conflicts(1)},
-       "Merging branch 'topic' into 'main'. Fix 1 conflict and then continue.", "Resolve"},
       {rebase, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Fix 1 conflict", "Resolve"},
       {clean, "Rebasing branch 'topic'. Rebased 2 of 4 commits", nullptr},
-      {amending, "Rebasing branch 'topic'. Rebased 1 of 1 commit. Amending '0123abc'", "Resolve"},
       {S::CherryPickInProgress{branch("main"), branch("topic", "beef"), {}}, "Cherry-picking commit beef", "Resolve"},
       {S::SequencerInProgress{}, "Cherry-pick in progress", "Resolve"},
       {S::RevertInProgress{"cafe", {}}, "Reverting commit cafe", "Resolve"},

@@ -81,22 +81,6 @@ TEST(StreamLineReader, UndecodableDelimiterGivesNoReader) {
   EXPECT_EQ(StreamLineReader::create(fds[0], QStringLiteral("€"), TextEncoding::isoLatin1, 16), nullptr);
 }
 
-TEST(StreamLineReader, ManyChunksOfLinesPassWhole) {
-  // 200,000 lines through a 4 KiB chunk: no line is lost or merged at a chunk's edge.
-  QByteArray block;
-  for (int i = 0; i < 1000; ++i) block += "0123456789abcdef0123456789abcdef0123456789 line\n";
-  auto reader =
-      StreamLineReader::create(pipeWith(block.repeated(200), block.size()), QStringLiteral("\n"), TextEncoding::utf8, 4096);
-  long count = 0;
-  qsizetype longest = 0;
-  while (auto line = reader->nextLine()) {
-    ++count;
-    longest = std::max(longest, line->size());
-  }
-  EXPECT_EQ(count, 200000);
-  EXPECT_EQ(longest, 47);
-}
-
 TEST(PushStreamLineReader, CarriageReturnsEndLinesAndPairsAreNotFolded) {
   EXPECT_EQ(readAllPushLines("a\r\nb", 16), (Lines{"a", "", "b"}));
   EXPECT_EQ(readAllPushLines("10%\r20%\r", 16), (Lines{"10%", "20%"}));

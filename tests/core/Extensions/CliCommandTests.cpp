@@ -30,7 +30,6 @@ TEST(CliCommand, ParsesCommandRepositoryAndVerbose) {
       {"log -- with nothing after it", {"log", "--"}, CliLog{}, home},
       {"log skips options before the file", {"log", "--verbose", "a.c"}, CliLog{home + "/a.c"}, home, true},
       {"log file is relative to -C", {"-C", "/srv/r", "log", "src/a.c"}, CliLog{"/srv/r/src/a.c"}, "/srv/r"},
-      {"a dash file after -- is a file", {"log", "--", "-odd"}, CliLog{home + "/-odd"}, home},
       {"an unknown word is a relative path", {"sub dir/ünï"}, CliOpen{}, home + "/sub dir/ünï"},
       {"an absolute path stands for itself", {"/srv/x/../y"}, CliOpen{}, "/srv/y"},
       {"git-dir relative, its .git folder dropped", {"--git-dir=../r/.git", "status"}, CliStatus{}, "/home/ada/src/r"},

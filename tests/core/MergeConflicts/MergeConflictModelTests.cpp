@@ -79,26 +79,6 @@ TEST(MergeConflictModel, Operations) {
   }
 }
 
-TEST(MergeConflictModel, InsertSplitsAtTheFirstLineBreak) {
-  const struct {
-    const char* text;
-    qsizetype offset;
-    const char* insert;
-    const char* kept;
-    std::optional<QString> tail;
-  } cases[] = {
-      {"abc\n", 1, "x", "axbc\n", std::nullopt}, {"abc\n", 1, "\n", "a\n", "bc\n"},         {"abc\n", 3, "\n", "abc\n", "\n"},
-      {"abc", 3, "\n", "abc\n", std::nullopt},   {"abc\n", 0, "1\n2\n", "1\n", "2\nabc\n"}, {"", 0, "ü", "ü", std::nullopt},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.insert);
-    MergeConflict::Line line(ContextType::none, QString::fromUtf8(c.text));
-    EXPECT_EQ(line.insert(c.offset, QString::fromUtf8(c.insert)), c.tail);
-    EXPECT_EQ(line.text(), QString::fromUtf8(c.kept));
-    EXPECT_EQ(line.originalString, QString::fromUtf8(c.text));
-  }
-}
-
 TEST(MergeConflictModel, RowCountsAndTitle) {
   auto chunk = std::make_shared<Conflict>(side(Part::remote, {"1", "2", "3"}), side(Part::local, {"a"}), QString(), QString());
   chunk->adoptLines();

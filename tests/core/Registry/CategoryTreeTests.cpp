@@ -49,29 +49,12 @@ TEST_F(CategoryMoveTest, MovingACategoryIntoItselfOrItsDescendantsIsRefusedAndCh
   EXPECT_TRUE(settings->moveRepositoryCategory(aGrandchild, a, std::nullopt));
 }
 
-TEST_F(CategoryMoveTest, IndexZeroPutsTheMovedOneFirstAndShiftsTheSiblings) {
-  EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 0));
-  EXPECT_EQ(rows(positionsSql("IS NULL")), (QStringList{"A1|0", "A|1", "B|2", "C|3"}));
-  EXPECT_EQ(settings->getParentCategory(aGrandchild), a1);  // its own child goes with it
-}
-
-TEST_F(CategoryMoveTest, AMiddleIndexLeavesEarlierSiblingsAndAGapAtTheIndex) {
-  EXPECT_TRUE(settings->moveRepositoryCategory(a1, std::nullopt, 2));
-  EXPECT_EQ(rows(positionsSql("IS NULL")), (QStringList{"A|0", "B|1", "A1|2", "C|3"}));
-}
-
 TEST_F(CategoryMoveTest, NoIndexPutsTheMovedOneBehindAllSiblings) {
   EXPECT_TRUE(settings->moveRepositoryCategory(a, b, std::nullopt));
   EXPECT_TRUE(settings->moveRepositoryCategory(c, b, std::nullopt));
   EXPECT_EQ(rows(positionsSql(QStringLiteral("= %1").arg(b))), (QStringList{"A|1", "C|2"}));
   // Re-reading through the tree shows the order users see.
   EXPECT_EQ(shownTree(*settings), (QStringList{"B/", "  A/", "    A1/", "      A1x/", "  C/"}));
-}
-
-TEST_F(CategoryMoveTest, ReorderingWithinTheSameParentKeepsEveryoneOnce) {
-  EXPECT_TRUE(settings->moveRepositoryCategory(c, std::nullopt, 0));
-  EXPECT_TRUE(settings->moveRepositoryCategory(a, std::nullopt, std::nullopt));
-  EXPECT_EQ(shownTree(*settings), (QStringList{"C/", "B/", "A/", "  A1/", "    A1x/"}));
 }
 
 TEST_F(CategoryMoveTest, DeletingACategoryLiftsItsRepositoriesAndSubCategoriesOneLevel) {

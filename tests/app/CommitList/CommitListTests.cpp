@@ -24,15 +24,14 @@
 #include "Jobs/JobProgress.h"
 #include "Models/GitModuleSettings.h"
 #include "Models/LocalBranch.h"
-#include "Models/RemoteBranch.h"
 #include "Services/Preferences.h"
 #include "support/TempRepository.h"
 
 namespace {
 
 QString hexFor(int n) { return QStringLiteral("%1").arg(n + 1, 40, 16, QLatin1Char('0')); }
-ReferencePtr branch(const QString& name, int row, bool active = false, std::optional<QString> upstream = {}) {
-  return std::make_shared<LocalBranch>(hexFor(row), "refs/heads/" + name, name, name, QDateTime(), active, std::move(upstream));
+ReferencePtr branch(const QString& name, int row, bool active = false) {
+  return std::make_shared<LocalBranch>(hexFor(row), "refs/heads/" + name, name, name, QDateTime(), active, std::nullopt);
 }
 
 // A linear history of `count` commits, newest first, HEAD at `headRow`; a cut history's
@@ -223,23 +222,6 @@ TEST(CommitListModel, CommitsOfTheSameSecondReadAlike) {
   const QString first = model.data(model.index(0, CommitListModel::DateColumn)).toString();
   QTest::qWait(1200);
   EXPECT_EQ(model.data(model.index(1, CommitListModel::DateColumn)).toString(), first);
-}
-
-TEST(CommitListModel, CommitsNotYetPushedAreMarkedAndSaySo) {
-  // main two commits ahead of origin/main, on a straight line.
-  const auto source = linearHistory(6, 0, false,
-                                    {branch("main", 0, true, QStringLiteral("refs/remotes/origin/main")),
-                                     std::make_shared<RemoteBranch>(hexFor(2), "refs/remotes/origin/main", "main", "origin/main",
-                                                                    QDateTime(), "origin")});
-  CommitListView view;
-  view.setSource(source);
-  auto* model = view.commitModel();
-  for (int row = 0; row < 6; ++row) {
-    const auto state = static_cast<AheadBehindState>(model->data(model->index(row, 0), CommitListModel::AheadBehindRole).toInt());
-    EXPECT_EQ(state, row < 2 ? AheadBehindState::ahead : AheadBehindState::none) << row;
-  }
-  EXPECT_TRUE(model->data(model->index(1, 0), Qt::ToolTipRole).toString().endsWith(QStringLiteral("Not yet pushed to the upstream branch")));
-  EXPECT_EQ(model->data(model->index(3, 0), Qt::ToolTipRole).toString(), QStringLiteral("Commit 3"));
 }
 
 // Home and End go to the first and the last commit, not to the note that ends a cut

@@ -40,7 +40,6 @@
 #include "UI/Appearance.h"
 #include "support/TempRepository.h"
 #include "support/TestEnvironment.h"
-#include "support/Widgets.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 

@@ -7,9 +7,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPointer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "Commands/QuickLaunchSession.h"
@@ -19,15 +17,13 @@
 #include "Services/CustomCommandManager.h"
 #include "Controllers/QuickLaunch/QuickLaunchListModel.h"
 #include "Controllers/QuickLaunch/QuickLaunchWindowController.h"
-#include "Models/AppSettings.h"
 #include "Repository/RepositoryController.h"
-#include "Services/Preferences.h"
 #include "UI/JelvDocument.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvMainWindow.h"
 #include "UI/JelvWindowController.h"
+#include "app/Shell/ShellFixture.h"
 #include "support/TempRepository.h"
-#include "support/TestEnvironment.h"
 
 namespace {
 
@@ -48,22 +44,19 @@ QStringList rows(const QListView& list) {
   return out;
 }
 
-class QuickLaunchTest : public ::testing::Test {
+// A window with the repository "jelv" open, and "other-project" in the registry.
+class QuickLaunchTest : public ShellTest {
  protected:
   void SetUp() override {
-    Preferences::useStoreFile(dir.filePath(QStringLiteral("prefs.ini")));
-    registry = std::make_unique<AppSettings>(dir.filePath(QStringLiteral("db.sqlite3")));
-    registry->initializeDatabase();
+    ShellTest::SetUp();
     repo.commitFile(QStringLiteral("a.txt"), "a\n", QStringLiteral("first"));
     repo.git({QStringLiteral("branch"), QStringLiteral("topic")});
     repo.git({QStringLiteral("branch"), QStringLiteral("feature")});
     other.commitFile(QStringLiteral("b.txt"), "b\n", QStringLiteral("other"));
-    registry->addRepository(other.path());
-    documents = std::make_unique<JelvDocumentController>(*registry, Preferences::shared());
-    documents->openRepository(repo.path());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return documents->pendingOpens() == 0; }, 20000));
-    ASSERT_FALSE(documents->windows().isEmpty());
-    window = documents->windows().first();
+    registry().addRepository(other.path());
+    documents = std::make_unique<JelvDocumentController>(registry(), preferences());
+    window = openAll(*documents, {repo.path()});
+    ASSERT_TRUE(window);
     window->show();
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
@@ -73,9 +66,7 @@ class QuickLaunchTest : public ::testing::Test {
   }
   void TearDown() override {
     documents.reset();
-    for (QWidget* widget : QApplication::topLevelWidgets()) widget->deleteLater();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    TestEnvironment::usePreferencesFile();
+    ShellTest::TearDown();
   }
 
   QuickLaunchWindowController* openPanel() {
@@ -93,10 +84,8 @@ class QuickLaunchTest : public ::testing::Test {
   }
   static QString selectedTitle(QuickLaunchWindowController* panel) { return panel->list()->currentIndex().data().toString(); }
 
-  QTemporaryDir dir;
   TempRepository repo{true, QStringLiteral("jelv")};
   TempRepository other{true, QStringLiteral("other-project")};
-  std::unique_ptr<AppSettings> registry;
   std::unique_ptr<JelvDocumentController> documents;
   JelvMainWindow* window = nullptr;
 };

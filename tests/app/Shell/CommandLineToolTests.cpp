@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMessageBox>
@@ -17,15 +16,11 @@
 #include "Controllers/History/FileHistoryWindowController.h"
 #include "Controllers/LocalChanges/StageFileViewController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
-#include "Models/AppSettings.h"
-#include "Services/Preferences.h"
-#include "UI/AppDelegate.h"
 #include "UI/JelvDocument.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvMainWindow.h"
 #include "UI/JelvWindowController.h"
 #include "support/TempRepository.h"
-#include "support/TestEnvironment.h"
 #include "ShellFixture.h"
 
 namespace {
@@ -75,13 +70,10 @@ TEST_F(CommandLineTool, BringsTheRepositoryUpInItsTabWithTheViewAsked) {
   repository.commitFile(QStringLiteral("dir/ä file.txt"), "one\n", QStringLiteral("First"));
   repository.commitFile(QStringLiteral("dir/ä file.txt"), "two\n", QStringLiteral("Second"));
   repository.writeFile(QStringLiteral("dir/ä file.txt"), "changed\n");
-  Preferences::shared().setDefaultSourceFolder(dir_.path());
-  Preferences::shared().setValue(QStringLiteral("importedOldTabs"), true);
-
-  AppDelegate delegate(*registry_, Preferences::shared());
-  delegate.applicationWillFinishLaunching();
-  delegate.applicationDidFinishLaunching({});
-  JelvDocumentController& documents = delegate.documents();
+  preferences().setDefaultSourceFolder(dir_.path());
+  preferences().setValue(QStringLiteral("importedOldTabs"), true);
+  auto delegate = launch();
+  JelvDocumentController& documents = delegate->documents();
   ASSERT_EQ(documents.windows().size(), 1);  // the repository manager
 
   // "status" from a folder inside the repository: its tab opens in front with the changes.

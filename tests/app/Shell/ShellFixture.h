@@ -12,6 +12,7 @@
 #include "UI/AppDelegate.h"
 #include "UI/JelvDocumentController.h"
 #include "UI/JelvMainWindow.h"
+#include "support/TempRepository.h"
 #include "support/TestEnvironment.h"
 
 // A fresh preferences file and registry per test, and waits for the shell's opens.
@@ -56,6 +57,15 @@ class ShellTest : public ::testing::Test {
     return documents.windows().first();
   }
 
+  // The two repositories most tests open, made on first use.
+  TempRepository& alpha() { return made(alpha_, QStringLiteral("alpha")); }
+  TempRepository& beta() { return made(beta_, QStringLiteral("beta")); }
+  static TempRepository& made(std::unique_ptr<TempRepository>& slot, const QString& name) {
+    if (!slot) slot = std::make_unique<TempRepository>(true, name);
+    return *slot;
+  }
+
   QTemporaryDir dir_;
   std::unique_ptr<AppSettings> registry_;
+  std::unique_ptr<TempRepository> alpha_, beta_;
 };

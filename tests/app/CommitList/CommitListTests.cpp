@@ -26,6 +26,7 @@
 #include "Models/LocalBranch.h"
 #include "Services/Preferences.h"
 #include "support/TempRepository.h"
+#include "support/Widgets.h"
 
 namespace {
 
@@ -141,14 +142,10 @@ QStringList texts(QMenu* menu) {
 // Triggers the entry's menu action with that text; false when the menu lacks it.
 bool trigger(QMenu* menu, const QString& text) {
   std::unique_ptr<QMenu> owned(menu);
-  for (QAction* action : menu->actions()) {
-    if (action->text() == text) {
-      action->trigger();
-      return true;
-    }
-  }
-  ADD_FAILURE() << "no action " << text.toStdString() << " in " << texts(menu).join(", ").toStdString();
-  return false;
+  QAction* action = findAction(menu, text);
+  if (!action) ADD_FAILURE() << "no action " << text.toStdString() << " in " << texts(menu).join(", ").toStdString();
+  if (action) action->trigger();
+  return action;
 }
 
 bool sidebarAction(RepositorySidebar& sidebar, const QString& section, const QString& fullReference, const QString& text) {

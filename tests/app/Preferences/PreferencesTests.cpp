@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QPainter>
 #include <QPlainTextEdit>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStyle>
@@ -31,15 +30,14 @@
 #include "Controls/Diff/DiffColors.h"
 #include "Controls/Diff/DiffTextView.h"
 #include "Controls/FileDiffView/ConflictDiffView.h"
-#include "Models/AppSettings.h"
 #include "Services/MergeTool.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "Services/RepositoryRescanner.h"
 #include "Services/UrlSchemeHandlerRegistry.h"
 #include "UI/Appearance.h"
+#include "app/Shell/ShellFixture.h"
 #include "support/TempRepository.h"
-#include "support/TestEnvironment.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
@@ -77,23 +75,19 @@ struct NotificationLog {
   QSignalSpy spy;
 };
 
-const QStringList keysOfTheWindow{
-    "appearance", "useTopologicalCommitOrder", "maxCommitCount", "contextSize", "diffShowEntireFile", "diffIgnoreWhitespaces",
-    "diffWordWrapKey", "diffShowHiddenSymbols", "disableAutomaticStatusUpdate", "automaticStatusUpdateInterval", "defaultSourceFolder",
-    "diffFontName", "diffFontSize", "gitInstanceType", "customGitInstancePath", "externalDiffTool", "externalDiffToolCustomPath",
-    "externalDiffToolCustomArguments"};
 }  // namespace
 
-class PreferencesWindowTest : public ::testing::Test {
+// The window on a preferences file and a registry of the test's own.
+class PreferencesWindowTest : public ShellTest {
  protected:
   void SetUp() override {
-    for (const QString& key : keysOfTheWindow) Preferences::shared().remove(key);
-    settings = std::make_unique<AppSettings>(dbDir.path() + QStringLiteral("/db.sqlite3"));
-    settings->initializeDatabase();
-    window = std::make_unique<PreferencesWindowController>(*settings);
+    ShellTest::SetUp();
+    window = std::make_unique<PreferencesWindowController>(registry());
   }
   void TearDown() override {
+    window.reset();
     if (auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())) Appearance::apply(*app, 0);
+    ShellTest::TearDown();
   }
   template <typename T>
   T* control(const QString& key) const {
@@ -101,15 +95,7 @@ class PreferencesWindowTest : public ::testing::Test {
     EXPECT_TRUE(found) << key.toStdString();
     return found;
   }
-  // What a fresh reader of the store file finds, as the next start of the program would.
-  QVariant storedOnDisk(const QString& key) const {
-    Preferences::shared().sync();
-    QSettings file(TestEnvironment::root() + QStringLiteral("/config/jelv-test.ini"), QSettings::IniFormat);
-    return file.value(key);
-  }
 
-  QTemporaryDir dbDir;
-  std::unique_ptr<AppSettings> settings;
   std::unique_ptr<PreferencesWindowController> window;
 };
 
@@ -144,7 +130,6 @@ TEST_F(PreferencesWindowTest, ControlsWriteTheirKeysWithTheirNotification) {
     NotificationLog log;
     row.change();
     EXPECT_EQ(Preferences::shared().value(QString::fromLatin1(row.key)), row.stored) << row.key;
-    EXPECT_EQ(storedOnDisk(QString::fromLatin1(row.key)).toString(), row.stored.toString()) << row.key;
     EXPECT_EQ(log.all(), QList<Notification>{row.notification}) << row.key;
   }
   // The interval follows the switch it belongs to.
@@ -223,13 +208,8 @@ TEST_F(PreferencesWindowTest, GitInstancesAreListedWithTheirVersionsAndTheChoice
 
 TEST_F(PreferencesWindowTest, TheSourceFolderIsStoredAndItsRescanFillsTheRegistry) {
   QTemporaryDir source;
-  auto makeRepository = [&](const QString& relative) {
-    const QString path = source.path() + QLatin1Char('/') + relative;
-    QDir().mkpath(path);
-    runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), path});
-  };
-  makeRepository(QStringLiteral("clients/web"));
-  makeRepository(QStringLiteral("tools"));
+  runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source.path() + QStringLiteral("/clients/web")});
+  runProgram(QStringLiteral("git"), {QStringLiteral("init"), QStringLiteral("-q"), source.path() + QStringLiteral("/tools")});
 
   auto* rescan = window->findChild<QPushButton*>(QStringLiteral("rescan"));
   ASSERT_TRUE(rescan);
@@ -250,7 +230,7 @@ TEST_F(PreferencesWindowTest, TheSourceFolderIsStoredAndItsRescanFillsTheRegistr
   EXPECT_EQ(progress.last().at(0).toInt(), 2);  // both checked, out of two
   EXPECT_EQ(progress.last().at(1).toInt(), 2);
   EXPECT_TRUE(rescan->isEnabled());
-  EXPECT_EQ(settings->getRepositories().size(), 2u);
+  EXPECT_EQ(registry().getRepositories().size(), 2u);
 }
 
 // Keeping the other entries of the file is the handler registry's business, tested with it.
@@ -299,8 +279,8 @@ TEST_F(PreferencesWindowTest, ExternalDiffToolOffersInstalledToolsAndACustomProg
   EXPECT_TRUE(arguments->isEnabled());
   QTest::keyClicks(program, QStringLiteral("/opt/diff tool"));
   QTest::keyClicks(arguments, QStringLiteral("$REMOTE $LOCAL"));
-  EXPECT_EQ(storedOnDisk(QStringLiteral("externalDiffToolCustomPath")).toString(), QStringLiteral("/opt/diff tool"));
-  EXPECT_EQ(storedOnDisk(QStringLiteral("externalDiffToolCustomArguments")).toString(), QStringLiteral("$REMOTE $LOCAL"));
+  EXPECT_EQ(Preferences::shared().string(QStringLiteral("externalDiffToolCustomPath")), QStringLiteral("/opt/diff tool"));
+  EXPECT_EQ(Preferences::shared().string(QStringLiteral("externalDiffToolCustomArguments")), QStringLiteral("$REMOTE $LOCAL"));
   bool hint = false;
   for (QLabel* label : window->findChildren<QLabel*>()) hint = hint || label->text() == QStringLiteral("Available variables: $LOCAL, $REMOTE");
   EXPECT_TRUE(hint);

@@ -32,7 +32,6 @@
 #include "Git/Commands/RunGitCommand.h"
 #include "Jobs/Job.h"
 #include "Jobs/JobQueue.h"
-#include "Models/GitModuleSettings.h"
 #include "Services/Preferences.h"
 #include "Services/PreferencesNotifier.h"
 #include "core/Refresh/LaunchRecorder.h"
@@ -391,10 +390,6 @@ TEST(RepositoryViewFollow, AFilteredListStaysFilteredThroughARefresh) {
     diff.wait(10000);
     screenshot(&view, QStringLiteral("commit-list-filtered"));
   }
-
-  Q_EMIT view.sidebar()->filterRequested({});
-  EXPECT_EQ(view.commitList()->commitModel()->rowCount(), 7);
-  EXPECT_TRUE(GitModuleSettings::load(repo.module()).filterReferences.isEmpty());
 }
 
 TEST(RepositoryViewFollow, CommitsAheadAndBehindTheUpstreamAreMarkedFromTheRefresh) {

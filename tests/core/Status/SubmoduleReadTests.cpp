@@ -18,20 +18,11 @@ TEST(SubmoduleParseTest, OnlyPathKeysOfSubmodulesCount) {
             (SubmoduleList{{"submodule.", "lib/core", "lib/core"}, {"submodule.", "vendor/dotted name", "dotted.name"}}));
 }
 
-TEST(SubmoduleReadTest, ReadsSubmodulesFromTheGitmodulesFile) {
-  TempRepository library(true, "library");
-  library.commitFile("lib.txt", "1\n", "library");
+// A real submodule is read through this command by the FileChanges and Staging tests.
+TEST(SubmoduleReadTest, NoFileIsAnEmptyListAndABrokenFileAFailure) {
   TempRepository repo;
-  repo.commitFile("main.txt", "main\n", "main");
-
   // Without ".gitmodules" the list is empty, not an error.
   EXPECT_EQ(GetSubmodulesGitCommand::execute(repo.module()).value(), SubmoduleList{});
-
-  repo.git({"-c", "protocol.file.allow=always", "submodule", "add", "-q", library.path(), "deps/lib"});
-  repo.commit("add submodule");
-  auto read = GetSubmodulesGitCommand::execute(repo.module());
-  ASSERT_TRUE(read.isSuccess());
-  EXPECT_EQ(read.value(), (SubmoduleList{{"submodule.", "deps/lib", "deps/lib"}}));
 
   // A file that git can't read as a config is a failure, not an empty list.
   repo.writeFile(".gitmodules", "[submodule \"broken\"\n\tpath = x\n");

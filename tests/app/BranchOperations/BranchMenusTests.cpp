@@ -49,7 +49,8 @@ class BranchMenus : public ::testing::Test {
 
 // The branch's menu in the sidebar opens the merge sheet for it; the conflict stops the
 // merge, the bar offers Resolve, Continue and Abort, and Abort (after asking) undoes it.
-TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBar) {
+// Still not merged, the branch's deletion asks twice: the second time saying what is lost.
+TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBarThenDeleteTheBranch) {
   QTreeWidgetItem* topic = sidebarItem(view->sidebar(), q("refs/heads/topic"));
   ASSERT_TRUE(topic);
   std::unique_ptr<QMenu> menu(view->sidebar()->contextMenuFor(topic));
@@ -73,12 +74,25 @@ TEST_F(BranchMenus, MergeFromTheSidebarThenAbortFromTheBar) {
   EXPECT_EQ(titles, (QStringList{q("Resolve"), q("Continue"), q("Abort...")}));
 
   view->notificationBar()->actionButtons().at(2)->click();
-  auto* confirm = openSheet<QMessageBox>(view.get());
-  ASSERT_TRUE(confirm);
-  EXPECT_TRUE(confirm->text().contains(q("lost")));
-  confirm->findChild<QPushButton*>(q("confirmButton"))->click();
+  auto* question = openSheet<QMessageBox>(view.get());
+  ASSERT_TRUE(question);
+  EXPECT_TRUE(question->text().contains(q("lost")));
+  question->findChild<QPushButton*>(q("confirmButton"))->click();
   ASSERT_TRUE(settle(*view, [&] { return view->notificationBar()->isHidden(); }));
   EXPECT_EQ(repo.readFile(q("file.txt")), QByteArray("one\nMAIN\n"));
+
+  menu.reset(view->sidebar()->contextMenuFor(sidebarItem(view->sidebar(), q("refs/heads/topic"))));
+  menu->findChild<QAction*>(q("deleteBranch"))->trigger();
+  ASSERT_TRUE(confirm(view.get()));
+  QMessageBox* second = nullptr;
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    second = openSheet<QMessageBox>(view.get());
+    return second && second->text().contains(q("not fully merged"));
+  }, 20000));
+  EXPECT_TRUE(second->text().contains(q("will be lost")));
+  EXPECT_TRUE(repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")));
+  second->findChild<QPushButton*>(q("confirmButton"))->click();
+  ASSERT_TRUE(settle(*view, [&] { return !repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")); }));
 }
 
 // Double-click checks a branch out; the commit list's menu offers the operations on the
@@ -108,27 +122,6 @@ TEST_F(BranchMenus, DoubleClickChecksOutAndContinueFinishesAResolvedMerge) {
     ASSERT_TRUE(action) << name;
     EXPECT_TRUE(action->isEnabled()) << name;
   }
-}
-
-// Deleting a branch that is not merged asks twice: the second time saying what is lost.
-TEST_F(BranchMenus, DeletingAnUnmergedBranchAsksAgainBeforeForcing) {
-  QTreeWidgetItem* topic = sidebarItem(view->sidebar(), q("refs/heads/topic"));
-  ASSERT_TRUE(topic);
-  std::unique_ptr<QMenu> menu(view->sidebar()->contextMenuFor(topic));
-  menu->findChild<QAction*>(q("deleteBranch"))->trigger();
-  auto* first = openSheet<QMessageBox>(view.get());
-  ASSERT_TRUE(first);
-  first->findChild<QPushButton*>(q("confirmButton"))->click();
-
-  QMessageBox* second = nullptr;
-  ASSERT_TRUE(QTest::qWaitFor([&] {
-    second = openSheet<QMessageBox>(view.get());
-    return second && second->text().contains(q("not fully merged"));
-  }, 20000));
-  EXPECT_TRUE(second->text().contains(q("will be lost")));
-  EXPECT_TRUE(repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")));
-  second->findChild<QPushButton*>(q("confirmButton"))->click();
-  ASSERT_TRUE(settle(*view, [&] { return !repo.git({q("branch"), q("--list"), q("topic")}).contains(q("topic")); }));
 }
 
 // The reset sheet opened for a mixed reset and switched to hard shows the warning and the

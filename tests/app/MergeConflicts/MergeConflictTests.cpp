@@ -167,19 +167,6 @@ TEST(MergeEditor, ResolvedByClicksAndTypingThenSaved) {
   EXPECT_EQ(repo.git({"show", ":" + path}), QStringLiteral("alpha\nbralta\necho\n"));
 }
 
-TEST(MergeEditor, FileDeletedOnOneSideEndsWithAnError) {
-  TempRepository repo;
-  makeConflict(repo, QStringLiteral("f"), {QByteArray("a\n"), QByteArray("b\n"), std::nullopt});
-
-  MergeConflictSheetController sheet(repo.module(), QStringLiteral("f"));
-  sheet.setJobQueue(std::make_shared<JobQueue>());
-  QSignalSpy finished(&sheet, &QDialog::finished);
-  sheet.show();
-  ASSERT_TRUE(finished.wait(10000));
-  ASSERT_TRUE(sheet.result().error());
-  EXPECT_EQ(repo.readFile("f"), QByteArray("b\n"));
-}
-
 // The outside tool gets the three versions and the working file: here a script that
 // writes them one after another. The versions are gone afterwards.
 TEST(ResolveChoice, OutsideToolWritesTheWorkingFile) {
@@ -212,11 +199,21 @@ TEST(ResolveChoice, OutsideToolWritesTheWorkingFile) {
   }
 }
 
-// A side that deleted the file: no merge, only the sides, one of which deletes it.
+// A side that deleted the file: the editor, opened anyway, ends with an error and leaves
+// the file be; the choice offers no merge, only the sides, one of which deletes it.
 TEST(ResolveChoice, DeletedSide) {
   TempRepository repo;
   const QString path = QStringLiteral("dir/f");
   makeConflict(repo, path, {QByteArray("a\n"), QByteArray("changed\n"), std::nullopt});
+  {
+    MergeConflictSheetController editor(repo.module(), path);
+    editor.setJobQueue(std::make_shared<JobQueue>());
+    QSignalSpy ended(&editor, &QDialog::finished);
+    editor.show();
+    ASSERT_TRUE(ended.wait(10000));
+    ASSERT_TRUE(editor.result().error());
+    EXPECT_EQ(repo.readFile(path), QByteArray("changed\n"));
+  }
   auto sheet = openChoice(repo, path);
   const auto labels = sheet->findChildren<QLabel*>();
   QStringList texts;

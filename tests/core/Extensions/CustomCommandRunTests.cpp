@@ -64,18 +64,11 @@ TEST(CustomCommandEnvironment, ReplacesTheVariablesOfEachTarget) {
   }
 }
 
-// Split on single blanks first, then replaced: a value with blanks stays one argument.
-TEST(CustomCommandRunner, ParametersSplitOnSingleBlanksBeforeReplacing) {
-  const auto env = environment("file");
-  const auto args = [&](const QString& parameters) {
-    return CustomCommandRunner::invocation(ProcessCustomCommandAction("$git", parameters, false, true), *env).arguments;
-  };
-  EXPECT_EQ(args("show $SHA:$filepath"), (QStringList{"show", sha + ":src/a b.c"}));
-  EXPECT_EQ(args("a  b"), (QStringList{"a", "", "b"}));
-  EXPECT_EQ(args(""), QStringList{});
-  const auto invocation = CustomCommandRunner::invocation(ProcessCustomCommandAction("$git", "", false, true), *env);
-  EXPECT_EQ(invocation.program, git);
-  EXPECT_EQ(invocation.workingDirectory, module.repositoryPath);
+// No parameters at all is no argument, not one empty one (the split and the replacing of
+// the others: CustomCommandProcess.RunsInTheWorkTreeWithTheReplacedArguments).
+TEST(CustomCommandRunner, NoParametersIsNoArgument) {
+  const auto invocation = CustomCommandRunner::invocation(ProcessCustomCommandAction("$git", "", false, true), *environment("file"));
+  EXPECT_EQ(invocation.arguments, QStringList{});
 }
 
 class CustomCommandProcess : public ::testing::Test {

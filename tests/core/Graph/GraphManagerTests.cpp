@@ -67,18 +67,6 @@ TEST(GraphManager, ComputesWholeBlocksOnlyAsFarAsAsked) {
   EXPECT_EQ(manager.graphItem(1500), (GraphInfo{{{0, 0, 0, 0}, {1, 1, 1, 1}}, 1, 1}));
 }
 
-TEST(GraphManager, RowStepFromGivenLanes) {
-  // Two lanes already head for C and one for D; C is a merge of E and D.
-  std::vector<Line> previous = {{0, shaFor("C")}, {4, shaFor("D")}, {2, shaFor("C")}};
-  std::vector<Line> next = {{9, shaFor("junk")}};
-  const Sha parents[] = {shaFor("E"), shaFor("D")};
-  const GraphInfo info = GraphManager::computeRow(previous, next, parents, shaFor("C"));
-  EXPECT_EQ(info.currentCommitColumn, 0);
-  EXPECT_EQ(info.lineId, 0);
-  EXPECT_EQ(info.lines, (std::vector<GraphLine>{{0, 0, 0, 0}, {4, 1, 1, 1}, {2, 2, 0, std::nullopt}, {4, std::nullopt, 0, 1}}));
-  EXPECT_EQ(next, (std::vector<Line>{{0, shaFor("E")}, {4, shaFor("D")}}));
-}
-
 TEST(GraphManager, ColumnsPastTheStoredRangeStayAtItsEnd) {
   // More lanes than a stored column can count: the far ones must not wrap round to a
   // negative column, which would read as "no column" and lose the lane's ends.

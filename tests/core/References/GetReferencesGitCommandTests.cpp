@@ -160,21 +160,17 @@ TEST_F(ReferencesRepositoryTest, AheadAndBehindOfTrackingBranches) {
   EXPECT_EQ(cache.entries.size(), 3);
 }
 
+// Each form of the track is read from a real repository above; here counts of two digits
+// and damaged lines.
 TEST(BehindAheadParseTest, ReadsEachFormOfTheTrack) {
   const auto cache = GetBehindAheadInfoGitCommand::parse(
-      "refs/heads/a\t[ahead 2, behind 1]\n"
-      "refs/heads/b\t[behind 3]\n"
-      "refs/heads/c\t[ahead 12]\n"
-      "refs/heads/level\t\n"
+      "refs/heads/a\t[ahead 12, behind 10]\n"
       "refs/heads/none\n"
       "refs/heads/d\t[ahead 1]\textra\n"
       "\n");
-  EXPECT_EQ(cache.info("refs/heads/a"), (BehindAheadInfo{1, 2}));
-  EXPECT_EQ(cache.info("refs/heads/b"), (BehindAheadInfo{3, 0}));
-  EXPECT_EQ(cache.info("refs/heads/c"), (BehindAheadInfo{0, 12}));
-  EXPECT_FALSE(cache.info("refs/heads/level"));
+  EXPECT_EQ(cache.info("refs/heads/a"), (BehindAheadInfo{10, 12}));
   EXPECT_FALSE(cache.info("refs/heads/d"));  // three fields
-  EXPECT_EQ(cache.entries.size(), 3);
+  EXPECT_EQ(cache.entries.size(), 1);
 }
 
 TEST(EmptyRepositoryTest, HasNoReferencesNoRemotesAndNoHead) {

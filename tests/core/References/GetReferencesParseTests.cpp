@@ -35,11 +35,9 @@ TEST(GetReferencesParseTest, LeavesOutWhatIsNoReferenceOfTheList) {
   LogCapture log;
   const QString output =
       QStringList{
-          line("refs/remotes/origin/HEAD"),  // the remote's symbolic HEAD
-          line("refs/remotes/lonely"),       // no slash behind the remote
-          line("refs/stash"),
+          // A remote's HEAD and the stash: left out of a real clone's list (GetReferencesGitCommandTests).
+          line("refs/remotes/lonely"),  // no slash behind the remote
           line("refs/notes/commits"),
-          line("refs/replace/" + kCommit),
           line("refs/heads/ok"),
       }
           .join(QLatin1Char('\n'));

@@ -449,20 +449,34 @@ TEST_F(StartupFlow, OpenTabsAndGeometryComeBackAtTheNextStart) {
   EXPECT_EQ(windows[0]->size(), firstSize);
 }
 
-TEST_F(StartupFlow, CommandLineFoldersAndUrlsOpenTabsAndALaterLaunchFrontsOne) {
+// Folders and URLs on the command line open tabs; a later launch's folder, or an openRepo
+// URL of a remote one of them has, fronts that tab instead of opening another.
+TEST_F(StartupFlow, CommandLineFoldersAndUrlsOpenTabsAndLaterRequestsFrontThem) {
+  alpha().git({"remote", "add", "origin", "https://example.com/ada/alpha.git"});
+  beta().git({"remote", "add", "origin", "https://example.com/ada/beta.git"});
   preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
   auto delegate = launch({alpha().path(), QStringLiteral("github-mac://openRepo/") + beta().path(),
                           QStringLiteral("sourcetree://cloneRepo?cloneUrl=https%3A%2F%2Fexample.com%2Fx.git")});
   JelvDocumentController& documents = delegate->documents();
   ASSERT_TRUE(settle(documents));
   ASSERT_EQ(documents.windows().size(), 1);
-  EXPECT_EQ(tabsOf(*documents.windows().first()), (std::vector<TabView>{{repositoryTab, alpha().path()}, {repositoryTab, beta().path()}}));
+  JelvMainWindow* window = documents.windows().first();
+  EXPECT_EQ(tabsOf(*window), (std::vector<TabView>{{repositoryTab, alpha().path()}, {repositoryTab, beta().path()}}));
+  ASSERT_EQ(window->currentTab(), window->tab(1));
 
-  // A later launch hands its folder over: the open tab comes to the front, no new one.
-  documents.windows().first()->tabWidget()->setCurrentIndex(1);
   delegate->handleArguments({alpha().path()});
-  EXPECT_EQ(documents.windows().first()->tabWidget()->currentIndex(), 0);
-  EXPECT_EQ(documents.windows().first()->tabCount(), 2);
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+  EXPECT_EQ(window->tabCount(), 2);
+
+  window->tabWidget()->setCurrentIndex(1);
+  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/git@example.com:ada/alpha"));
+  ASSERT_TRUE(settle(documents));
+  EXPECT_EQ(window->currentTab(), window->tab(0));
+  // A remote that no open repository has opens nothing.
+  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/https://example.com/ada/gamma"));
+  ASSERT_TRUE(settle(documents));
+  EXPECT_EQ(window->tabCount(), 2);
+  EXPECT_EQ(window->currentTab(), window->tab(0));
 }
 
 TEST_F(StartupFlow, ALaterLaunchWithoutArgumentsReopensAWindowWhenNoneIsLeft) {
@@ -482,26 +496,6 @@ TEST_F(StartupFlow, ALaterLaunchWithoutArgumentsReopensAWindowWhenNoneIsLeft) {
   delegate.handleArguments({});
   ASSERT_EQ(delegate.documents().windows().size(), 1);
   EXPECT_EQ(tabsOf(*delegate.documents().windows().first()), (std::vector<TabView>{{managerTab, {}}}));
-}
-
-TEST_F(StartupFlow, AnOpenRepoUrlWithARemoteFrontsTheTabThatHasIt) {
-  alpha().git({"remote", "add", "origin", "https://example.com/ada/alpha.git"});
-  beta().git({"remote", "add", "origin", "https://example.com/ada/beta.git"});
-  preferences().setDefaultSourceFolder(folder(QStringLiteral("source")));
-  auto delegate = launch({alpha().path(), beta().path()});
-  ASSERT_TRUE(settle(delegate->documents()));
-  JelvMainWindow* window = delegate->documents().windows().first();
-  ASSERT_EQ(window->currentTab(), window->tab(1));
-
-  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/git@example.com:ada/alpha"));
-  ASSERT_TRUE(settle(delegate->documents()));
-  EXPECT_EQ(window->currentTab(), window->tab(0));
-
-  // A remote that no open repository has opens nothing.
-  delegate->handleURLEvent(QStringLiteral("github-mac://openRepo/https://example.com/ada/gamma"));
-  ASSERT_TRUE(settle(delegate->documents()));
-  EXPECT_EQ(window->tabCount(), 2);
-  EXPECT_EQ(window->currentTab(), window->tab(0));
 }
 
 // A damaged repository list is moved aside at start; the user is told where it went.

@@ -41,17 +41,6 @@ struct Editor {
 
 }  // namespace
 
-TEST(MergeResultText, PanesAreAlignedWithServiceLines) {
-  Editor editor;
-  // The conflict takes two rows in every pane: the remote side has two lines.
-  EXPECT_EQ(editor.controller.view(MergeConflictPart::local).text(), "alpha\nbravo local\n\ncharlie\ndelta\necho\n");
-  EXPECT_EQ(editor.controller.view(MergeConflictPart::remote).text(), "alpha\nbravo remote\nbravo 2\ncharlie\ndelta\necho\n");
-  EXPECT_EQ(editor.pane(), "alpha\n--- Merge Conflict ---\n\ncharlie\ndelta\necho\n");
-  EXPECT_EQ(editor.result(), "alpha\ncharlie\ndelta\necho\n");
-  editor.chooseLocal();
-  EXPECT_EQ(editor.pane(), "alpha\nbravo local\n\ncharlie\ndelta\necho\n");
-}
-
 // Each row starts from the conflict resolved to the local side, then applies one edit
 // of the result pane; the result text and the cursor afterwards are checked.
 TEST(MergeResultText, EditsGoThroughTheModel) {

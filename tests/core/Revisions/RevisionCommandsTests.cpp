@@ -149,21 +149,12 @@ TEST_F(RevisionsRepositoryTest, StashOnAMergeKeepsOneParentAndNamesFollowTheRefl
   EXPECT_EQ(shared.value().size(), 2u);
 }
 
-TEST(RevisionDetailsTest, ReadsCommitterAndWholeMessage) {
-  TempRepository repo;
-  repo.commitFile("a", "1", "root");
-  repo.git({"checkout", "-q", "-b", "side"});
-  const QString side = repo.commitFile("b", "1", "side");
-  repo.git({"checkout", "-q", "main"});
-  const QString mainline = repo.commitFile("a", "2", "main");
-  {
-    FixedDates dates("1500000000 +0100", "1600000000 -0500");
-    repo.git({"merge", "-q", "--no-ff", "-m", "Subject line\n\nA message that holds ±. itself", "side"});
-  }
-  const QString merge = repo.headSha();
+TEST_F(RevisionsRepositoryTest, DetailsReadCommitterAndWholeMessage) {
   // A message holding the separator can't be split reliably; it fails cleanly.
-  ASSERT_TRUE(GetRevisionDetailsGitCommand::execute(repo.module(), merge).isError<Error::CannotParse>());
+  repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nA message that holds ±. itself"});
+  ASSERT_TRUE(GetRevisionDetailsGitCommand::execute(repo.module(), repo.headSha()).isError<Error::CannotParse>());
 
+  // The amended merge keeps its author date; the committer date is the amend's.
   repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nBody — ünïcode"});
   const QString amended = repo.headSha();
   const auto result = GetRevisionDetailsGitCommand::execute(repo.module(), amended);
@@ -172,7 +163,7 @@ TEST(RevisionDetailsTest, ReadsCommitterAndWholeMessage) {
   EXPECT_EQ(result.value(), (RevisionDetails{amended,
                                              "Jelv Test",
                                              email,
-                                             QDateTime::fromSecsSinceEpoch(1500000000),
+                                             QDateTime::fromSecsSinceEpoch(1500000200),
                                              "Jelv Test",
                                              email,
                                              result.value().committerDate,

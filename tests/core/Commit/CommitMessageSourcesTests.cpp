@@ -25,8 +25,6 @@ TEST(MergeMessage, PrefillsFromTheMessageGitPreparedForAMerge) {
   // An empty squash message is no message: the merge's stands.
   repo.writeFile(".git/SQUASH_MSG", "\n");
   EXPECT_EQ(readMergeMessage(repo.module())->subject, "Merge branch 'theirs'");
-  repo.writeFile(".git/SQUASH_MSG", "Squashed topic\n\nAll of it\n");
-  EXPECT_EQ(*readMergeMessage(repo.module()), (CommitMessage{"Squashed topic", "All of it"}));
 }
 
 TEST(MergeMessage, ReadsTheSquashMessageOfASquashMerge) {

@@ -53,6 +53,7 @@ TEST(ExportProfilingData, TraceHoldsEachFinishedJobWithItsEvents) {
   EXPECT_EQ(ExportProfilingDataCommand::processId("/other/place/repo"), ExportProfilingDataCommand::processId("/work/one/repo"));
   EXPECT_EQ(static_cast<qint64>(events[0].toObject().value("ts").toDouble()), a->startTime()->toMSecsSinceEpoch() * 1000);
   EXPECT_EQ(static_cast<qint64>(events[5].toObject().value("ts").toDouble()), a->finishTime()->toMSecsSinceEpoch() * 1000);
+  EXPECT_LE(*a->startTime(), *a->finishTime());
 }
 
 TEST(ExportProfilingData, WritesTheFileAndRevealsIt) {

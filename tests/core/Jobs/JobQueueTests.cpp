@@ -43,30 +43,6 @@ TEST(Job, IdsCountUpWrapAtOneThousandAndStayDistinctAcrossThreads) {
   EXPECT_EQ(all.size(), static_cast<size_t>(threads * perThread));
 }
 
-TEST(JobQueue, StatusMovesForwardAndStampsItsTimes) {
-  JobQueue queue;
-  std::latch release(1);
-  auto job = makeJob("Fetch", [&](JobProgress& p) {
-    release.wait();
-    p.update(100, "done", JobProgressState::succeeded);
-  });
-  EXPECT_EQ(job->status(), Job::Status::unknown);
-  queue.schedule(job);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return job->status() == Job::Status::running; }, 5000));
-  EXPECT_TRUE(job->startTime().has_value());
-  EXPECT_FALSE(job->finishTime().has_value());
-  EXPECT_EQ(queue.activeJobsCount(), 1);
-
-  release.count_down();
-  ASSERT_TRUE(queue.waitForDone(5000));
-  EXPECT_EQ(job->status(), Job::Status::finished);
-  ASSERT_TRUE(job->finishTime().has_value());
-  EXPECT_LE(*job->startTime(), *job->finishTime());
-  EXPECT_EQ(queue.activeJobsCount(), 0);
-  // The queue does not judge the outcome; it lives in the progress alone.
-  EXPECT_EQ(job->progress().state(), JobProgressState::succeeded);
-}
-
 TEST(JobQueue, JobsOfOneQueueRunAtTheSameTime) {
   JobQueue queue;
   constexpr int count = 12;  // more than the machine has cores

@@ -217,23 +217,21 @@ TEST(GetRemotesGitCommandTest, ReadsUrlsInConfigurationOrder) {
 
 TEST(GetRemotesParseTest, GathersLinesPerRemoteAndLogsWhatItCannotRead) {
   LogCapture log;
+  // A plain remote's lines are read from a real repository above.
   const auto remotes = GetRemotesGitCommand::parse(
-      "remote.origin.url https://github.com/a/b.git\n"
-      "remote.origin.fetch +refs/heads/*:refs/remotes/origin/*\n"
-      "remote.origin.disableimplicitfetch false\n"
       "garbage line\n"
-      "remote.up.fetch +refs/heads/*:refs/remotes/up/*\n"
+      "remote.up.disableimplicitfetch false\n"
       "remote.up.url ../relative/path\n"
       "remote.up.url https://example.com/second.git\n"
       "remote.gone.fetch +refs/heads/*:refs/remotes/gone/*\n"
       "remote.last.disableimplicitfetch true\n"
       "remote.last.url ssh://git@example.com:2222/x/y.git");
-  ASSERT_EQ(names(remotes), (QStringList{"origin", "up", "last"}));
-  EXPECT_FALSE(remotes[0].disableImplicitFetch);
+  ASSERT_EQ(names(remotes), (QStringList{"up", "last"}));
   // The later url of a remote wins.
-  EXPECT_EQ(remotes[1].repositoryUrl.rawUrlString, "https://example.com/second.git");
-  EXPECT_TRUE(remotes[2].disableImplicitFetch);  // set before the url, kept
-  EXPECT_EQ(remotes[2].repositoryUrl.host, "example.com");
+  EXPECT_EQ(remotes[0].repositoryUrl.rawUrlString, "https://example.com/second.git");
+  EXPECT_FALSE(remotes[0].disableImplicitFetch);
+  EXPECT_TRUE(remotes[1].disableImplicitFetch);  // set before the url, kept
+  EXPECT_EQ(remotes[1].repositoryUrl.host, "example.com");
   EXPECT_TRUE(log.contains("Cannot parse remote config line: 'garbage line'"));
   EXPECT_TRUE(log.contains("Cannot parse remote line 'remote.up.url ../relative/path'"));
   EXPECT_TRUE(GetRemotesGitCommand::parse(QString()).empty());

@@ -18,7 +18,7 @@
 #include "Controllers/Sheets/OperationSheetController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
 #include "Repository/RepositoryController.h"
-#include "app/Sheets/RepositoryTab.h"
+#include "support/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {

@@ -31,7 +31,7 @@
 #include "UI/CustomCommands/EditCustomCommandActionWindowController.h"
 #include "UI/CustomCommands/EditCustomCommandWindowController.h"
 #include "UI/JelvDocument.h"
-#include "app/Sheets/RepositoryTab.h"
+#include "support/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {

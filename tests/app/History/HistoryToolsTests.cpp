@@ -28,7 +28,7 @@
 #include "Controls/ChangedFilesView.h"
 #include "Controls/ContentView/FileContentView.h"
 #include "Controls/FileDiffView/FileDiffView.h"
-#include "app/Sheets/RepositoryTab.h"
+#include "support/RepositoryTab.h"
 #include "support/TempRepository.h"
 
 namespace {

@@ -21,7 +21,7 @@
 #include "Controllers/Sheets/RemoteController.h"
 #include "Controllers/Sheets/StashSheetController.h"
 #include "Controllers/Sidebar/RepositorySidebar.h"
-#include "app/Sheets/RepositoryTab.h"
+#include "support/RepositoryTab.h"
 #include "support/TempRepository.h"
 #include "support/Widgets.h"
 

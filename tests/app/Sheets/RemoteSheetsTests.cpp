@@ -35,7 +35,7 @@
 #include "Jobs/JobQueue.h"
 #include "Services/Preferences.h"
 #include "UI/Appearance.h"
-#include "app/Sheets/RepositoryTab.h"
+#include "support/RepositoryTab.h"
 #include "support/GitHttpServer.h"
 #include "support/TempRepository.h"
 #include "support/Widgets.h"

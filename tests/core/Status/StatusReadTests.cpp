@@ -55,8 +55,6 @@ TEST_F(StatusReadTest, EveryKindOfChangeInOneWorkingTree) {
   repo.writeFile(withNewline, "untracked\n");
   repo.writeFile("deep/er/untracked.txt", "x\n");
   repo.writeFile("build.log", "ignored\n");
-  repo.writeFile("both.txt.~LOCAL", "merge tool side\n");
-  repo.writeFile("both.txt.~REMOTE", "merge tool side\n");
 
   const QStringList tracked{"unstaged changed 'becomes-link'",
                             "unstaged modified 'both.txt'",

@@ -55,7 +55,6 @@ TEST(MergeConflictModel, Operations) {
       {"select a line", {select(L(1))}, "L2\n", {false, true, false}},
       {"select twice changes nothing", {select(L(1)), select(L(1))}, "L2\n", {false, true, false}},
       {"selection order is result order", {select(R0), select(L(0))}, "R1\nL1\n", {true, false, true}},
-      {"choose local", {local}, "L1\nL2\n", {true, true, false}},
       {"choose remote after local", {local, remote}, "R1\n", {false, false, true}},
       {"choose keeps none of an edit", {local, typeX, local}, "L1\nL2\n", {true, true, false}},
       {"clear", {local, [](Conflict& c) { c.clear(); }}, QString(), {false, false, false}},

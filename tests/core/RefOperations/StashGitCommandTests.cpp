@@ -68,7 +68,6 @@ TEST(StashGitCommandTest, PartialStashLeavesTheOtherFilesAsTheyWere) {
   EXPECT_FALSE(stashed.contains("c.txt"));
 
   const GitVoidResult unknown = StashGitCommand::savePaths(repo.module(), "x", {"no such file"});
-  ASSERT_TRUE(unknown.isFailure());
   EXPECT_TRUE(unknown.isError<Error::GitUnknownError>());
 }
 

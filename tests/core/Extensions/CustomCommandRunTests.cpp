@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 #include <thread>
 
@@ -119,15 +120,27 @@ TEST_F(CustomCommandProcess, FailuresSayWhatWentWrong) {
   EXPECT_EQ(progress.state(), JobProgressState::failed);
 }
 
+// Whether a "sleep" runs in the folder. A cancel while the script is still forking its
+// child would reach only the script, and the orphan would hold the output pipe open.
+bool sleepRunsIn(const QString& folder) {
+  for (const QString& pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+    QFile comm("/proc/" + pid + "/comm");
+    if (comm.open(QIODevice::ReadOnly) && comm.readAll() == "sleep\n" && QFileInfo("/proc/" + pid + "/cwd").symLinkTarget() == folder)
+      return true;
+  }
+  return false;
+}
+
 // Cancelling the job stops the program and whatever it started, at once.
 TEST_F(CustomCommandProcess, CancelStopsTheProgram) {
   repo.commitFile("a.txt", "a\n", "first");
-  repo.writeExecutable("slow.sh", "#!/bin/sh\ntouch started\nsleep 30\necho finished > done.txt\n");
+  repo.writeExecutable("slow.sh", "#!/bin/sh\nsleep 30\necho finished > done.txt\n");
   QElapsedTimer timer;
   timer.start();
   std::optional<GitResult<ShellStringResponse>> result;
   std::thread job([&] { result = run("$path/slow.sh", "", "repository"); });
-  while (!QFile::exists(repo.path() + "/started") && timer.elapsed() < 10000) QThread::msleep(20);
+  const QString folder = QDir(repo.path()).canonicalPath();
+  while (!sleepRunsIn(folder) && timer.elapsed() < 10000) QThread::msleep(20);
   progress.cancel();
   job.join();
   ASSERT_TRUE(result.has_value());

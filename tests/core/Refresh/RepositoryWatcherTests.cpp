@@ -118,17 +118,4 @@ TEST_F(RepositoryWatcherTest, WhatTheApplicationsOwnOperationsChangeIsNotNews) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return changed.count() == 1; }, 3000));
 }
 
-TEST(RepositoryStatusManager, TheStatusReadAtOpenIsNotReadAgainByTheTimer) {
-  TempRepository repo;
-  repo.commitFile("a.txt", "one\n", "first");
-  RepositoryController controller{repo.module(), std::make_shared<JobQueue>()};
-  RepositoryStatusManager manager;
-  manager.setRepository(&controller);
-  controller.refresh();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return !controller.isRefreshing(); }, 30000));
-  ASSERT_TRUE(controller.repositoryStatus());
-  EXPECT_TRUE(manager.lastUpdateTime());
-  EXPECT_FALSE(manager.tick());
-}
-
 }  // namespace

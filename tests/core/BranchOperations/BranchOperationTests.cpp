@@ -171,8 +171,6 @@ TEST(RemoteBranchOperations, TwinFastForwardTrackingAndRenameOnTheRemote) {
   origin.git({q("branch"), q("topic")});
   TempRepository clone(false, q("clone"));
   runProgram(q("git"), {q("clone"), q("-q"), origin.path(), clone.path()});
-  clone.git({q("config"), q("user.email"), q("t@example.com")});
-  clone.git({q("config"), q("user.name"), q("T")});
   const QString moved = origin.commitFile(q("a.txt"), "a\nb\n", q("second"));
   clone.git({q("fetch"), q("-q")});
   clone.git({q("checkout"), q("-q"), q("-b"), q("work")});

@@ -19,31 +19,25 @@ TEST_F(RegistryTest, BlankPathsAddNothingAndPathsAreTrimmed) {
   EXPECT_FALSE(settings->repositoryItemExists("/src/alpha/"));
 }
 
-TEST_F(RegistryTest, AddingAKnownPathOnlyTouchesLastOpened) {
-  const auto id = settings->addRepository("/src/alpha");
-  ASSERT_TRUE(id);
-  const int64_t category = settings->createCategory("Work", std::nullopt);
-  settings->renameRepository(*id, "Alpha (mine)");
-  settings->setRepositoryColorTag(*id, 3);
-  settings->moveRepository(*id, category);
-
-  advance(3600);
-  // Another root would give other categories to a new row; a known row keeps its own.
-  EXPECT_EQ(settings->addRepository("/src/alpha", "/"), id);
-  const auto repositories = settings->getRepositories();
-  ASSERT_EQ(repositories.size(), 1u);
-  EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/src/alpha", "Alpha (mine)", clock, category, "Work", 3}));
-  EXPECT_EQ(settings->getCategories().size(), 1u);
-}
-
-TEST_F(RegistryTest, ANewRowIsNamedByItsFolderWithNoTagAndAHandAdditionHasNoCategory) {
+TEST_F(RegistryTest, ANewRowIsNamedByItsFolderAndAddingItAgainOnlyTouchesLastOpened) {
   clock = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 678), Qt::UTC);
   const auto id = settings->addRepository("/home/ada/src/parser");
+  ASSERT_EQ(settings->getRepositories().size(), 1u);
+  EXPECT_EQ(*settings->getRepositories()[0], (RepositoryRecord{*id, "/home/ada/src/parser", "parser", clock, {}, {}, {}}));
+  // A hand addition has no category nor tag; the last opening is stored as UTC text with milliseconds.
+  EXPECT_EQ(rows("SELECT FKCategoryId, colorTag, lastOpened FROM repositories"), QStringList{"NULL|NULL|2024-01-02T03:04:05.678"});
+
+  const int64_t category = settings->createCategory("Work", std::nullopt);
+  settings->renameRepository(*id, "Parser (mine)");
+  settings->setRepositoryColorTag(*id, 3);
+  settings->moveRepository(*id, category);
+  advance(3600);
+  // Another root would give other categories to a new row; a known row keeps its own.
+  EXPECT_EQ(settings->addRepository("/home/ada/src/parser", "/"), id);
   const auto repositories = settings->getRepositories();
   ASSERT_EQ(repositories.size(), 1u);
-  EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/home/ada/src/parser", "parser", clock, {}, {}, {}}));
-  // The last opening is stored as UTC text with milliseconds.
-  EXPECT_EQ(rows("SELECT FKCategoryId, colorTag, lastOpened FROM repositories"), QStringList{"NULL|NULL|2024-01-02T03:04:05.678"});
+  EXPECT_EQ(*repositories[0], (RepositoryRecord{*id, "/home/ada/src/parser", "Parser (mine)", clock, category, "Work", 3}));
+  EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
 TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategory) {

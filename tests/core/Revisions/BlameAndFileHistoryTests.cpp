@@ -13,24 +13,39 @@ void commitAs(TempRepository& repo, const QString& author, const QString& messag
   repo.git({"commit", "-q", "-a", "--author=" + author + " <" + author.toLower() + "@example.org>", "-m", message});
 }
 
-TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
-  TempRepository repo;
-  repo.writeFile("öld name.txt", "one\ntwo\nthree\nfour\n");
-  repo.git({"add", "."});
-  commitAs(repo, "Ada", "Write four lines");
-  const QString first = repo.headSha();
-  repo.writeFile("öld name.txt", "one\nTWO\nthree\nFOUR\n");
-  commitAs(repo, "Ben", "Shout two and four");
-  const QString second = repo.headSha();
-  repo.git({"mv", "öld name.txt", "nëw name.txt"});
-  commitAs(repo, "Cy", "Rename");
+// One file across a rename to a non-ASCII name: Ada writes four lines, Ben changes the
+// second and fourth, Cy renames it and Ada adds a fifth; an unrelated commit on the way and
+// a file beside it at the end.
+class FileHistoryRepository : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    repo.writeFile("dir/öld name.txt", "one\ntwo\nthree\nfour\n");
+    repo.git({"add", "."});
+    commitAs(repo, "Ada", "Create");
+    first = repo.headSha();
+    repo.commitFile("other.txt", "x\n", "Unrelated");
+    repo.writeFile("dir/öld name.txt", "one\nTWO\nthree\nFOUR\n");
+    commitAs(repo, "Ben", "Shout two and four");
+    second = repo.headSha();
+    repo.git({"mv", "dir/öld name.txt", "dir/nëw name.txt"});
+    commitAs(repo, "Cy", "Rename");
+    repo.writeFile("dir/nëw name.txt", "one\nTWO\nthree\nFOUR\nfive\n");
+    commitAs(repo, "Ada", "Grow again");
+    fifth = repo.headSha();
+    repo.commitFile("dir/sub/c.txt", "c\n", "Beside it");
+  }
 
-  const auto result = GetBlameGitCommand::execute(repo.module(), "HEAD", "nëw name.txt");
+  TempRepository repo;
+  QString first, second, fifth;
+};
+
+TEST_F(FileHistoryRepository, BlameOfInterleavedAuthorsAcrossARenameSharesOneInfoPerCommit) {
+  const auto result = GetBlameGitCommand::execute(repo.module(), "HEAD", "dir/nëw name.txt");
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
   const BlameChunkList& chunks = result.value();
-  ASSERT_EQ(chunks.size(), 4u);
-  const QStringList expected = {first, second, first, second};
-  for (int i = 0; i < 4; ++i) {
+  ASSERT_EQ(chunks.size(), 5u);
+  const QStringList expected = {first, second, first, second, fifth};
+  for (int i = 0; i < 5; ++i) {
     EXPECT_EQ(chunks[i].lineNumber, i + 1);
     EXPECT_EQ(chunks[i].lineCount, 1);
     EXPECT_EQ(chunks[i].revisionInfo->sha, expected[i]) << i;
@@ -43,11 +58,11 @@ TEST(Blame, InterleavedAuthorsAcrossARenameShareOneInfoPerCommit) {
   EXPECT_FALSE(chunks[1].revisionInfo->authorMail.contains('<'));
   EXPECT_TRUE(chunks[1].revisionInfo->authorDate.isValid());
 
-  // Each commit names the one before it and the file's name there (quoted by git, as it
+  // Each commit names its parent and the file's name there (quoted by git, as it
   // is not ASCII), so the blame before a change follows the rename back.
   EXPECT_FALSE(chunks[0].revisionInfo->previous.has_value());
   ASSERT_TRUE(chunks[1].revisionInfo->previous.has_value());
-  EXPECT_EQ(*chunks[1].revisionInfo->previous, (BlameArgs{first, "öld name.txt"}));
+  EXPECT_EQ(*chunks[1].revisionInfo->previous, (BlameArgs{repo.git({"rev-parse", second + "~1"}).trimmed(), "dir/öld name.txt"}));
   const BlameArgs& before = *chunks[1].revisionInfo->previous;
   const auto older = GetBlameGitCommand::execute(repo.module(), before.sha, before.filepath);
   ASSERT_TRUE(older.isSuccess());
@@ -83,40 +98,31 @@ QStringList subjects(const std::vector<RevisionWithFiles>& entries) {
   return result;
 }
 
-TEST(FileHistory, FollowsTheFileBackPastItsRename) {
-  TempRepository repo;
-  repo.commitFile("dir/a.txt", "1\n", "Create");
-  repo.commitFile("other.txt", "x\n", "Unrelated");
-  repo.commitFile("dir/a.txt", "1\n2\n", "Grow");
-  repo.git({"mv", "dir/a.txt", "dir/b ë.txt"});
-  repo.commit("Rename");
-  repo.commitFile("dir/b ë.txt", "1\n2\n3\n", "Grow again");
-  repo.commitFile("dir/sub/c.txt", "c\n", "Beside it");
-
-  const auto result = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt");
+TEST_F(FileHistoryRepository, FileHistoryFollowsTheFileBackPastItsRename) {
+  const auto result = GetFileHistoryGitCommand::execute(repo.module(), "dir/nëw name.txt");
   ASSERT_TRUE(result.isSuccess());
-  EXPECT_EQ(subjects(result.value()), (QStringList{"Grow again", "Rename", "Grow", "Create"}));
+  EXPECT_EQ(subjects(result.value()), (QStringList{"Grow again", "Rename", "Shout two and four", "Create"}));
   const auto& rename = result.value()[1].changedFiles;
   ASSERT_EQ(rename.size(), 1u);
   EXPECT_EQ(rename[0]->changeType, ChangeType::renamed);
-  EXPECT_EQ(rename[0]->oldPath, "dir/a.txt");
-  EXPECT_EQ(rename[0]->path, "dir/b ë.txt");
-  EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, "dir/a.txt");
+  EXPECT_EQ(rename[0]->oldPath, "dir/öld name.txt");
+  EXPECT_EQ(rename[0]->path, "dir/nëw name.txt");
+  EXPECT_EQ(result.value()[3].changedFiles.at(0)->path, "dir/öld name.txt");
   // Revisions of one author share one identity.
   EXPECT_EQ(result.value()[0].revision->authorIdentity(), result.value()[3].revision->authorIdentity());
 
   // A folder's history is everything under it, each commit with its files there.
   const auto folder = GetFileHistoryGitCommand::execute(repo.module(), "dir/");
   ASSERT_TRUE(folder.isSuccess());
-  EXPECT_EQ(subjects(folder.value()), (QStringList{"Beside it", "Grow again", "Rename", "Grow", "Create"}));
+  EXPECT_EQ(subjects(folder.value()), (QStringList{"Beside it", "Grow again", "Rename", "Shout two and four", "Create"}));
   EXPECT_EQ(folder.value()[0].changedFiles.at(0)->path, "dir/sub/c.txt");
   EXPECT_EQ(folder.value()[2].changedFiles.at(0)->changeType, ChangeType::renamed);
 
   // A limiting revision narrows it.
-  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", "HEAD~2");
+  const auto limited = GetFileHistoryGitCommand::execute(repo.module(), "dir/nëw name.txt", "HEAD~2");
   ASSERT_TRUE(limited.isSuccess());
   EXPECT_EQ(limited.value().size(), 3u);
-  EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/b ë.txt", "no-such-branch").isFailure());
+  EXPECT_TRUE(GetFileHistoryGitCommand::execute(repo.module(), "dir/nëw name.txt", "no-such-branch").isFailure());
 }
 
 // "path/" for a folder, "path@sha" for a submodule's commit.

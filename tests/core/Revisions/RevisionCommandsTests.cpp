@@ -6,6 +6,7 @@
 #include "Git/Commands/Revision/GetRevisionInfosGitCommand.h"
 #include "Git/Commands/Revision/GetRevisionsGitCommand.h"
 #include "Git/Commands/Revision/GetStashesGitCommand.h"
+#include "Git/Commands/Revision/RevisionSearchGitCommand.h"
 #include "Jobs/JobProgress.h"
 #include "RevisionsTestSupport.h"
 #include "Services/Preferences.h"
@@ -99,21 +100,29 @@ TEST_F(RevisionsRepositoryTest, ProgressGetsAStopwatchAndCancellationStopsTheRea
   EXPECT_TRUE(GetRevisionsGitCommand::execute(repo.module(), true, false, canceled).isError<Error::Canceled>());
 }
 
-TEST(RevisionsFailureTest, EmptyRepositoryFailsAndLongHistoryStreams) {
+TEST(RevisionsFailureTest, EmptyRepositoryFailsAndLongHistoryStreamsAndStopsASearchAtAThousand) {
   TempRepository empty;
   JobProgress progress;
   EXPECT_TRUE(GetRevisionsGitCommand::execute(empty.module(), true, false, progress).isError<Error::GitUnknownError>());
   const GitModule gone{empty.path() + "/missing", empty.path() + "/missing/.git", std::nullopt};
   EXPECT_TRUE(GetRevisionsGitCommand::execute(gone, true, false, progress).isError<Error::GitWorkingDirectoryNotExists>());
 
-  // 1500 commits pass through many reader chunks; the count and order hold.
+  // 1100 commits pass through many reader chunks; the count and order hold. A search that
+  // matches them all gives the first thousand.
   TempRepository big;
-  importLinearHistory(big, 1500, "");
+  importLinearHistory(big, 1100, "match ");
   auto result = GetRevisionsGitCommand::execute(big.module(), true, false, progress);
   ASSERT_TRUE(result.isSuccess());
-  ASSERT_EQ(result.value().size(), 1500u);
-  EXPECT_EQ(result.value().front()->authorTime(), 1600001500);
+  ASSERT_EQ(result.value().size(), 1100u);
+  EXPECT_EQ(result.value().front()->authorTime(), 1600001100);
   EXPECT_TRUE(result.value().back()->parents().empty());
+  QStringList found;
+  ASSERT_TRUE(RevisionSearchGitCommand::execute(
+                  big.module(), {RevisionSearchType::message, RevisionSearchScope::currentBranch, "MATCH"},
+                  [&](RevisionWithFiles match) { found << match.revision->message(); }, nullptr)
+                  .isSuccess());
+  EXPECT_EQ(found.size(), RevisionSearchGitCommand::maxCount);
+  EXPECT_EQ(found.front(), "match 1100");
 }
 
 TEST_F(RevisionsRepositoryTest, StashOnAMergeKeepsOneParentAndNamesFollowTheReflog) {

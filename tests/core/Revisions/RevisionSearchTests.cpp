@@ -1,4 +1,4 @@
-// The commit search on real histories: every search type, both scopes, the limit, and
+// The commit search on real histories: every search type, both scopes, and
 // the walk that turns streamed matches into rows of the list.
 #include <gtest/gtest.h>
 
@@ -93,22 +93,6 @@ TEST_F(SearchHistory, FileSearchesCarryTheirFilesUpToTheLastRecord) {
                   repo.module(), {RevisionSearchType::message, RevisionSearchScope::repository, "[unclosed"},
                   [](RevisionWithFiles) {}, nullptr)
                   .isFailure());
-}
-
-TEST(RevisionSearchLimit, MoreThanAThousandMatchesGiveTheFirstThousand) {
-  TempRepository big;
-  importLinearHistory(big, 1100, "match ");
-  int count = 0;
-  QString first;
-  const auto result = RevisionSearchGitCommand::execute(
-      big.module(), {RevisionSearchType::message, RevisionSearchScope::currentBranch, "MATCH"},
-      [&](RevisionWithFiles match) {
-        if (count++ == 0) first = match.revision->message();
-      },
-      nullptr);
-  ASSERT_TRUE(result.isSuccess());
-  EXPECT_EQ(count, RevisionSearchGitCommand::maxCount);
-  EXPECT_EQ(first, "match 1100");
 }
 
 TEST(RevisionSearchWalk, MatchesBecomeRowsWalkingOnFromTheLast) {

@@ -74,6 +74,8 @@ TEST(CustomCommandRunner, NoParametersIsNoArgument) {
 
 class CustomCommandProcess : public ::testing::Test {
  protected:
+  void SetUp() override { repo.commitFile("a.txt", "a\n", "first"); }
+
   TempRepository repo{true, QStringLiteral("ré po")};
   JobProgress progress;
 
@@ -89,7 +91,6 @@ class CustomCommandProcess : public ::testing::Test {
 // The program runs in the work tree with the replaced arguments; what it prints reaches
 // the job's output and the response.
 TEST_F(CustomCommandProcess, RunsInTheWorkTreeWithTheReplacedArguments) {
-  repo.commitFile("a.txt", "a\n", "first");
   repo.writeExecutable("tool.sh", "#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"$@\" > got.txt\necho done; echo careful >&2\n");
   const auto result = run("$path/tool.sh", "$sha $reponame  $SHA");
   ASSERT_TRUE(result) << describe(result.error()).toStdString();
@@ -106,7 +107,6 @@ TEST_F(CustomCommandProcess, RunsInTheWorkTreeWithTheReplacedArguments) {
 // A program that is missing, or ends with a failing status, fails with words that say so
 // and what it printed.
 TEST_F(CustomCommandProcess, FailuresSayWhatWentWrong) {
-  repo.commitFile("a.txt", "a\n", "first");
   const auto missing = run("$path/nothing-here.sh", "", "repository");
   ASSERT_TRUE(missing.isFailure());
   EXPECT_TRUE(describe(missing.error()).contains("nothing-here.sh")) << describe(missing.error()).toStdString();
@@ -133,7 +133,6 @@ bool sleepRunsIn(const QString& folder) {
 
 // Cancelling the job stops the program and whatever it started, at once.
 TEST_F(CustomCommandProcess, CancelStopsTheProgram) {
-  repo.commitFile("a.txt", "a\n", "first");
   repo.writeExecutable("slow.sh", "#!/bin/sh\nsleep 30\necho finished > done.txt\n");
   QElapsedTimer timer;
   timer.start();

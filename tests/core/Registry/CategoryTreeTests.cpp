@@ -92,17 +92,23 @@ TEST_F(RegistryTest, TreeShowsScanCategoriesAndOrphanedRowsAtTheTopLevel) {
   EXPECT_EQ(directory->record.parentId, -1);
 }
 
+// The recent list is newest first with never-opened rows last; the section shows five.
 TEST_F(RegistryTest, RecentSectionHoldsTheFiveLastOpened) {
   for (int i = 0; i < 7; ++i) {
     settings->addRepository(QStringLiteral("/s/r%1").arg(i));
     advance(10);
   }
+  execute("INSERT INTO repositories (reposityryName, repositoryPath) VALUES ('never', '/s/never')");
+  settings->addRepository("/s/r1");  // opened again
+  QStringList recent;
+  for (const auto& record : settings->getRecentRepositories()) recent << record->name;
+  EXPECT_EQ(recent, (QStringList{"r1", "r6", "r5", "r4", "r3", "r2", "r0", "never"}));
   const auto tree = RepositoryManagerTree::load(*settings);
   EXPECT_EQ(tree.recent->title, "Recent Repositories");
-  EXPECT_EQ(describe(*tree.recent), (QStringList{"r6", "r5", "r4", "r3", "r2"}));
+  EXPECT_EQ(describe(*tree.recent), (QStringList{"r1", "r6", "r5", "r4", "r3"}));
   const auto* item = dynamic_cast<const RepositoryManagerRepositoryItem*>(tree.recent->children[0].get());
   ASSERT_NE(item, nullptr);
-  EXPECT_EQ(item->record->repositoryPath, "/s/r6");
+  EXPECT_EQ(item->record->repositoryPath, "/s/r1");
 }
 
 TEST(RepositoryManagerTreeTest, CategoriesThatFormALoopInADamagedFileAreShownAtTheTopLevel) {

@@ -40,7 +40,7 @@ TEST_F(RegistryTest, ANewRowIsNamedByItsFolderAndAddingItAgainOnlyTouchesLastOpe
   EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
-TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategory) {
+TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategoryAndDeletingLeavesCategories) {
   const int64_t work = settings->createCategory("Work", std::nullopt);
   for (const char* path : {"/s/beta", "/s/Alpha", "/s/gamma", "/s/Delta"}) settings->addRepository(path);
   const auto delta = settings->getRepositories()[2];
@@ -53,18 +53,13 @@ TEST_F(RegistryTest, ListsSortByNameWithoutRegardToCaseAndIncludeEveryCategory) 
   EXPECT_EQ(inWork[0]->name, "Delta");
   EXPECT_EQ(inWork[0]->categoryName, "Work");
   EXPECT_FALSE(settings->getRepositories()[0]->categoryName.has_value());
-}
 
-TEST_F(RegistryTest, RecentListIsNewestFirstWithNeverOpenedRowsLast) {
-  settings->addRepository("/s/old");
-  advance(60);
-  settings->addRepository("/s/new");
-  advance(60);
-  settings->addRepository("/s/old");  // opened again
-  execute("INSERT INTO repositories (reposityryName, repositoryPath) VALUES ('never', '/s/never')");
-  advance(60);
-  settings->addRepository("/s/newest");
-  EXPECT_EQ(names(settings->getRecentRepositories()), (QStringList{"newest", "old", "new", "never"}));
+  // Deleting one or all rows leaves the categories.
+  settings->deleteRepository(delta->id);
+  EXPECT_EQ(names(settings->getRepositories()), (QStringList{"Alpha", "beta", "gamma"}));
+  settings->deleteAllRepositories();
+  EXPECT_TRUE(settings->getRepositories().empty());
+  EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
 TEST_F(RegistryTest, RepositoryInfoComesFromTheRowOrFromThePath) {
@@ -79,18 +74,6 @@ TEST_F(RegistryTest, RepositoryInfoComesFromTheRowOrFromThePath) {
 
   settings->setRepositoryColorTag(*id, std::nullopt);
   EXPECT_FALSE(settings->getRepositoryInfo(known).colorTag.has_value());
-}
-
-TEST_F(RegistryTest, DeletingOneOrAllRowsLeavesCategories) {
-  const auto alpha = settings->addRepository("/s/alpha");
-  settings->addRepository("/s/beta");
-  settings->createCategory("Work", std::nullopt);
-
-  settings->deleteRepository(*alpha);
-  EXPECT_EQ(names(settings->getRepositories()), QStringList{"beta"});
-  settings->deleteAllRepositories();
-  EXPECT_TRUE(settings->getRepositories().empty());
-  EXPECT_EQ(settings->getCategories().size(), 1u);
 }
 
 TEST_F(RegistryTest, ScanRootTurnsFoldersIntoAChainOfCategoriesSharedBySiblings) {

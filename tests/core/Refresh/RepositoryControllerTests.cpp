@@ -67,21 +67,6 @@ TEST_F(RepositoryControllerTest, ACommitFromOutsideReachesTheNextSnapshot) {
   EXPECT_NE(before->references.head, sha);
 }
 
-TEST_F(RepositoryControllerTest, TheChangedFilesBitAloneRunsOnlyTheStatusRead) {
-  const RepositoryDataPtr data = controller.repositoryData();
-  repo.writeFile("a.txt", "changed\n");
-  LaunchRecorder launches;
-  QSignalSpy dataUpdated(&controller, &RepositoryController::repositoryDataUpdated);
-  controller.invalidate(Subdomain::changedFiles());
-  ASSERT_TRUE(waitUntilIdle(controller));
-
-  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
-  // The working tree alone: neither the state nor anything of the data side.
-  EXPECT_EQ(launches.subcommands(), (QStringList{"status"}));
-  EXPECT_EQ(dataUpdated.count(), 0);
-  EXPECT_EQ(controller.repositoryData(), data);
-}
-
 TEST_F(RepositoryControllerTest, TwoQuickRefreshesLeaveOneFinishedJobThatHonoursBoth) {
   const size_t jobsBefore = refreshJobs(*queue).size();
   repo.git({"tag", "v1"});
@@ -179,15 +164,22 @@ TEST(RepositoryController, AStatusAskedForBeforeTheFirstDataStillKnowsTheSubmodu
   EXPECT_NE((*found)->changedSubmodule(), nullptr);
 }
 
-TEST_F(RepositoryControllerTest, ARefreshOfTheChangedFilesAloneKeepsTheState) {
+TEST_F(RepositoryControllerTest, TheChangedFilesBitAloneRunsOnlyTheStatusReadAndKeepsTheState) {
+  const RepositoryDataPtr data = controller.repositoryData();
   ASSERT_TRUE(controller.repositoryStatus()->repositoryState.is<RepositoryState::Ok>());
 
   // A revert stopped half-way, and a file changed.
   repo.writeFile(".git/REVERT_HEAD", (repo.headSha() + "\n").toUtf8());
   repo.writeFile("a.txt", "changed\n");
-  controller.refreshRepository(Subdomain::changedFiles());
+  LaunchRecorder launches;
+  QSignalSpy dataUpdated(&controller, &RepositoryController::repositoryDataUpdated);
+  controller.invalidate(Subdomain::changedFiles());
   ASSERT_TRUE(waitUntilIdle(controller));
   EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  // The working tree alone: neither the state nor anything of the data side.
+  EXPECT_EQ(launches.subcommands(), (QStringList{"status"}));
+  EXPECT_EQ(dataUpdated.count(), 0);
+  EXPECT_EQ(controller.repositoryData(), data);
   EXPECT_TRUE(controller.repositoryStatus()->repositoryState.is<RepositoryState::Ok>());
 
   controller.refreshRepository(Subdomain::repositoryState());

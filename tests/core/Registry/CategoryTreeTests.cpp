@@ -39,16 +39,6 @@ class CategoryMoveTest : public CategoriesTest {
   int64_t aGrandchild = 0;
 };
 
-TEST_F(CategoryMoveTest, MovingACategoryIntoItselfOrItsDescendantsIsRefusedAndChangesNothing) {
-  const QStringList before = rows("SELECT * FROM categories ORDER BY categoryId");
-  EXPECT_FALSE(settings->moveRepositoryCategory(a, a, 0));
-  EXPECT_FALSE(settings->moveRepositoryCategory(a, a1, std::nullopt));
-  EXPECT_FALSE(settings->moveRepositoryCategory(a, aGrandchild, 1));
-  EXPECT_EQ(rows("SELECT * FROM categories ORDER BY categoryId"), before);
-  // Moving a descendant upwards is fine.
-  EXPECT_TRUE(settings->moveRepositoryCategory(aGrandchild, a, std::nullopt));
-}
-
 TEST_F(CategoryMoveTest, NoIndexPutsTheMovedOneBehindAllSiblings) {
   EXPECT_TRUE(settings->moveRepositoryCategory(a, b, std::nullopt));
   EXPECT_TRUE(settings->moveRepositoryCategory(c, b, std::nullopt));

@@ -86,7 +86,9 @@ TEST_F(DropTest, DroppingOntoAFolderFilesTheEntryInside) {
   EXPECT_EQ(categoryOf(loose), std::optional<int64_t>(a));
 }
 
+// Moving a category up out of its parent is fine: DroppingACategoryAboveOrBelowASibling...
 TEST_F(DropTest, RefusedDropsChangeNothing) {
+  const int64_t aGrandchild = makeCategory("A1x", a1);
   const QStringList before = rows("SELECT * FROM categories ORDER BY categoryId");
   const QStringList repositoriesBefore = rows("SELECT * FROM repositories ORDER BY repositoryId");
   EXPECT_FALSE(Drop::apply(*settings, category(a), category(a1), Position::onItem));
@@ -96,6 +98,10 @@ TEST_F(DropTest, RefusedDropsChangeNothing) {
   EXPECT_FALSE(Drop::apply(*settings, repository(loose), {Kind::recentRepository, inA}, Position::onItem));
   EXPECT_FALSE(Drop::apply(*settings, topLevel, category(a), Position::onItem));
   EXPECT_FALSE(Drop::apply(*settings, repository(loose), category(9999), Position::onItem));
+  // Into itself or a descendant further down, at an index or none.
+  EXPECT_FALSE(settings->moveRepositoryCategory(a, a, 0));
+  EXPECT_FALSE(settings->moveRepositoryCategory(a, aGrandchild, 1));
+  EXPECT_FALSE(settings->moveRepositoryCategory(a, a1, std::nullopt));
   EXPECT_EQ(rows("SELECT * FROM categories ORDER BY categoryId"), before);
   EXPECT_EQ(rows("SELECT * FROM repositories ORDER BY repositoryId"), repositoriesBefore);
 

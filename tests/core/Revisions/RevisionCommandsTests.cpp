@@ -63,6 +63,13 @@ TEST_F(RevisionsRepositoryTest, ReadsEverythingReachableFromHeadBranchesRemotesA
   ASSERT_TRUE(byDate.isSuccess());
   EXPECT_EQ(shas(byDate.value()),
             repo.git({"rev-list", "HEAD", "--branches", "--remotes", "--tags", "--date-order"}).split('\n', Qt::SkipEmptyParts));
+
+  // The longest list the user allows.
+  Preferences::shared().setValue("maxCommitCount", 4);
+  auto limited = read();
+  Preferences::shared().remove("maxCommitCount");
+  ASSERT_TRUE(limited.isSuccess());
+  EXPECT_EQ(limited.value().size(), 4u);
 }
 
 TEST_F(RevisionsRepositoryTest, ReflogAddsWhatOnlyTheReflogReaches) {
@@ -73,14 +80,6 @@ TEST_F(RevisionsRepositoryTest, ReflogAddsWhatOnlyTheReflogReaches) {
   ASSERT_TRUE(without.isSuccess() && with.isSuccess());
   EXPECT_FALSE(shas(without.value()).contains(dropped));
   EXPECT_TRUE(shas(with.value()).contains(dropped));
-}
-
-TEST_F(RevisionsRepositoryTest, MaxCommitCountLimitsTheList) {
-  Preferences::shared().setValue("maxCommitCount", 4);
-  auto result = read();
-  Preferences::shared().remove("maxCommitCount");
-  ASSERT_TRUE(result.isSuccess());
-  EXPECT_EQ(result.value().size(), 4u);
 }
 
 TEST_F(RevisionsRepositoryTest, ProgressGetsAStopwatchAndCancellationStopsTheRead) {

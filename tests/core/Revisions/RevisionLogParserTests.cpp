@@ -9,6 +9,13 @@
 namespace {
 
 const QString kFormat = "--pretty=format:%H%n%T%n%P%n%an%n%ae%n%at%n%s";
+const QByteArray kSha = "0123456789abcdef0123456789abcdef01234567";
+const QByteArray kTree = "89abcdef0123456789abcdef0123456789abcdef";
+
+// One record as the format prints it; a stash record has its reflog name before the subject.
+QByteArray record(const QByteArray& sha, const QByteArray& parents, const QByteArray& time, const QByteArray& subject = "subject") {
+  return QByteArrayList{sha, kTree, parents, "Name", "mail@example.org", time, subject}.join('\n');
+}
 
 // A root, a merge and an octopus, an empty subject in the middle and on the root of a
 // second history, a non-ASCII author.
@@ -93,12 +100,7 @@ TEST_F(HistoryOutputTest, TruncatedOutputKeepsTheCompleteRecords) {
 }
 
 TEST(RevisionLogParserTest, HostileLines) {
-  const QByteArray sha = "0123456789abcdef0123456789abcdef01234567";
-  const QByteArray tree = "89abcdef0123456789abcdef0123456789abcdef";
-  const auto record = [&](const QByteArray& shaLine, const QByteArray& parents, const QByteArray& time,
-                          const QByteArray& subject = "subject") {
-    return QByteArrayList{shaLine, tree, parents, "Name", "mail@example.org", time, subject}.join('\n');
-  };
+  const QByteArray& sha = kSha;
 
   {  // A date that isn't a number fails the whole read with the line.
     auto result = RevisionLogParser::parseRevisions(record(sha, "", "1600000000") + '\n' + record(sha, "", "yesterday"));
@@ -111,7 +113,7 @@ TEST(RevisionLogParserTest, HostileLines) {
     const QByteArray notHex(40, 'z');
     const QByteArray output = QByteArrayList{record(notHex, "", "1"), record(sha, "", "2"),
                                              record(sha, notHex, "3"),       // a 40-byte parents line is one name
-                                             record(sha, sha + "  " + tree, "4"),  // double blank between parents
+                                             record(sha, sha + "  " + kTree, "4"),  // double blank between parents
                                              record(sha, sha + " " + notHex, "5")}
                                   .join('\n');
     auto result = RevisionLogParser::parseRevisions(output);
@@ -124,7 +126,7 @@ TEST(RevisionLogParserTest, HostileLines) {
   }
   {  // A subject that isn't UTF-8 reads as ISO Latin 1; other fields too.
     auto result = RevisionLogParser::parseRevisions(
-        QByteArrayList{sha, tree, "", "Andr\xe9", "a@b", "7", "caf\xe9 \xbd"}.join('\n'));
+        QByteArrayList{sha, kTree, "", "Andr\xe9", "a@b", "7", "caf\xe9 \xbd"}.join('\n'));
     ASSERT_TRUE(result.isSuccess());
     ASSERT_EQ(result.value().size(), 1u);
     EXPECT_EQ(result.value()[0]->message(), "café ½");
@@ -137,8 +139,7 @@ TEST(RevisionLogParserTest, HostileLines) {
 }
 
 TEST(RevisionLogParserTest, CancellationIsTestedEveryFiftyRecords) {
-  const QByteArray record = QByteArrayList{"0123456789abcdef0123456789abcdef01234567", "89abcdef0123456789abcdef0123456789abcdef",
-                                           "", "n", "e", "1", "s"}.join('\n');
+  const QByteArray one = record(kSha, "", "1");
   {  // Canceled before the first record: the test also holds for the empty list.
     CancelationToken token;
     token.cancel();
@@ -151,7 +152,7 @@ TEST(RevisionLogParserTest, CancellationIsTestedEveryFiftyRecords) {
   int records = 0;
   for (; records < 200 && !failure; ++records) {
     if (records == 60) token.cancel();
-    for (const QByteArray& line : record.split('\n')) {
+    for (const QByteArray& line : one.split('\n')) {
       if ((failure = parser.consume(QByteArrayView(line)))) break;
     }
   }
@@ -162,12 +163,7 @@ TEST(RevisionLogParserTest, CancellationIsTestedEveryFiftyRecords) {
 
 // Only the first parent kept: RevisionsRepositoryTest.StashOnAMergeKeepsOneParentAndNamesFollowTheReflog.
 TEST(RevisionLogParserTest, StashRecordsNeedAParent) {
-  const QByteArray a = "0123456789abcdef0123456789abcdef01234567";
-  const QByteArray b = "89abcdef0123456789abcdef0123456789abcdef";
-  const auto record = [&](const QByteArray& parents, const QByteArray& name, const QByteArray& subject) {
-    return QByteArrayList{a, b, parents, "n", "e", "1", name, subject}.join('\n');
-  };
-  auto result = RevisionLogParser::parseStashes(QByteArrayList{record("", "stash@{1}", "no parent"), record(b, "stash@{2}", "")}.join('\n'));
+  auto result = RevisionLogParser::parseStashes(record(kSha, "", "1", "stash@{1}\nno parent") + '\n' + record(kSha, kTree, "1", "stash@{2}\n"));
   ASSERT_TRUE(result.isSuccess());
   const StashRevisionList& stashes = result.value();
   ASSERT_EQ(stashes.size(), 1u);

@@ -20,6 +20,11 @@ inline QByteArray readBytes(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
+inline QStringList names(const std::vector<RepositoryRecordPtr>& records) {
+  QStringList result;
+  for (const auto& record : records) result << record->name;
+  return result;
+}
 
 // A registry in a fresh file, with a clock the test moves by hand, and the log captured.
 class RegistryTest : public ::testing::Test {

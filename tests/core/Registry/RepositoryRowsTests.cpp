@@ -1,13 +1,5 @@
 #include "RegistryFixture.h"
 
-namespace {
-QStringList names(const std::vector<RepositoryRecordPtr>& records) {
-  QStringList result;
-  for (const auto& record : records) result << record->name;
-  return result;
-}
-}  // namespace
-
 TEST_F(RegistryTest, BlankPathsAddNothingAndPathsAreTrimmed) {
   EXPECT_FALSE(settings->addRepository(QString()).has_value());
   EXPECT_FALSE(settings->addRepository("  \n\t ").has_value());

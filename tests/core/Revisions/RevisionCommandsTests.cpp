@@ -70,19 +70,16 @@ TEST_F(RevisionsRepositoryTest, ReadsEverythingReachableFromHeadBranchesRemotesA
   EXPECT_EQ(limited.value().size(), 4u);
 }
 
-TEST_F(RevisionsRepositoryTest, ReflogAddsWhatOnlyTheReflogReaches) {
+TEST_F(RevisionsRepositoryTest, ReflogAddsWhatOnlyTheReflogReachesAndEachReadIsTimedAndCancelable) {
   const QString dropped = repo.commitFile("x", "1", "dropped later");
   repo.git({"reset", "-q", "--hard", "HEAD~1"});
-  auto without = read(true, false);
+  JobProgress progress;
+  auto without = GetRevisionsGitCommand::execute(repo.module(), true, false, progress);
   auto with = read(true, true);
   ASSERT_TRUE(without.isSuccess() && with.isSuccess());
   EXPECT_FALSE(shas(without.value()).contains(dropped));
   EXPECT_TRUE(shas(with.value()).contains(dropped));
-}
 
-TEST_F(RevisionsRepositoryTest, ProgressGetsAStopwatchAndCancellationStopsTheRead) {
-  JobProgress progress;
-  ASSERT_TRUE(GetRevisionsGitCommand::execute(repo.module(), true, false, progress).isSuccess());
   int starts = 0, ends = 0;
   for (const auto& event : progress.profileEvents()) {
     if (event.name != "GetRevisionsGitCommand") continue;
@@ -91,7 +88,6 @@ TEST_F(RevisionsRepositoryTest, ProgressGetsAStopwatchAndCancellationStopsTheRea
   }
   EXPECT_EQ(starts, 1);
   EXPECT_EQ(ends, 1);
-
   JobProgress canceled;
   canceled.cancel();
   EXPECT_TRUE(GetRevisionsGitCommand::execute(repo.module(), true, false, canceled).isError<Error::Canceled>());

@@ -47,7 +47,6 @@ class RepositoryControllerTest : public ::testing::Test {
 
 TEST_F(RepositoryControllerTest, ACommitFromOutsideReachesTheNextSnapshot) {
   const RepositoryDataPtr before = controller.repositoryData();
-  EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
   EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 0);
 
   const QString sha = repo.commitFile("b.txt", "two\n", "second");

@@ -151,13 +151,14 @@ TEST_F(RevisionsRepositoryTest, StashOnAMergeKeepsOneParentAndNamesFollowTheRefl
   EXPECT_EQ(shared.value().size(), 2u);
 }
 
-TEST_F(RevisionsRepositoryTest, DetailsReadCommitterAndWholeMessage) {
+TEST_F(RevisionsRepositoryTest, DetailsAndInfosReadTheWholeMessage) {
   // A message holding the separator can't be split reliably; it fails cleanly.
   repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nA message that holds ±. itself"});
   ASSERT_TRUE(GetRevisionDetailsGitCommand::execute(repo.module(), repo.headSha()).isError<Error::CannotParse>());
 
-  // The amended merge keeps its author date; the committer date is the amend's.
-  repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nBody — ünïcode"});
+  // The amended merge keeps its author date; the committer date is the amend's. The
+  // body holds the separator of the info read.
+  repo.git({"commit", "-q", "--amend", "-m", "Subject line\n\nBody — ünïcode #!_"});
   const QString amended = repo.headSha();
   const auto result = GetRevisionDetailsGitCommand::execute(repo.module(), amended);
   ASSERT_TRUE(result.isSuccess()) << describe(result.error()).toStdString();
@@ -170,8 +171,11 @@ TEST_F(RevisionsRepositoryTest, DetailsReadCommitterAndWholeMessage) {
                                              email,
                                              result.value().committerDate,
                                              {mainline, side},
-                                             "Subject line\n\nBody — ünïcode\n"}));
+                                             "Subject line\n\nBody — ünïcode #!_\n"}));
   EXPECT_NE(result.value().committerDate, result.value().authorDate);
+  EXPECT_EQ(GetRevisionInfosGitCommand::execute(repo.module(), {amended, root}).value(),
+            (std::vector<RevisionInfo>{{amended, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000200), "Subject line\n\nBody — ünïcode #!_\n"},
+                                       {root, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000000), "root\n"}}));
 
   auto missing = GetRevisionDetailsGitCommand::execute(repo.module(), QString(40, QLatin1Char('0')));
   EXPECT_TRUE(missing.isError<Error::GitUnknownError>());
@@ -193,14 +197,6 @@ TEST(RevisionDetailsTest, ParseRejectsWrongShapes) {
   auto dates = GetRevisionDetailsGitCommand::parse(badDate);
   ASSERT_TRUE(dates.isError<Error::CannotParse>());
   EXPECT_EQ(dates.errorAs<Error::CannotParse>()->error, "Cannot parse revision details dates.");
-}
-
-TEST_F(RevisionsRepositoryTest, InfosOfChosenRevisionsKeepASeparatorInTheBody) {
-  repo.git({"commit", "-q", "--amend", "-m", "first\n\nwith #!_ in the body"});  // the merge keeps its author date
-  const QString amended = repo.headSha();
-  EXPECT_EQ(GetRevisionInfosGitCommand::execute(repo.module(), {amended, root}).value(),
-            (std::vector<RevisionInfo>{{amended, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000200), "first\n\nwith #!_ in the body\n"},
-                                       {root, "Jelv Test", QDateTime::fromSecsSinceEpoch(1500000000), "root\n"}}));
 }
 
 TEST(RevisionInfoTest, ParseLogsAndDropsBadRecords) {

@@ -56,7 +56,7 @@ class HistoryOutputTest : public ::testing::Test {
   QString root, one, two, three, merge, octopus, emptySubject, otherRoot;
 };
 
-TEST_F(HistoryOutputTest, ReadsEveryRecordAsGitPrintsIt) {
+TEST_F(HistoryOutputTest, ReadsEveryRecordAsGitPrintsItAndKeepsTheCompleteOnesOfACutOutput) {
   const QByteArray output = log();
   // The last record has an empty subject: the output ends in the line feed before it,
   // which a line reader doesn't turn into an empty last line.
@@ -79,24 +79,23 @@ TEST_F(HistoryOutputTest, ReadsEveryRecordAsGitPrintsIt) {
   ASSERT_EQ(records.size(), 8);
   // Revisions of the same person share one identity.
   EXPECT_EQ(result.value().front()->authorIdentity(), result.value().back()->authorIdentity());
-}
 
-TEST_F(HistoryOutputTest, TruncatedOutputKeepsTheCompleteRecords) {
-  const QList<QByteArray> lines = log().split('\n');
+  // Truncated output keeps the complete records.
+  const QList<QByteArray> lines = output.split('\n');
   ASSERT_GE(lines.size(), 21);
   // Two complete records, then the third one cut after its author name (part 3).
   for (int keep : {14 + 4, 14 + 1, 14}) {
     const QByteArray cut = lines.mid(0, keep).join('\n');
-    auto result = RevisionLogParser::parseRevisions(cut);
-    ASSERT_TRUE(result.isSuccess()) << keep;
-    EXPECT_EQ(result.value().size(), 2u) << keep;
+    auto part = RevisionLogParser::parseRevisions(cut);
+    ASSERT_TRUE(part.isSuccess()) << keep;
+    EXPECT_EQ(part.value().size(), 2u) << keep;
   }
   // Cut in the middle of the third record's sha: that record is lost, the rest stands.
   LogCapture capture;
   const QByteArray midSha = lines.mid(0, 14).join('\n') + '\n' + lines.at(14).left(17);
-  auto result = RevisionLogParser::parseRevisions(midSha);
-  ASSERT_TRUE(result.isSuccess());
-  EXPECT_EQ(result.value().size(), 2u);
+  auto cutSha = RevisionLogParser::parseRevisions(midSha);
+  ASSERT_TRUE(cutSha.isSuccess());
+  EXPECT_EQ(cutSha.value().size(), 2u);
 }
 
 TEST(RevisionLogParserTest, HostileLines) {

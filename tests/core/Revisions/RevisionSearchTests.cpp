@@ -53,7 +53,7 @@ class SearchHistory : public ::testing::Test {
   TempRepository repo;
 };
 
-TEST_F(SearchHistory, EachTypeAndScopeFindsItsCommits) {
+TEST_F(SearchHistory, EachTypeAndScopeFindsItsCommitsWithTheirFiles) {
   struct Case {
     const char* name;
     RevisionSearchType type;
@@ -74,10 +74,9 @@ TEST_F(SearchHistory, EachTypeAndScopeFindsItsCommits) {
   for (const Case& c : cases) {
     EXPECT_EQ(subjects(search(c.type, c.text, c.scope)), c.expected) << c.name;
   }
-}
 
-TEST_F(SearchHistory, FileSearchesCarryTheirFilesUpToTheLastRecord) {
-  // git ends the last record without an empty line; it must not be lost.
+  // File searches carry their files up to the last record: git ends it without an empty
+  // line, and it must not be lost.
   const auto found = search(RevisionSearchType::diffPath, "docs");
   ASSERT_EQ(found.size(), 1u);
   ASSERT_EQ(found[0].changedFiles.size(), 1u);

@@ -84,7 +84,7 @@ class RefreshDataTest : public ::testing::Test {
   QString firstSha;
 };
 
-TEST_F(RefreshDataTest, TheFirstReadReadsEverythingWhateverTheBits) {
+TEST_F(RefreshDataTest, TheFirstReadReadsEverythingWhateverTheBitsAndAnEditedConfigIsReadAgain) {
   LaunchRecorder launches;
   const RepositoryDataPtr data = first();
   ASSERT_TRUE(data);
@@ -96,18 +96,15 @@ TEST_F(RefreshDataTest, TheFirstReadReadsEverythingWhateverTheBits) {
   // Each read once (the Git LFS hook: GitLfsHookAndCancellation).
   EXPECT_EQ(launches.count("for-each-ref"), 1);
   EXPECT_EQ(launches.countEndingWith(GetRemotesGitCommand::arguments()), 1);
-}
 
-TEST_F(RefreshDataTest, AnEditedConfigIsReadAgain) {
-  // An untouched config is not read again: ASubmoduleGitFlowAndIssueTrackerRulesAddedOutside...
-  const RepositoryDataPtr data = first();
-  ASSERT_TRUE(data);
-  // As a text editor would: the file is rewritten, git isn't involved.
+  // An edited config is read again (an untouched one is not:
+  // ASubmoduleGitFlowAndIssueTrackerRulesAddedOutside...). As a text editor would: the
+  // file is rewritten, git isn't involved.
   QThread::msleep(5);
   QByteArray config = repo.readFile(".git/config");
   config += "[remote \"origin\"]\n\turl = https://github.com/owner/project.git\n";
   repo.writeFile(".git/config", config);
-  LaunchRecorder launches;
+  launches.clear();
   auto edited = refresh(data, Subdomain::remotes());
   ASSERT_TRUE(edited.isSuccess());
   ASSERT_EQ(edited.value()->remotes.size(), 1u);

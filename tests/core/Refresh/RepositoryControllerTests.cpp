@@ -45,7 +45,7 @@ class RepositoryControllerTest : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(RepositoryControllerTest, ACommitFromOutsideReachesTheNextSnapshot) {
+TEST_F(RepositoryControllerTest, OutsideChangesReachTheNextSnapshotAndQuickRefreshesMerge) {
   const RepositoryDataPtr before = controller.repositoryData();
   EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 0);
 
@@ -60,13 +60,11 @@ TEST_F(RepositoryControllerTest, ACommitFromOutsideReachesTheNextSnapshot) {
   EXPECT_EQ(controller.repositoryData()->references.head, sha);
   EXPECT_EQ(controller.repositoryData()->revisions->size(), 2u);
   EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
-  EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
   // The snapshot held from before is untouched.
   EXPECT_EQ(before->revisions->size(), 1u);
   EXPECT_NE(before->references.head, sha);
-}
 
-TEST_F(RepositoryControllerTest, TwoQuickRefreshesLeaveOneFinishedJobThatHonoursBoth) {
+  // Two quick refreshes leave one finished job that honours both.
   const size_t jobsBefore = refreshJobs(*queue).size();
   repo.git({"tag", "v1"});
   repo.writeFile("new.txt", "x\n");
@@ -86,7 +84,7 @@ TEST_F(RepositoryControllerTest, TwoQuickRefreshesLeaveOneFinishedJobThatHonours
   EXPECT_EQ(succeeded, 1);
   EXPECT_EQ(jobs.back()->progress().state(), JobProgressState::succeeded);
   EXPECT_TRUE(controller.repositoryData()->references.reference("refs/tags/v1"));
-  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 1);
+  EXPECT_EQ(controller.repositoryStatus()->changedFilesCount, 2);
   EXPECT_EQ(controller.invalidatedSubdomains(), Subdomain::none());
 }
 

@@ -1,6 +1,7 @@
 #include "Commands/CommandFlow.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -22,17 +23,19 @@ void refresh(const CommandContext& context, Subdomain changed) {
 
 }  // namespace
 
-void showError(const CommandContext& context, const ResultError& error) {
+void showError(const CommandContext& context, const ResultError& error, const QString& heading) {
   if (std::holds_alternative<Error::Canceled>(error)) return;
   QWidget* parent = context.repository ? static_cast<QWidget*>(context.repository.data()) : context.window;
   if (!parent) return;
   // A repair (a forced fetch, a removed lock) changed the repository behind the view.
   QPointer<JelvDocument> repository = context.repository;
-  ErrorWindowController::present(parent, context.module(), error, context.queue(), [repository](ErrorWindowController* sheet) {
-    QObject::connect(sheet, &ErrorWindowController::repositoryChanged, sheet, [repository] {
-      if (repository && repository->controller()) repository->controller()->invalidate(Subdomain::all());
-    });
-  });
+  ErrorWindowController* sheet =
+      ErrorWindowController::present(parent, context.module(), error, context.queue(), [repository](ErrorWindowController* shown) {
+        QObject::connect(shown, &ErrorWindowController::repositoryChanged, shown, [repository] {
+          if (repository && repository->controller()) repository->controller()->invalidate(Subdomain::all());
+        });
+      });
+  if (!heading.isEmpty()) sheet->messageLabel()->setText(heading);
 }
 
 void showSheet(const CommandContext& context, JelvSheetController* sheet, Subdomain changed,

@@ -31,6 +31,8 @@ void run(const CommandContext& context, const QString& name, Subdomain changed, 
 void confirm(const CommandContext& context, const QString& title, const QString& text, const QString& action,
              std::function<void()> confirmed);
 
-void showError(const CommandContext& context, const ResultError& error);
+// Opens the error sheet on the tab; a repair made there reads the repository again.
+// `heading` replaces the sheet's own first line (a custom command names itself).
+void showError(const CommandContext& context, const ResultError& error, const QString& heading = {});
 
 }  // namespace CommandFlow

@@ -3,13 +3,11 @@
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
 
 #include "Commands/CommandFlow.h"
-#include "Controllers/Sheets/ErrorWindowController.h"
 #include "Logging/AdvancedLogger.h"
 #include "Models/GitModuleSettings.h"
 #include "Services/CustomCommandManager.h"
@@ -79,9 +77,8 @@ void runProcess(const CommandContext& context, const ProcessCustomCommandAction&
       },
       // The error sheet names the command: the program need not be git at all.
       [context, customCommandName](const ResultError& error) {
-        if (std::holds_alternative<Error::Canceled>(error) || !context.repository) return false;
-        ErrorWindowController* sheet = ErrorWindowController::present(context.repository, context.module(), error, context.queue());
-        sheet->messageLabel()->setText(customCommandName + QStringLiteral(" failed"));
+        if (!context.repository) return false;
+        CommandFlow::showError(context, error, customCommandName + QStringLiteral(" failed"));
         return true;
       });
 }
